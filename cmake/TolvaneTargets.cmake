@@ -1,0 +1,28 @@
+# tolvane_add_library(NAME FOLDER SOURCES... LINKS ...)
+# One static library per src/ folder; the include root is src/, so headers are included
+# as "platform/Keychain.h", "storage/RealmDatabase.h" and so on.
+function(tolvane_add_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC ${ARG_LINKS})
+  target_compile_options(${name} PRIVATE -Wall -Wextra -Wpedantic -Werror=return-type)
+  target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS)
+endfunction()
+
+# tolvane_add_test(NAME LABEL unit|integration|ui SOURCES... LINKS...)
+# One QtTest executable, registered with CTest under its label.
+function(tolvane_add_test name)
+  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE tolvane_test_support ${ARG_LINKS})
+  target_compile_options(${name} PRIVATE -Wall -Wextra)
+  add_test(NAME ${name} COMMAND ${name})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
+  if(ARG_LABEL STREQUAL "ui")
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+  endif()
+endfunction()

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+
+// The application-wide change notifications, posted by name.
+namespace NotificationName {
+inline const QString calendarAccountsDidChange = QStringLiteral("calendarAccountsDidChange");
+inline const QString hiddenCalendarsDidChange = QStringLiteral("hiddenCalendarsDidChange");
+inline const QString alarmScheduleDidChange = QStringLiteral("alarmScheduleDidChange");
+inline const QString openMeetFromAlarm = QStringLiteral("openMeetFromAlarm");
+inline const QString userAccountDidChange = QStringLiteral("userAccountDidChange");
+inline const QString showUserSettings = QStringLiteral("showUserSettings");
+} // namespace NotificationName
+
+// A process-wide broadcast of named notifications. Any thread may post; each observer runs in
+// the thread of its context object (queued when that is another thread) and is disconnected
+// when the context is destroyed.
+class NotificationCenter final : public QObject {
+    Q_OBJECT
+
+public:
+    // The one instance the application composes with; code below the composition receives it.
+    static NotificationCenter& defaultCenter();
+
+    using Observer = std::function<void(const QVariant& object)>;
+
+    void post(const QString& name, const QVariant& object = {});
+    QMetaObject::Connection addObserver(const QString& name, const QObject* context, Observer observer);
+
+Q_SIGNALS:
+    void posted(const QString& name, const QVariant& object);
+};

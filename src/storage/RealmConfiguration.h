@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+class RealmDatabase;
+
+// A stored record type: one table named after the type, with its column definitions
+// (for example "prjId TEXT PRIMARY KEY NOT NULL, prjName TEXT NOT NULL").
+struct RealmObjectType {
+    QString name;
+    QString columns;
+};
+
+// Runs inside the opening write transaction when the file's schema version is older than the
+// configuration's; receives the old version.
+using RealmMigrationBlock = std::function<void(RealmDatabase& database, quint64 oldSchemaVersion)>;
+
+// Everything needed to open one encrypted store file.
+struct RealmConfiguration {
+    std::optional<QString> fileURL;
+    QByteArray encryptionKey;
+    bool readOnly = false;
+    quint64 schemaVersion = 0;
+    RealmMigrationBlock migrationBlock;
+    bool deleteRealmIfMigrationNeeded = false;
+    QList<RealmObjectType> objectTypes;
+
+    // The stores' default location: "default.realm" in Tolvane's data directory.
+    static RealmConfiguration defaultConfiguration();
+
+    // The file and the files SQLite keeps beside it; a store is deleted by deleting all of them.
+    QStringList files() const;
+};

@@ -1,0 +1,259 @@
+#include "storage/RealmDatabase.h"
+
+#include "platform/Logging.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr qsizetype keyLength = 64;
+// SQLCipher takes a raw 256-bit key; the first half of the 64 stored bytes.
+constexpr qsizetype rawKeyLength = 32;
+constexpr int busyTimeoutMilliseconds = 5000;
+
+QString errorText(sqlite3* connection)
+{
+    return QString::fromUtf8(sqlite3_errmsg(connection));
+}
+
+QString systemErrorText(int error)
+{
+    return QString::fromLocal8Bit(std::strerror(error));
+}
+
+// New store files are created owner-only before SQLite opens them; SQLite gives its journal
+// files the mode of the main file.
+void createOwnerOnlyFile(const QString& path)
+{
+    const QByteArray native = QFile::encodeName(path);
+    const int fd = ::open(native.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (fd >= 0) {
+        ::close(fd);
+        return;
+    }
+    if (errno != EEXIST)
+        throw RealmError(QStringLiteral("Unable to open a realm at path '%1': %2").arg(path, systemErrorText(errno)));
+}
+
+class Statement {
+public:
+    Statement(sqlite3* connection, const QString& sql)
+        : m_connection(connection)
+    {
+        const QByteArray text = sql.toUtf8();
+        if (sqlite3_prepare_v2(connection, text.constData(), int(text.size()), &m_statement, nullptr) != SQLITE_OK)
+            throw RealmError(errorText(connection));
+    }
+    ~Statement() { sqlite3_finalize(m_statement); }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    void bind(const QVariantList& values)
+    {
+        for (int i = 0; i < values.size(); ++i)
+            bindOne(i + 1, values.at(i));
+    }
+
+    // True while there is a row to read.
+    bool step()
+    {
+        const int status = sqlite3_step(m_statement);
+        if (status == SQLITE_ROW)
+            return true;
+        if (status == SQLITE_DONE)
+            return false;
+        throw RealmError(errorText(m_connection));
+    }
+
+    RealmRow row() const
+    {
+        RealmRow values;
+        const int count = sqlite3_column_count(m_statement);
+        values.reserve(count);
+        for (int column = 0; column < count; ++column)
+            values.append(columnValue(column));
+        return values;
+    }
+
+private:
+    void bindOne(int index, const QVariant& value)
+    {
+        int status = SQLITE_OK;
+        if (value.isNull()) {
+            status = sqlite3_bind_null(m_statement, index);
+        } else {
+            switch (value.metaType().id()) {
+            case QMetaType::Bool:
+            case QMetaType::Int:
+            case QMetaType::UInt:
+            case QMetaType::LongLong:
+            case QMetaType::ULongLong:
+                status = sqlite3_bind_int64(m_statement, index, value.toLongLong());
+                break;
+            case QMetaType::Double:
+            case QMetaType::Float:
+                status = sqlite3_bind_double(m_statement, index, value.toDouble());
+                break;
+            case QMetaType::QByteArray: {
+                const QByteArray bytes = value.toByteArray();
+                status = sqlite3_bind_blob64(m_statement, index, bytes.constData(), sqlite3_uint64(bytes.size()),
+                                             SQLITE_TRANSIENT);
+                break;
+            }
+            default: {
+                const QByteArray text = value.toString().toUtf8();
+                status = sqlite3_bind_text64(m_statement, index, text.constData(), sqlite3_uint64(text.size()),
+                                             SQLITE_TRANSIENT, SQLITE_UTF8);
+                break;
+            }
+            }
+        }
+        if (status != SQLITE_OK)
+            throw RealmError(errorText(m_connection));
+    }
+
+    QVariant columnValue(int column) const
+    {
+        switch (sqlite3_column_type(m_statement, column)) {
+        case SQLITE_INTEGER:
+            return qlonglong(sqlite3_column_int64(m_statement, column));
+        case SQLITE_FLOAT:
+            return sqlite3_column_double(m_statement, column);
+        case SQLITE_TEXT:
+            return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column)),
+                                     sqlite3_column_bytes(m_statement, column));
+        case SQLITE_BLOB:
+            return QByteArray(static_cast<const char*>(sqlite3_column_blob(m_statement, column)),
+                              sqlite3_column_bytes(m_statement, column));
+        default:
+            return QVariant();
+        }
+    }
+
+    sqlite3* m_connection;
+    sqlite3_stmt* m_statement = nullptr;
+};
+
+} // namespace
+
+std::shared_ptr<RealmDatabase> RealmDatabase::open(const RealmConfiguration& configuration)
+{
+    if (configuration.encryptionKey.size() != keyLength)
+        throw RealmError(QStringLiteral("Encryption key must be 64 bytes."));
+
+    const QString path = configuration.files().constFirst();
+    if (!configuration.readOnly)
+        createOwnerOnlyFile(path);
+
+    sqlite3* connection = nullptr;
+    const int flags = (configuration.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX;
+    const int status = sqlite3_open_v2(QFile::encodeName(path).constData(), &connection, flags, nullptr);
+    // The handle owns the connection from here on, even a failed one.
+    std::shared_ptr<RealmDatabase> database(new RealmDatabase(connection));
+    if (status != SQLITE_OK) {
+        throw RealmError(QStringLiteral("Unable to open a realm at path '%1': %2")
+                             .arg(path, connection ? errorText(connection) : QString::fromUtf8(sqlite3_errstr(status))));
+    }
+    sqlite3_busy_timeout(connection, busyTimeoutMilliseconds);
+
+    const QByteArray hexKey = configuration.encryptionKey.first(rawKeyLength).toHex();
+    database->execute(QStringLiteral("PRAGMA key = \"x'%1'\"").arg(QString::fromLatin1(hexKey)));
+    // A plain SQLite ignores the key and would write the records in clear; refuse before
+    // anything is written.
+    if (database->query(QStringLiteral("PRAGMA cipher_version")).isEmpty())
+        throw RealmError(QStringLiteral("The database library does not encrypt; refusing to open '%1'").arg(path));
+    // A wrong key or a damaged file shows on the first read.
+    database->query(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    database->prepareSchema(configuration);
+    return database;
+}
+
+void RealmDatabase::deleteFiles(const RealmConfiguration& configuration)
+{
+    for (const QString& file : configuration.files()) {
+        const QByteArray native = QFile::encodeName(file);
+        if (::unlink(native.constData()) != 0 && errno != ENOENT)
+            throw RealmError(QStringLiteral("Unable to delete '%1': %2").arg(file, systemErrorText(errno)));
+    }
+}
+
+RealmDatabase::RealmDatabase(sqlite3* connection)
+    : m_connection(connection)
+{
+}
+
+RealmDatabase::~RealmDatabase()
+{
+    sqlite3_close_v2(m_connection);
+}
+
+void RealmDatabase::execute(const QString& sql, const QVariantList& bindings)
+{
+    Statement statement(m_connection, sql);
+    statement.bind(bindings);
+    while (statement.step()) {
+    }
+}
+
+QList<RealmRow> RealmDatabase::query(const QString& sql, const QVariantList& bindings)
+{
+    Statement statement(m_connection, sql);
+    statement.bind(bindings);
+    QList<RealmRow> rows;
+    while (statement.step())
+        rows.append(statement.row());
+    return rows;
+}
+
+void RealmDatabase::beginWrite()
+{
+    execute(QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+void RealmDatabase::commitWrite()
+{
+    execute(QStringLiteral("COMMIT"));
+}
+
+void RealmDatabase::cancelWrite()
+{
+    if (isInWriteTransaction())
+        sqlite3_exec(m_connection, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+bool RealmDatabase::isInWriteTransaction() const
+{
+    return sqlite3_get_autocommit(m_connection) == 0;
+}
+
+// The file's schema version lives in user_version; a new file gets every table, an older one
+// runs the migration step and gains the tables it lacks, a newer one cannot be opened.
+void RealmDatabase::prepareSchema(const RealmConfiguration& configuration)
+{
+    const quint64 fileVersion = query(QStringLiteral("PRAGMA user_version")).constFirst().constFirst().toULongLong();
+    if (fileVersion == configuration.schemaVersion)
+        return;
+    if (fileVersion > configuration.schemaVersion) {
+        throw RealmError(QStringLiteral("Provided schema version %1 is less than last set version %2.")
+                             .arg(configuration.schemaVersion)
+                             .arg(fileVersion));
+    }
+    if (configuration.readOnly)
+        throw RealmError(QStringLiteral("A read-only database cannot be migrated to schema version %1.")
+                             .arg(configuration.schemaVersion));
+    write([&] {
+        for (const RealmObjectType& type : configuration.objectTypes)
+            execute(QStringLiteral("CREATE TABLE IF NOT EXISTS \"%1\" (%2)").arg(type.name, type.columns));
+        if (fileVersion > 0 && configuration.migrationBlock)
+            configuration.migrationBlock(*this, fileVersion);
+        execute(QStringLiteral("PRAGMA user_version = %1").arg(configuration.schemaVersion));
+    });
+    qCDebug(lcStorage) << "schema of" << configuration.files().constFirst() << "now at version"
+                       << configuration.schemaVersion;
+}
