@@ -1,9 +1,9 @@
 #include "platform/Logging.h"
 
-Q_LOGGING_CATEGORY(lcApp, "com.quorvel.tolvane.App")
-Q_LOGGING_CATEGORY(lcStorage, "com.quorvel.tolvane.Storage")
-Q_LOGGING_CATEGORY(lcKeychain, "com.quorvel.tolvane.Keychain")
-Q_LOGGING_CATEGORY(lcNetwork, "com.quorvel.tolvane.Network")
-Q_LOGGING_CATEGORY(lcCalendar, "com.quorvel.tolvane.Calendar")
-Q_LOGGING_CATEGORY(lcAlarms, "com.quorvel.tolvane.Alarms")
-Q_LOGGING_CATEGORY(lcLogin, "com.quorvel.tolvane.Login")
+Q_LOGGING_CATEGORY(lcApp, "com.quorvel.tolvane.App", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcStorage, "com.quorvel.tolvane.Storage", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcKeychain, "com.quorvel.tolvane.Keychain", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcNetwork, "com.quorvel.tolvane.Network", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcCalendar, "com.quorvel.tolvane.Calendar", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcAlarms, "com.quorvel.tolvane.Alarms", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcLogin, "com.quorvel.tolvane.Login", QtInfoMsg)
