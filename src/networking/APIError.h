@@ -10,13 +10,13 @@ class APIError : public std::exception {
 public:
     // The cases that carry a payload come first.
     enum class Case {
-        forbidden,    // text: the response body (empty when it is not UTF-8)
-        badRequest,   // text: the response body, "URL inválida" or "no se pudo codificar la solicitud"
-        server,       // statusCode: any other status outside 200-299
-        transport,    // text: why the exchange did not complete
-        decoding,     // text: why a 2xx body did not fit the expected type
+        forbidden, // text: the response body (empty when it is not UTF-8)
+        badRequest, // text: the response body, "URL inválida" or "no se pudo codificar la solicitud"
+        server, // statusCode: any other status outside 200-299
+        transport, // text: why the exchange did not complete
+        decoding, // text: why a 2xx body did not fit the expected type
         unauthorized, // status 401, or the token provider failed
-        notFound,     // status 404
+        notFound, // status 404
     };
 
     static APIError forbidden(QString body);

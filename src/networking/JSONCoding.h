@@ -49,13 +49,19 @@
 namespace JSONCoding {
 
 template <typename T>
-concept HasFromJson = requires(const QJsonValue& json) {
-    { T::fromJson(json) } -> std::convertible_to<T>;
+concept HasFromJson = requires(const QJsonValue& json)
+{
+    {
+        T::fromJson(json)
+        } -> std::convertible_to<T>;
 };
 
 template <typename T>
-concept HasToJson = requires(const T& value) {
-    { value.toJson() } -> std::convertible_to<QJsonValue>;
+concept HasToJson = requires(const T& value)
+{
+    {
+        value.toJson()
+        } -> std::convertible_to<QJsonValue>;
 };
 
 // Parses a JSON text whose top level may be any value, not only an object or an array.
@@ -75,44 +81,36 @@ QString encodeUUID(const QUuid& uuid);
 // The name of the JSON type of a value, for error descriptions: "a string", "an object", ...
 QString describe(const QJsonValue& value);
 
-template <typename T>
-struct Decoder;
+template <typename T> struct Decoder;
 
-template <typename T>
-T decodeValue(const QJsonValue& json)
+template <typename T> T decodeValue(const QJsonValue& json)
 {
     return Decoder<T>::decode(json);
 }
 
 // Parses data and decodes it into T; every failure is a DecodingError.
-template <typename T>
-T decode(const QByteArray& data)
+template <typename T> T decode(const QByteArray& data)
 {
     return decodeValue<T>(parse(data));
 }
 
-template <HasFromJson T>
-struct Decoder<T> {
+template <HasFromJson T> struct Decoder<T> {
     static T decode(const QJsonValue& json) { return T::fromJson(json); }
 };
 
-template <>
-struct Decoder<QJsonValue> {
+template <> struct Decoder<QJsonValue> {
     static QJsonValue decode(const QJsonValue& json) { return json; }
 };
 
-template <>
-struct Decoder<QJsonObject> {
+template <> struct Decoder<QJsonObject> {
     static QJsonObject decode(const QJsonValue& json);
 };
 
-template <>
-struct Decoder<QJsonArray> {
+template <> struct Decoder<QJsonArray> {
     static QJsonArray decode(const QJsonValue& json);
 };
 
-template <typename U>
-struct Decoder<QList<U>> {
+template <typename U> struct Decoder<QList<U>> {
     static QList<U> decode(const QJsonValue& json)
     {
         const QJsonArray array = Decoder<QJsonArray>::decode(json);
@@ -129,8 +127,7 @@ struct Decoder<QList<U>> {
     }
 };
 
-template <typename U>
-struct Decoder<std::vector<U>> {
+template <typename U> struct Decoder<std::vector<U>> {
     static std::vector<U> decode(const QJsonValue& json)
     {
         const QList<U> list = Decoder<QList<U>>::decode(json);
@@ -138,8 +135,7 @@ struct Decoder<std::vector<U>> {
     }
 };
 
-template <typename T>
-QJsonValue encodeValue(const T& value)
+template <typename T> QJsonValue encodeValue(const T& value)
 {
     if constexpr (std::is_same_v<T, QJsonValue> || std::is_same_v<T, QJsonObject> || std::is_same_v<T, QJsonArray>) {
         return QJsonValue(value);

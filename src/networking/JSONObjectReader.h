@@ -34,19 +34,17 @@ public:
     std::optional<QDateTime> optionalDate(QLatin1StringView key) const;
 
     // A nested value of any decodable type (a DTO, a QList of DTOs, raw JSON).
-    template <typename T>
-    T decode(QLatin1StringView key) const
+    template <typename T> T decode(QLatin1StringView key) const
     {
         const QJsonValue json = required(key);
         try {
             return JSONCoding::decodeValue<T>(json);
         } catch (const DecodingError& error) {
-            throw DecodingError(QString(key) + QLatin1String(": ") + error.localizedDescription());
+            throw DecodingError(QLatin1Char('"') + QString(key) + QLatin1String("\": ") + error.localizedDescription());
         }
     }
 
-    template <typename T>
-    std::optional<T> optionalDecode(QLatin1StringView key) const
+    template <typename T> std::optional<T> optionalDecode(QLatin1StringView key) const
     {
         if (isAbsent(key))
             return std::nullopt;

@@ -54,7 +54,7 @@ private:
         }
     }
 
-    static constexpr std::chrono::seconds idleLifetime { 30 };
+    static constexpr std::chrono::seconds idleLifetime {30};
 
     std::mutex m_mutex;
     std::condition_variable m_wakeUp;

@@ -17,14 +17,12 @@ namespace WithTimeoutDetail {
 // qFatal.
 bool race(double seconds, std::function<void(std::stop_token)> task);
 
-template <typename R>
-struct Outcome {
+template <typename R> struct Outcome {
     std::optional<R> value;
     std::exception_ptr error;
 };
 
-template <>
-struct Outcome<void> {
+template <> struct Outcome<void> {
     std::exception_ptr error;
 };
 
@@ -34,8 +32,7 @@ struct Outcome<void> {
 // `seconds` pass first: then it throws TimeoutError at once and the operation is asked to stop
 // (an operation that takes a std::stop_token receives one). An operation that ignores the request
 // keeps running on its worker until it returns, so it must own what it uses: capture by value.
-template <typename Operation>
-auto withTimeout(double seconds, Operation operation)
+template <typename Operation> auto withTimeout(double seconds, Operation operation)
 {
     constexpr bool takesStopToken = std::is_invocable_v<Operation&, std::stop_token>;
     using Result = std::conditional_t<takesStopToken, std::invoke_result<Operation&, std::stop_token>,
