@@ -108,14 +108,19 @@ QByteArray APIClient::send(
     request.timeoutInterval = requestTimeout;
     request.setValue("Content-Type", "application/json");
 
-    const QString endpoint = QLatin1String(method) + QLatin1Char(' ') + url.toString(QUrl::FullyEncoded);
+    // Only built when there is a log to write.
+    const auto logExchange = [&](const QString& responseText) {
+        if (m_logger.isEnabled())
+            m_logger.log(
+                QLatin1String(method) + QLatin1Char(' ') + url.toString(QUrl::FullyEncoded), request, responseText);
+    };
 
     QString token;
     try {
         // The provider is shared with the worker, which may outlive this call.
         token = withTimeout(tokenTimeLimitSeconds, [provider = m_tokenProvider] { return provider->token(); });
     } catch (const TimeoutError&) {
-        m_logger.log(endpoint, request, QStringLiteral("auth timeout"));
+        logExchange(QStringLiteral("auth timeout"));
         throw APIError::transport(QStringLiteral("tiempo de espera agotado al autenticar"));
     } catch (...) {
         throw APIError::unauthorized();
@@ -138,29 +143,27 @@ QByteArray APIClient::send(
     try {
         response = m_session.send(request);
     } catch (const UrlSessionError& error) {
-        m_logger.log(endpoint, request, QStringLiteral("transport error: ") + error.localizedDescription());
+        logExchange(QStringLiteral("transport error: ") + error.localizedDescription());
         throw APIError::transport(error.localizedDescription());
     }
     if (!response.isHTTP) {
-        m_logger.log(endpoint, request, QStringLiteral("invalid response"));
+        logExchange(QStringLiteral("invalid response"));
         throw APIError::transport(QStringLiteral("respuesta inválida"));
     }
 
-    const std::optional<QString> text = utf8Text(response.body);
-    if (m_logger.isEnabled())
-        m_logger.log(endpoint, request,
-            QString::number(response.statusCode) + QLatin1Char(' ') + text.value_or(QStringLiteral("-")));
-
     const int status = response.statusCode;
+    if (m_logger.isEnabled())
+        logExchange(QString::number(status) + QLatin1Char(' ') + utf8Text(response.body).value_or(QStringLiteral("-")));
+
     if (status >= 200 && status <= 299)
         return response.body;
     switch (status) {
     case 400:
-        throw APIError::badRequest(text.value_or(QString()));
+        throw APIError::badRequest(utf8Text(response.body).value_or(QString()));
     case 401:
         throw APIError::unauthorized();
     case 403:
-        throw APIError::forbidden(text.value_or(QString()));
+        throw APIError::forbidden(utf8Text(response.body).value_or(QString()));
     case 404:
         throw APIError::notFound();
     default:

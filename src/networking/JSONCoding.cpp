@@ -8,6 +8,14 @@ namespace JSONCoding {
 
 QJsonValue parse(const QByteArray& data)
 {
+    // Most bodies are an object or an array, which need no wrapping.
+    const QByteArray trimmed = data.trimmed();
+    if (trimmed.startsWith('{') || trimmed.startsWith('[')) {
+        QJsonParseError error;
+        const QJsonDocument document = QJsonDocument::fromJson(data, &error);
+        if (error.error == QJsonParseError::NoError)
+            return document.isObject() ? QJsonValue(document.object()) : QJsonValue(document.array());
+    }
     // QJsonDocument only takes an object or an array at the top level; wrapping the text in an
     // array admits any value, and exactly one element proves the text was one value.
     QByteArray wrapped;

@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 
+#include <atomic>
 #include <chrono>
 #include <cmath>
 #include <condition_variable>
@@ -10,6 +11,21 @@
 #include <thread>
 
 namespace {
+
+// Busy-waits for ready() up to limit. A race is usually decided within microseconds (a cached
+// token), and putting a thread to sleep and waking it costs more than the whole wait.
+template <typename Ready> bool spinUntil(Ready ready, std::chrono::microseconds limit)
+{
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    for (int round = 0;; ++round) {
+        if (ready())
+            return true;
+        if ((round & 7) == 7 && std::chrono::steady_clock::now() >= deadline)
+            return false;
+        // Yielding rather than pausing: on a busy machine the thread we wait for may need this core.
+        std::this_thread::yield();
+    }
+}
 
 // Worker threads for the races. Starting a thread per race would cost more than a request on a
 // warm connection, so idle workers wait for the next race. There is no upper bound: a worker whose
@@ -27,7 +43,8 @@ public:
     {
         std::unique_lock lock(m_mutex);
         m_queue.push_back(std::move(task));
-        const bool needsWorker = m_idle < static_cast<int>(m_queue.size());
+        m_queued.store(static_cast<int>(m_queue.size()), std::memory_order_release);
+        const bool needsWorker = m_available < static_cast<int>(m_queue.size());
         lock.unlock();
         if (needsWorker)
             std::thread([this] { work(); }).detach();
@@ -39,33 +56,45 @@ private:
     void work()
     {
         std::unique_lock lock(m_mutex);
+        ++m_available;
         for (;;) {
-            ++m_idle;
-            const bool hasTask = m_wakeUp.wait_for(lock, idleLifetime, [this] { return !m_queue.empty(); });
-            --m_idle;
-            if (!hasTask)
+            if (m_queue.empty()) {
+                // Requests tend to come in runs; catching the next one awake saves a wake-up.
+                lock.unlock();
+                spinUntil([this] { return m_queued.load(std::memory_order_acquire) > 0; }, idleSpin);
+                lock.lock();
+            }
+            if (!m_wakeUp.wait_for(lock, idleLifetime, [this] { return !m_queue.empty(); })) {
+                --m_available;
                 return;
+            }
+            --m_available;
             std::function<void()> task = std::move(m_queue.front());
             m_queue.pop_front();
+            m_queued.store(static_cast<int>(m_queue.size()), std::memory_order_release);
             lock.unlock();
             task();
             task = nullptr;
             lock.lock();
+            ++m_available;
         }
     }
 
     static constexpr std::chrono::seconds idleLifetime {30};
+    static constexpr std::chrono::microseconds idleSpin {100};
 
     std::mutex m_mutex;
     std::condition_variable m_wakeUp;
     std::deque<std::function<void()>> m_queue;
-    int m_idle = 0;
+    std::atomic<int> m_queued = 0;
+    // Workers spinning or waiting for a task.
+    int m_available = 0;
 };
 
 struct Race {
+    std::atomic<bool> done = false;
     std::mutex mutex;
     std::condition_variable finished;
-    bool done = false;
 };
 
 std::chrono::nanoseconds checkedNanoseconds(double seconds)
@@ -81,6 +110,8 @@ std::chrono::nanoseconds checkedNanoseconds(double seconds)
 
 namespace WithTimeoutDetail {
 
+constexpr std::chrono::microseconds callerSpin {50};
+
 bool race(double seconds, std::function<void(std::stop_token)> task)
 {
     const std::chrono::nanoseconds limit = checkedNanoseconds(seconds);
@@ -89,17 +120,23 @@ bool race(double seconds, std::function<void(std::stop_token)> task)
 
     WorkerPool::instance().post([state, stop, task = std::move(task)] {
         task(stop->get_token());
+        state->done.store(true, std::memory_order_release);
+        // Taking the lock orders this with a caller that is about to sleep: it sees done or is woken.
         const std::lock_guard lock(state->mutex);
-        state->done = true;
         state->finished.notify_all();
     });
 
+    const auto isDone = [&] { return state->done.load(std::memory_order_acquire); };
+    if (spinUntil(isDone,
+            std::min<std::chrono::microseconds>(
+                callerSpin, std::chrono::duration_cast<std::chrono::microseconds>(limit))))
+        return true;
     std::unique_lock lock(state->mutex);
     // Limits beyond a few centuries would overflow the clock's time points; they never come anyway.
     constexpr std::chrono::nanoseconds forever = std::chrono::hours(24 * 365 * 100);
     if (limit >= forever)
-        state->finished.wait(lock, [&] { return state->done; });
-    else if (!state->finished.wait_for(lock, limit, [&] { return state->done; })) {
+        state->finished.wait(lock, isDone);
+    else if (!state->finished.wait_for(lock, limit, isDone)) {
         lock.unlock();
         stop->request_stop();
         return false;
