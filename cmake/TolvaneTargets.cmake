@@ -10,14 +10,19 @@ function(tolvane_add_library name)
   target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS)
 endfunction()
 
-# tolvane_add_test(NAME LABEL unit|integration|ui SOURCES... LINKS...)
-# One QtTest executable, registered with CTest under its label.
+# tolvane_add_test(NAME LABEL unit|integration|ui [OWN_SESSION] SOURCES... LINKS...)
+# One QtTest executable, registered with CTest under its label. OWN_SESSION runs it in a
+# desktop session of its own, for tests that change the session itself (locking the keyring).
 function(tolvane_add_test name)
-  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "OWN_SESSION" "LABEL;TIMEOUT" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE tolvane_test_support ${ARG_LINKS})
   target_compile_options(${name} PRIVATE -Wall -Wextra)
-  add_test(NAME ${name} COMMAND ${name})
+  if(ARG_OWN_SESSION)
+    add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/scripts/with-desktop-session $<TARGET_FILE:${name}>)
+  else()
+    add_test(NAME ${name} COMMAND ${name})
+  endif()
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()

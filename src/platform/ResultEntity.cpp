@@ -62,8 +62,8 @@ std::optional<QString> ResultEntity::firstMessage() const
 {
     if (!message.isEmpty())
         return message;
-    for (const auto* field : {&databaseMessage, &controllerMessage, &applicationMessage, &domainMessage,
-                              &infrastructureMessage}) {
+    for (const auto* field :
+        {&databaseMessage, &controllerMessage, &applicationMessage, &domainMessage, &infrastructureMessage}) {
         if (*field && !(*field)->isEmpty())
             return **field;
     }

@@ -30,11 +30,7 @@ struct ResultEntity {
     static ResultEntity domainCheck(bool passed, const QString& failureText);
 
     // The payload as T, or nullptr when there is none or it holds another type.
-    template <typename T>
-    const T* dataAs() const
-    {
-        return std::any_cast<T>(&data);
-    }
+    template <typename T> const T* dataAs() const { return std::any_cast<T>(&data); }
 
     // The first message field that carries text, in declaration order; what a screen shows.
     std::optional<QString> firstMessage() const;

@@ -19,7 +19,14 @@ const SecretSchema* genericPasswordSchema()
             {"account", SECRET_SCHEMA_ATTRIBUTE_STRING},
             {nullptr, SECRET_SCHEMA_ATTRIBUTE_STRING},
         },
-        0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+        0,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr,
     };
     return &schema;
 }
@@ -52,10 +59,10 @@ int defaultCollectionStatus(SecretService* service)
     }
     if (!path)
         return KeychainStatus::success;
-    GVariant* reply = g_dbus_connection_call_sync(
-        g_dbus_proxy_get_connection(G_DBUS_PROXY(service)), g_dbus_proxy_get_name(G_DBUS_PROXY(service)), path,
-        "org.freedesktop.DBus.Properties", "Get", g_variant_new("(ss)", "org.freedesktop.Secret.Collection", "Locked"),
-        G_VARIANT_TYPE("(v)"), G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error);
+    GVariant* reply = g_dbus_connection_call_sync(g_dbus_proxy_get_connection(G_DBUS_PROXY(service)),
+        g_dbus_proxy_get_name(G_DBUS_PROXY(service)), path, "org.freedesktop.DBus.Properties", "Get",
+        g_variant_new("(ss)", "org.freedesktop.Secret.Collection", "Locked"), G_VARIANT_TYPE("(v)"),
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error);
     g_free(path);
     if (!reply) {
         const int status = statusFor(error, "reading whether the default collection is locked");
@@ -79,8 +86,8 @@ KeychainLookup lookUp(SecretService* service, GHashTable* attributes)
     GError* error = nullptr;
     gchar** unlocked = nullptr;
     gchar** locked = nullptr;
-    if (!secret_service_search_for_dbus_paths_sync(service, genericPasswordSchema(), attributes, nullptr, &unlocked,
-                                                   &locked, &error)) {
+    if (!secret_service_search_for_dbus_paths_sync(
+            service, genericPasswordSchema(), attributes, nullptr, &unlocked, &locked, &error)) {
         const int status = statusFor(error, "searching the keyring");
         g_error_free(error);
         return {status, std::nullopt};
@@ -125,8 +132,8 @@ KeychainLookup SecretServiceKeychain::copyMatching(const QString& service, const
     }
     const QByteArray serviceText = service.toUtf8();
     const QByteArray accountText = account.toUtf8();
-    GHashTable* attributes = secret_attributes_build(genericPasswordSchema(), "service", serviceText.constData(),
-                                                     "account", accountText.constData(), nullptr);
+    GHashTable* attributes = secret_attributes_build(
+        genericPasswordSchema(), "service", serviceText.constData(), "account", accountText.constData(), nullptr);
     const KeychainLookup lookup = lookUp(secretService, attributes);
     g_hash_table_unref(attributes);
     g_object_unref(secretService);
@@ -140,9 +147,9 @@ int SecretServiceKeychain::add(const QString& service, const QString& account, c
     const QByteArray label = QStringLiteral("Tolvane: %1 (%2)").arg(service, account).toUtf8();
     SecretValue* value = secret_value_new(data.constData(), data.size(), "application/octet-stream");
     GError* error = nullptr;
-    const gboolean stored = secret_password_store_binary_sync(
-        genericPasswordSchema(), SECRET_COLLECTION_DEFAULT, label.constData(), value, nullptr, &error, "service",
-        serviceText.constData(), "account", accountText.constData(), nullptr);
+    const gboolean stored
+        = secret_password_store_binary_sync(genericPasswordSchema(), SECRET_COLLECTION_DEFAULT, label.constData(),
+            value, nullptr, &error, "service", serviceText.constData(), "account", accountText.constData(), nullptr);
     secret_value_unref(value);
     if (error) {
         const int status = statusFor(error, "storing a keyring item");
@@ -157,9 +164,8 @@ int SecretServiceKeychain::remove(const QString& service, const QString& account
     const QByteArray serviceText = service.toUtf8();
     const QByteArray accountText = account.toUtf8();
     GError* error = nullptr;
-    const gboolean removed =
-        secret_password_clear_sync(genericPasswordSchema(), nullptr, &error, "service", serviceText.constData(),
-                                   "account", accountText.constData(), nullptr);
+    const gboolean removed = secret_password_clear_sync(genericPasswordSchema(), nullptr, &error, "service",
+        serviceText.constData(), "account", accountText.constData(), nullptr);
     if (error) {
         const int status = statusFor(error, "removing a keyring item");
         g_error_free(error);

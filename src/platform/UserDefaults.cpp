@@ -4,8 +4,8 @@
 
 UserDefaults UserDefaults::standard()
 {
-    const QSettings settings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Quorvel"),
-                             QStringLiteral("Tolvane"));
+    const QSettings settings(
+        QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Quorvel"), QStringLiteral("Tolvane"));
     return UserDefaults(settings.fileName());
 }
 
@@ -26,8 +26,9 @@ QVariant UserDefaults::value(const QString& key) const
 
 bool UserDefaults::boolValue(const QString& key) const
 {
-    const QVariant stored = value(key);
-    return stored.isValid() && stored.toBool();
+    // The INI file gives every value back as text; QVariant would call any non-empty text true.
+    const QString stored = value(key).toString().trimmed().toLower();
+    return stored == u"true" || stored == u"1";
 }
 
 void UserDefaults::setValue(const QString& key, const QVariant& value)

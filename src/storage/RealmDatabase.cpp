@@ -102,14 +102,14 @@ private:
                 break;
             case QMetaType::QByteArray: {
                 const QByteArray bytes = value.toByteArray();
-                status = sqlite3_bind_blob64(m_statement, index, bytes.constData(), sqlite3_uint64(bytes.size()),
-                                             SQLITE_TRANSIENT);
+                status = sqlite3_bind_blob64(
+                    m_statement, index, bytes.constData(), sqlite3_uint64(bytes.size()), SQLITE_TRANSIENT);
                 break;
             }
             default: {
                 const QByteArray text = value.toString().toUtf8();
-                status = sqlite3_bind_text64(m_statement, index, text.constData(), sqlite3_uint64(text.size()),
-                                             SQLITE_TRANSIENT, SQLITE_UTF8);
+                status = sqlite3_bind_text64(
+                    m_statement, index, text.constData(), sqlite3_uint64(text.size()), SQLITE_TRANSIENT, SQLITE_UTF8);
                 break;
             }
             }
@@ -127,10 +127,10 @@ private:
             return sqlite3_column_double(m_statement, column);
         case SQLITE_TEXT:
             return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column)),
-                                     sqlite3_column_bytes(m_statement, column));
+                sqlite3_column_bytes(m_statement, column));
         case SQLITE_BLOB:
             return QByteArray(static_cast<const char*>(sqlite3_column_blob(m_statement, column)),
-                              sqlite3_column_bytes(m_statement, column));
+                sqlite3_column_bytes(m_statement, column));
         default:
             return QVariant();
         }
@@ -157,8 +157,9 @@ std::shared_ptr<RealmDatabase> RealmDatabase::open(const RealmConfiguration& con
     // The handle owns the connection from here on, even a failed one.
     std::shared_ptr<RealmDatabase> database(new RealmDatabase(connection));
     if (status != SQLITE_OK) {
-        throw RealmError(QStringLiteral("Unable to open a realm at path '%1': %2")
-                             .arg(path, connection ? errorText(connection) : QString::fromUtf8(sqlite3_errstr(status))));
+        throw RealmError(
+            QStringLiteral("Unable to open a realm at path '%1': %2")
+                .arg(path, connection ? errorText(connection) : QString::fromUtf8(sqlite3_errstr(status))));
     }
     sqlite3_busy_timeout(connection, busyTimeoutMilliseconds);
 
@@ -168,9 +169,20 @@ std::shared_ptr<RealmDatabase> RealmDatabase::open(const RealmConfiguration& con
     // anything is written.
     if (database->query(QStringLiteral("PRAGMA cipher_version")).isEmpty())
         throw RealmError(QStringLiteral("The database library does not encrypt; refusing to open '%1'").arg(path));
-    // A wrong key or a damaged file shows on the first read.
-    database->query(QStringLiteral("SELECT count(*) FROM sqlite_master"));
-    database->prepareSchema(configuration);
+    // A wrong key or a damaged file shows on the first read. Both reads share one read
+    // transaction: every transaction costs a lock, a hot-journal check and a header read.
+    database->execute(QStringLiteral("BEGIN"));
+    quint64 fileVersion = 0;
+    try {
+        database->query(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+        fileVersion = database->query(QStringLiteral("PRAGMA user_version")).constFirst().constFirst().toULongLong();
+        database->execute(QStringLiteral("COMMIT"));
+    } catch (const RealmError&) {
+        database->cancelWrite();
+        throw;
+    }
+    if (fileVersion != configuration.schemaVersion)
+        database->migrateSchema(configuration, fileVersion);
     return database;
 }
 
@@ -197,8 +209,7 @@ void RealmDatabase::execute(const QString& sql, const QVariantList& bindings)
 {
     Statement statement(m_connection, sql);
     statement.bind(bindings);
-    while (statement.step()) {
-    }
+    while (statement.step()) { }
 }
 
 QList<RealmRow> RealmDatabase::query(const QString& sql, const QVariantList& bindings)
@@ -223,22 +234,19 @@ void RealmDatabase::commitWrite()
 
 void RealmDatabase::cancelWrite()
 {
-    if (isInWriteTransaction())
+    if (isInTransaction())
         sqlite3_exec(m_connection, "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
-bool RealmDatabase::isInWriteTransaction() const
+bool RealmDatabase::isInTransaction() const
 {
     return sqlite3_get_autocommit(m_connection) == 0;
 }
 
 // The file's schema version lives in user_version; a new file gets every table, an older one
 // runs the migration step and gains the tables it lacks, a newer one cannot be opened.
-void RealmDatabase::prepareSchema(const RealmConfiguration& configuration)
+void RealmDatabase::migrateSchema(const RealmConfiguration& configuration, quint64 fileVersion)
 {
-    const quint64 fileVersion = query(QStringLiteral("PRAGMA user_version")).constFirst().constFirst().toULongLong();
-    if (fileVersion == configuration.schemaVersion)
-        return;
     if (fileVersion > configuration.schemaVersion) {
         throw RealmError(QStringLiteral("Provided schema version %1 is less than last set version %2.")
                              .arg(configuration.schemaVersion)

@@ -31,8 +31,7 @@ public:
 
     // Runs body in one write transaction (BEGIN IMMEDIATE ... COMMIT); an exception from body
     // rolls the transaction back and propagates.
-    template <typename Body>
-    decltype(auto) write(Body&& body)
+    template <typename Body> decltype(auto) write(Body&& body)
     {
         beginWrite();
         try {
@@ -52,12 +51,13 @@ public:
 
     void beginWrite();
     void commitWrite();
+    // Rolls back whatever transaction is open; nothing when none is.
     void cancelWrite();
-    bool isInWriteTransaction() const;
+    bool isInTransaction() const;
 
 private:
     explicit RealmDatabase(sqlite3* connection);
-    void prepareSchema(const RealmConfiguration& configuration);
+    void migrateSchema(const RealmConfiguration& configuration, quint64 fileVersion);
 
     sqlite3* m_connection;
 };

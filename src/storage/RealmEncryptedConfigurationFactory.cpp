@@ -5,9 +5,8 @@
 #include <QDir>
 #include <QFileInfo>
 
-RealmEncryptedConfigurationFactory::RealmEncryptedConfigurationFactory(std::shared_ptr<Keychain> keychain,
-                                                                       std::shared_ptr<SecureRandom> random,
-                                                                       RealmConfiguration defaultConfiguration)
+RealmEncryptedConfigurationFactory::RealmEncryptedConfigurationFactory(
+    std::shared_ptr<Keychain> keychain, std::shared_ptr<SecureRandom> random, RealmConfiguration defaultConfiguration)
     : m_keychain(std::move(keychain))
     , m_random(std::move(random))
     , m_defaultConfiguration(std::move(defaultConfiguration))
@@ -15,8 +14,7 @@ RealmEncryptedConfigurationFactory::RealmEncryptedConfigurationFactory(std::shar
 }
 
 ResultEntity RealmEncryptedConfigurationFactory::makeConfiguration(const QString& name, quint64 schemaVersion,
-                                                                   RealmMigrationBlock migrationBlock,
-                                                                   QList<RealmObjectType> objectTypes) const
+    RealmMigrationBlock migrationBlock, QList<RealmObjectType> objectTypes) const
 {
     KeyOutcome key = encryptionKey(name);
     if (!key.failure.isEmpty())
@@ -24,8 +22,8 @@ ResultEntity RealmEncryptedConfigurationFactory::makeConfiguration(const QString
 
     RealmConfiguration configuration;
     if (m_defaultConfiguration.fileURL) {
-        configuration.fileURL =
-            QFileInfo(*m_defaultConfiguration.fileURL).dir().filePath(name + QStringLiteral(".realm"));
+        configuration.fileURL
+            = QFileInfo(*m_defaultConfiguration.fileURL).dir().filePath(name + QStringLiteral(".realm"));
     }
     configuration.encryptionKey = std::move(key.key);
     configuration.readOnly = false;
@@ -46,8 +44,8 @@ RealmEncryptedConfigurationFactory::KeyOutcome RealmEncryptedConfigurationFactor
         return {*lookup.data, {}};
     if (lookup.status != KeychainStatus::itemNotFound) {
         return {{},
-                QStringLiteral("Keychain lookup failed with status %1; refusing to regenerate the encryption key")
-                    .arg(lookup.status)};
+            QStringLiteral("Keychain lookup failed with status %1; refusing to regenerate the encryption key")
+                .arg(lookup.status)};
     }
 
     QByteArray key(keyLength, '\0');

@@ -16,11 +16,11 @@ public:
     static constexpr qsizetype keyLength = 64;
 
     RealmEncryptedConfigurationFactory(std::shared_ptr<Keychain> keychain, std::shared_ptr<SecureRandom> random,
-                                       RealmConfiguration defaultConfiguration);
+        RealmConfiguration defaultConfiguration);
 
     // On success data holds the RealmConfiguration; on failure infrastructureMessage says why.
     ResultEntity makeConfiguration(const QString& name, quint64 schemaVersion, RealmMigrationBlock migrationBlock,
-                                   QList<RealmObjectType> objectTypes) const;
+        QList<RealmObjectType> objectTypes) const;
 
 private:
     struct KeyOutcome {

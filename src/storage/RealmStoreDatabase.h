@@ -5,8 +5,7 @@
 
 // The database value of one named store: only its configuration, never an open handle.
 // Store describes the store: a static `name` and a static `objectTypes()`.
-template <typename Store>
-struct RealmStoreDatabase {
+template <typename Store> struct RealmStoreDatabase {
     static constexpr quint64 schemaVersion = 1;
 
     RealmConfiguration configuration;
@@ -17,9 +16,9 @@ struct RealmStoreDatabase {
         ResultEntity made = factory.makeConfiguration(Store::name, schemaVersion, noMigration, Store::objectTypes());
         if (!made.result)
             return ResultEntity::infrastructureFailure(made.infrastructureMessage.value_or(QString()));
-        return ResultEntity::success(RealmStoreDatabase{*made.dataAs<RealmConfiguration>()});
+        return ResultEntity::success(RealmStoreDatabase {*made.dataAs<RealmConfiguration>()});
     }
 
 private:
-    static void noMigration(RealmDatabase&, quint64) {}
+    static void noMigration(RealmDatabase&, quint64) { }
 };

@@ -15,8 +15,7 @@ namespace {
 
 const QString account = QStringLiteral("RealmEncryptionKey");
 
-template <typename Database>
-RealmConfiguration configurationOf(const RealmEncryptedConfigurationFactory& factory)
+template <typename Database> RealmConfiguration configurationOf(const RealmEncryptedConfigurationFactory& factory)
 {
     const ResultEntity made = Database::make(factory);
     if (!made.result)
@@ -45,8 +44,8 @@ class EncryptedStoreTest : public QObject {
 
     RealmEncryptedConfigurationFactory factory() const
     {
-        return RealmEncryptedConfigurationFactory(keychain, std::make_shared<SystemSecureRandom>(),
-                                                  RealmConfiguration::defaultConfiguration());
+        return RealmEncryptedConfigurationFactory(
+            keychain, std::make_shared<SystemSecureRandom>(), RealmConfiguration::defaultConfiguration());
     }
 
 private Q_SLOTS:
@@ -96,7 +95,7 @@ private Q_SLOTS:
         QVERIFY(!bytes.contains(QByteArray(reinterpret_cast<const char*>(name.utf16()), name.size() * 2)));
         QVERIFY(!bytes.contains("SQLite format 3"));
         QVERIFY(!bytes.contains("ProjectRealmModel"));
-        QCOMPARE(StoreFiles::projectNames(projects), QStringList{name});
+        QCOMPARE(StoreFiles::projectNames(projects), QStringList {name});
     }
 
     void shouldKeepTheFilesPrivate()
@@ -123,7 +122,7 @@ private Q_SLOTS:
         QVERIFY(opened.dataAs<std::shared_ptr<RealmDatabase>>());
         QCOMPARE(StoreFiles::projectNames(after), QStringList());
         StoreFiles::addProject(after, QStringLiteral("Written with the new key"));
-        QCOMPARE(StoreFiles::projectNames(after), QStringList{QStringLiteral("Written with the new key")});
+        QCOMPARE(StoreFiles::projectNames(after), QStringList {QStringLiteral("Written with the new key")});
     }
 
     void shouldRecreateADamagedFile()
@@ -170,7 +169,7 @@ private Q_SLOTS:
         QVERIFY2(text.endsWith(QStringLiteral(") and the recovery delete also failed: Unable to delete '%1': Is a "
                                               "directory")
                                    .arg(path)),
-                 qPrintable(text));
+            qPrintable(text));
     }
 
     void shouldSayBothErrorsWhenTheRecreatedFileStillFails()
@@ -179,10 +178,11 @@ private Q_SLOTS:
 
         const ResultEntity opened = RealmDatabaseOpener::open(storeAt(path));
 
-        const QString cause = QStringLiteral("Unable to open a realm at path '%1': No such file or directory").arg(path);
+        const QString cause
+            = QStringLiteral("Unable to open a realm at path '%1': No such file or directory").arg(path);
         QVERIFY(!opened.result);
         QCOMPARE(opened.databaseMessage,
-                 QStringLiteral("Open failed (%1); recreated the file but it still failed to open: %1").arg(cause));
+            QStringLiteral("Open failed (%1); recreated the file but it still failed to open: %1").arg(cause));
     }
 
     void shouldRefuseAKeyOfTheWrongLengthWithoutWriting()
@@ -216,10 +216,10 @@ private Q_SLOTS:
         current.migrationBlock = [&](RealmDatabase&, quint64 oldVersion) { migratedFrom.append(oldVersion); };
 
         const auto database = RealmDatabase::open(current);
-        QCOMPARE(migratedFrom, QList<quint64>{1});
+        QCOMPARE(migratedFrom, QList<quint64> {1});
         QCOMPARE(database->query(QStringLiteral("SELECT count(*) FROM NoteRealmModel")).constFirst().constFirst(),
-                 QVariant(qlonglong(0)));
-        QCOMPARE(StoreFiles::projectNames(current), QStringList{QStringLiteral("Kept")});
+            QVariant(qlonglong(0)));
+        QCOMPARE(StoreFiles::projectNames(current), QStringList {QStringLiteral("Kept")});
         RealmDatabase::open(current);
         QCOMPARE(migratedFrom.size(), 1);
     }
@@ -232,7 +232,7 @@ private Q_SLOTS:
             database->execute(QStringLiteral("INSERT INTO ProjectRealmModel VALUES ('A', 'U', 'Lost', '', 0)"));
             database->execute(QStringLiteral("INSERT INTO ProjectRealmModel VALUES ('A', 'U', 'Duplicate', '', 0)"));
         }));
-        QVERIFY(!database->isInWriteTransaction());
+        QVERIFY(!database->isInTransaction());
         QCOMPARE(StoreFiles::projectNames(configuration), QStringList());
     }
 
@@ -242,9 +242,9 @@ private Q_SLOTS:
         database->execute(QStringLiteral("CREATE TABLE v (t TEXT, b BLOB, i INTEGER, r REAL, n TEXT)"));
         const QByteArray blob("\0\1\2", 3);
         database->execute(QStringLiteral("INSERT INTO v VALUES (?, ?, ?, ?, ?)"),
-                          {QStringLiteral("día ☀"), blob, true, 2.5, QVariant()});
+            {QStringLiteral("día ☀"), blob, true, 2.5, QVariant()});
         const RealmRow row = database->query(QStringLiteral("SELECT * FROM v")).constFirst();
-        QCOMPARE(row, (RealmRow{QStringLiteral("día ☀"), blob, qlonglong(1), 2.5, QVariant()}));
+        QCOMPARE(row, (RealmRow {QStringLiteral("día ☀"), blob, qlonglong(1), 2.5, QVariant()}));
     }
 };
 

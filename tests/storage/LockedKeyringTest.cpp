@@ -43,8 +43,8 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, Secret& secret)
     return argument;
 }
 
-QDBusMessage callSecretService(const QString& path, const QString& interface, const QString& method,
-                               const QVariantList& arguments)
+QDBusMessage callSecretService(
+    const QString& path, const QString& interface, const QString& method, const QVariantList& arguments)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(secrets, path, interface, method);
     message.setArguments(arguments);
@@ -54,9 +54,7 @@ QDBusMessage callSecretService(const QString& path, const QString& interface, co
 void lockLoginCollection()
 {
     const QDBusMessage reply = callSecretService(servicePath, QStringLiteral("org.freedesktop.Secret.Service"),
-                                                 QStringLiteral("Lock"),
-                                                 {QVariant::fromValue(QList<QDBusObjectPath>{
-                                                     QDBusObjectPath(loginCollection)})});
+        QStringLiteral("Lock"), {QVariant::fromValue(QList<QDBusObjectPath> {QDBusObjectPath(loginCollection)})});
     QVERIFY2(reply.type() == QDBusMessage::ReplyMessage, qPrintable(reply.errorMessage()));
 }
 
@@ -64,15 +62,14 @@ void lockLoginCollection()
 void unlockLoginCollection()
 {
     const QDBusMessage session = callSecretService(servicePath, QStringLiteral("org.freedesktop.Secret.Service"),
-                                                   QStringLiteral("OpenSession"),
-                                                   {QStringLiteral("plain"), QVariant::fromValue(QDBusVariant(QString()))});
+        QStringLiteral("OpenSession"), {QStringLiteral("plain"), QVariant::fromValue(QDBusVariant(QString()))});
     QVERIFY2(session.type() == QDBusMessage::ReplyMessage, qPrintable(session.errorMessage()));
-    const Secret password{session.arguments().at(1).value<QDBusObjectPath>(), {}, qgetenv("TOLVANE_KEYRING_PASSWORD"),
-                          QStringLiteral("text/plain")};
-    const QDBusMessage reply = callSecretService(
-        servicePath, QStringLiteral("org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface"),
-        QStringLiteral("UnlockWithMasterPassword"),
-        {QVariant::fromValue(QDBusObjectPath(loginCollection)), QVariant::fromValue(password)});
+    const Secret password {session.arguments().at(1).value<QDBusObjectPath>(), {}, qgetenv("TOLVANE_KEYRING_PASSWORD"),
+        QStringLiteral("text/plain")};
+    const QDBusMessage reply
+        = callSecretService(servicePath, QStringLiteral("org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface"),
+            QStringLiteral("UnlockWithMasterPassword"),
+            {QVariant::fromValue(QDBusObjectPath(loginCollection)), QVariant::fromValue(password)});
     QVERIFY2(reply.type() == QDBusMessage::ReplyMessage, qPrintable(reply.errorMessage()));
 }
 
@@ -88,8 +85,8 @@ class LockedKeyringTest : public QObject {
 
     RealmEncryptedConfigurationFactory factory() const
     {
-        return RealmEncryptedConfigurationFactory(keychain, std::make_shared<SystemSecureRandom>(),
-                                                  RealmConfiguration::defaultConfiguration());
+        return RealmEncryptedConfigurationFactory(
+            keychain, std::make_shared<SystemSecureRandom>(), RealmConfiguration::defaultConfiguration());
     }
 
     ResultEntity makeProjectsDatabase() const { return ProjectsDatabase::make(factory()); }
@@ -115,11 +112,12 @@ private Q_SLOTS:
 
         QVERIFY(!whileLocked.result);
         QCOMPARE(whileLocked.infrastructureMessage,
-                 QStringLiteral("Keychain lookup failed with status -25308; refusing to regenerate the encryption key"));
+            QStringLiteral("Keychain lookup failed with status -25308; refusing to regenerate the encryption key"));
         QCOMPARE(StoreFiles::read(*configuration.fileURL), fileBefore);
-        const KeychainLookup item = keychain->copyMatching(ProjectsDatabaseSchema::name, QStringLiteral("RealmEncryptionKey"));
+        const KeychainLookup item
+            = keychain->copyMatching(ProjectsDatabaseSchema::name, QStringLiteral("RealmEncryptionKey"));
         QCOMPARE(item.data, configuration.encryptionKey);
-        QCOMPARE(StoreFiles::projectNames(configuration), QStringList{QStringLiteral("Survives the lock")});
+        QCOMPARE(StoreFiles::projectNames(configuration), QStringList {QStringLiteral("Survives the lock")});
     }
 
     void shouldNotMakeAKeyWhileTheKeyringIsLocked()
@@ -132,9 +130,9 @@ private Q_SLOTS:
 
         QVERIFY(!whileLocked.result);
         QCOMPARE(whileLocked.infrastructureMessage,
-                 QStringLiteral("Keychain lookup failed with status -25308; refusing to regenerate the encryption key"));
+            QStringLiteral("Keychain lookup failed with status -25308; refusing to regenerate the encryption key"));
         QCOMPARE(keychain->copyMatching(TasksDatabaseSchema::name, QStringLiteral("RealmEncryptionKey")).status,
-                 KeychainStatus::itemNotFound);
+            KeychainStatus::itemNotFound);
     }
 };
 

@@ -91,9 +91,10 @@ private Q_SLOTS:
         keychain->setItem(store, account, QByteArray(64, 'k'));
         keychain->lookupStatus = status;
 
-        verifyRefused(configure(), QStringLiteral("Keychain lookup failed with status %1; refusing to regenerate "
-                                                  "the encryption key")
-                                       .arg(status));
+        verifyRefused(configure(),
+            QStringLiteral("Keychain lookup failed with status %1; refusing to regenerate "
+                           "the encryption key")
+                .arg(status));
         QCOMPARE(keychain->item(store, account), QByteArray(64, 'k'));
         QCOMPARE(keychain->addCalls, 0);
     }
@@ -102,7 +103,7 @@ private Q_SLOTS:
     {
         keychain->lookupReturnsNoData = true;
         verifyRefused(configure(),
-                      QStringLiteral("Keychain lookup failed with status 0; refusing to regenerate the encryption key"));
+            QStringLiteral("Keychain lookup failed with status 0; refusing to regenerate the encryption key"));
         QCOMPARE(keychain->addCalls, 0);
     }
 
@@ -122,7 +123,7 @@ private Q_SLOTS:
 
     void shouldLeaveTheLocationUnsetWithoutADefaultOne()
     {
-        const ResultEntity made = factory(RealmConfiguration{}).makeConfiguration(store, 1, {}, {});
+        const ResultEntity made = factory(RealmConfiguration {}).makeConfiguration(store, 1, {}, {});
         QVERIFY(made.result);
         QCOMPARE(made.dataAs<RealmConfiguration>()->fileURL, std::nullopt);
     }
@@ -133,16 +134,16 @@ private Q_SLOTS:
         const auto fileOf = [](const ResultEntity& result, auto database) {
             return result.dataAs<decltype(database)>()->configuration.fileURL.value_or(QString());
         };
-        QCOMPARE(fileOf(ProjectsDatabase::make(made), ProjectsDatabase{}), u"/data/Tasks.Projects.realm");
-        QCOMPARE(fileOf(TaskListsDatabase::make(made), TaskListsDatabase{}), u"/data/Tasks.TaskList.realm");
-        QCOMPARE(fileOf(TasksDatabase::make(made), TasksDatabase{}), u"/data/Tasks.Tasks.realm");
-        QCOMPARE(fileOf(DailyTasksDatabase::make(made), DailyTasksDatabase{}), u"/data/Tasks.DailyTask.realm");
-        QCOMPARE(fileOf(BitacoraDatabase::make(made), BitacoraDatabase{}), u"/data/Tasks.Bitacora.realm");
-        QCOMPARE(fileOf(CalendarProviderDatabase::make(made), CalendarProviderDatabase{}),
-                 u"/data/CalendarProviders.RegistryProvider.realm");
+        QCOMPARE(fileOf(ProjectsDatabase::make(made), ProjectsDatabase {}), u"/data/Tasks.Projects.realm");
+        QCOMPARE(fileOf(TaskListsDatabase::make(made), TaskListsDatabase {}), u"/data/Tasks.TaskList.realm");
+        QCOMPARE(fileOf(TasksDatabase::make(made), TasksDatabase {}), u"/data/Tasks.Tasks.realm");
+        QCOMPARE(fileOf(DailyTasksDatabase::make(made), DailyTasksDatabase {}), u"/data/Tasks.DailyTask.realm");
+        QCOMPARE(fileOf(BitacoraDatabase::make(made), BitacoraDatabase {}), u"/data/Tasks.Bitacora.realm");
+        QCOMPARE(fileOf(CalendarProviderDatabase::make(made), CalendarProviderDatabase {}),
+            u"/data/CalendarProviders.RegistryProvider.realm");
 
         for (const QString& name : {"Tasks.Projects", "Tasks.TaskList", "Tasks.Tasks", "Tasks.DailyTask",
-                                    "Tasks.Bitacora", "CalendarProviders.RegistryProvider"})
+                 "Tasks.Bitacora", "CalendarProviders.RegistryProvider"})
             QVERIFY2(keychain->item(name, account).has_value(), qPrintable(name));
     }
 
@@ -150,8 +151,9 @@ private Q_SLOTS:
     {
         keychain->lookupStatus = KeychainStatus::notAvailable;
         const ResultEntity made = ProjectsDatabase::make(factory());
-        verifyRefused(made, QStringLiteral("Keychain lookup failed with status -25291; refusing to regenerate the "
-                                           "encryption key"));
+        verifyRefused(made,
+            QStringLiteral("Keychain lookup failed with status -25291; refusing to regenerate the "
+                           "encryption key"));
     }
 };
 

@@ -24,7 +24,7 @@ void overwrite(const QString& path, qint64 offset, const QByteArray& bytes)
 
 int mode(const QString& path)
 {
-    struct stat info {};
+    struct stat info { };
     if (::stat(QFile::encodeName(path).constData(), &info) != 0)
         return -1;
     return int(info.st_mode & 07777);
@@ -35,8 +35,8 @@ void addProject(const RealmConfiguration& configuration, const QString& name)
     const auto database = RealmDatabase::open(configuration);
     database->write([&] {
         database->execute(QStringLiteral("INSERT INTO ProjectRealmModel VALUES (?, ?, ?, ?, ?)"),
-                          {QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(),
-                           QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(), name, QString(), false});
+            {QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(),
+                QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(), name, QString(), false});
     });
 }
 

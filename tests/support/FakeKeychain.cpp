@@ -16,7 +16,7 @@ KeychainLookup FakeKeychain::copyMatching(const QString& service, const QString&
     if (lookupReturnsNoData)
         return {KeychainStatus::success, std::nullopt};
     const std::optional<QByteArray> found = item(service, account);
-    return found ? KeychainLookup{KeychainStatus::success, found} : KeychainLookup{};
+    return found ? KeychainLookup {KeychainStatus::success, found} : KeychainLookup {};
 }
 
 int FakeKeychain::add(const QString& service, const QString& account, const QByteArray& data)

@@ -54,14 +54,14 @@ private Q_SLOTS:
     void shouldRefuseBlankNamesWithEachResourcesMessage()
     {
         QFETCH(QString, text);
-        verifyFailedInDomain(ProjectDomain::validateName(ProjectEntity{.prjName = text}),
-                             QStringLiteral("The project name cannot be empty"));
-        verifyFailedInDomain(TaskListDomain::validateName(TaskListEntity{.talName = text}),
-                             QStringLiteral("The task list name cannot be empty"));
-        verifyFailedInDomain(TaskDomain::validateTitle(TaskEntity{.tasTitle = text}),
-                             QStringLiteral("The task title cannot be empty"));
-        verifyFailedInDomain(DailyTaskDomain::validateTitle(DailyTaskEntity{.dtaTitle = text}),
-                             QStringLiteral("The daily task title cannot be empty"));
+        verifyFailedInDomain(ProjectDomain::validateName(ProjectEntity {.prjName = text}),
+            QStringLiteral("The project name cannot be empty"));
+        verifyFailedInDomain(TaskListDomain::validateName(TaskListEntity {.talName = text}),
+            QStringLiteral("The task list name cannot be empty"));
+        verifyFailedInDomain(
+            TaskDomain::validateTitle(TaskEntity {.tasTitle = text}), QStringLiteral("The task title cannot be empty"));
+        verifyFailedInDomain(DailyTaskDomain::validateTitle(DailyTaskEntity {.dtaTitle = text}),
+            QStringLiteral("The daily task title cannot be empty"));
     }
 
     void shouldAcceptNamesWithTextAndLeaveTheirSpacesAlone_data()
@@ -76,44 +76,44 @@ private Q_SLOTS:
     void shouldAcceptNamesWithTextAndLeaveTheirSpacesAlone()
     {
         QFETCH(QString, text);
-        const ProjectEntity project{.prjName = text};
+        const ProjectEntity project {.prjName = text};
         verifyPassed(ProjectDomain::validateName(project));
         QCOMPARE(project.prjName, text);
-        verifyPassed(TaskListDomain::validateName(TaskListEntity{.talName = text}));
-        verifyPassed(TaskDomain::validateTitle(TaskEntity{.tasTitle = text}));
-        verifyPassed(DailyTaskDomain::validateTitle(DailyTaskEntity{.dtaTitle = text}));
+        verifyPassed(TaskListDomain::validateName(TaskListEntity {.talName = text}));
+        verifyPassed(TaskDomain::validateTitle(TaskEntity {.tasTitle = text}));
+        verifyPassed(DailyTaskDomain::validateTitle(DailyTaskEntity {.dtaTitle = text}));
     }
 
     void shouldDeleteAProjectOnlyWithoutTaskLists()
     {
         verifyPassed(ProjectDomain::canDelete({}));
-        verifyFailedInDomain(ProjectDomain::canDelete({TaskListEntity{.talName = QStringLiteral("Inbox")}}),
-                             QStringLiteral("The project still has task lists"));
+        verifyFailedInDomain(ProjectDomain::canDelete({TaskListEntity {.talName = QStringLiteral("Inbox")}}),
+            QStringLiteral("The project still has task lists"));
     }
 
     void shouldCheckOwnershipOnEveryByteOfTheUserId()
     {
         const QUuid owner = QUuid::fromString(u"6F9619FF-8B86-D011-B42D-00C04FC964FF");
         const QUuid lastByteDiffers = QUuid::fromString(u"6F9619FF-8B86-D011-B42D-00C04FC964FE");
-        const ProjectEntity project{.prjUserId = owner};
-        const BitacoraEntryEntity entry{.bteUserId = owner};
+        const ProjectEntity project {.prjUserId = owner};
+        const BitacoraEntryEntity entry {.bteUserId = owner};
 
         verifyPassed(ProjectDomain::belongsToUser(project, owner));
         verifyFailedInDomain(ProjectDomain::belongsToUser(project, lastByteDiffers),
-                             QStringLiteral("This project does not belong to the given user"));
+            QStringLiteral("This project does not belong to the given user"));
         verifyPassed(BitacoraDomain::belongsToUser(entry, owner));
         verifyFailedInDomain(BitacoraDomain::belongsToUser(entry, lastByteDiffers),
-                             QStringLiteral("This bitacora entry does not belong to the given user"));
+            QStringLiteral("This bitacora entry does not belong to the given user"));
     }
 
     void shouldRequireTheParentLookedUp()
     {
-        verifyPassed(TaskListDomain::parentProjectExists(ProjectEntity{}));
-        verifyFailedInDomain(TaskListDomain::parentProjectExists(std::nullopt),
-                             QStringLiteral("The parent project does not exist"));
-        verifyPassed(TaskDomain::parentTaskListExists(TaskListEntity{}));
-        verifyFailedInDomain(TaskDomain::parentTaskListExists(std::nullopt),
-                             QStringLiteral("The parent task list does not exist"));
+        verifyPassed(TaskListDomain::parentProjectExists(ProjectEntity {}));
+        verifyFailedInDomain(
+            TaskListDomain::parentProjectExists(std::nullopt), QStringLiteral("The parent project does not exist"));
+        verifyPassed(TaskDomain::parentTaskListExists(TaskListEntity {}));
+        verifyFailedInDomain(
+            TaskDomain::parentTaskListExists(std::nullopt), QStringLiteral("The parent task list does not exist"));
     }
 
     void shouldGiveEveryResultItsOwnIdentifier()
@@ -131,22 +131,23 @@ private Q_SLOTS:
 
     void shouldCarryPayloadsAndReportTheFirstMessage()
     {
-        const TaskResultEntity found = TaskResultEntity::success(ProjectEntity{.prjName = QStringLiteral("Home")});
+        const TaskResultEntity found = TaskResultEntity::success(ProjectEntity {.prjName = QStringLiteral("Home")});
         QVERIFY(found.result);
         QCOMPARE(found.dataAs<ProjectEntity>()->prjName, QStringLiteral("Home"));
         QCOMPARE(found.dataAs<TaskEntity>(), nullptr);
 
-        const TaskResultEntity failed = TaskResultEntity::infrastructureFailure(QStringLiteral("proyecto no encontrado"));
+        const TaskResultEntity failed
+            = TaskResultEntity::infrastructureFailure(QStringLiteral("proyecto no encontrado"));
         QCOMPARE(failed.firstMessage(), std::optional<QString>(QStringLiteral("proyecto no encontrado")));
         QCOMPARE(failed.dataAs<ProjectEntity>(), nullptr);
     }
 
     void shouldGiveNewEntitiesTheirOwnIdentity()
     {
-        QVERIFY(ProjectEntity{}.prjId != ProjectEntity{}.prjId);
-        QVERIFY(!TaskEntity{}.tasId.isNull());
-        QVERIFY(!TaskEntity{}.tasDueDate.has_value());
-        QVERIFY(!TaskEntity{}.tasEisenhowerTag.has_value());
+        QVERIFY(ProjectEntity {}.prjId != ProjectEntity {}.prjId);
+        QVERIFY(!TaskEntity {}.tasId.isNull());
+        QVERIFY(!TaskEntity {}.tasDueDate.has_value());
+        QVERIFY(!TaskEntity {}.tasEisenhowerTag.has_value());
     }
 
     void shouldMapEachEisenhowerQuadrant_data()
@@ -155,12 +156,17 @@ private Q_SLOTS:
         QTest::addColumn<QString>("raw");
         QTest::addColumn<QString>("api");
         QTest::addColumn<QString>("color");
-        QTest::newRow("do it") << EisenhowerTagEnum::doIt << "do" << "urgent_important" << "#E5484D";
-        QTest::newRow("planning") << EisenhowerTagEnum::planning << "planning" << "not_urgent_important"
+        QTest::newRow("do it") << EisenhowerTagEnum::doIt << "do"
+                               << "urgent_important"
+                               << "#E5484D";
+        QTest::newRow("planning") << EisenhowerTagEnum::planning << "planning"
+                                  << "not_urgent_important"
                                   << "#3E8BFF";
-        QTest::newRow("delegate") << EisenhowerTagEnum::delegate << "delegate" << "urgent_not_important"
+        QTest::newRow("delegate") << EisenhowerTagEnum::delegate << "delegate"
+                                  << "urgent_not_important"
                                   << "#F5A623";
-        QTest::newRow("delete") << EisenhowerTagEnum::delete_ << "delete" << "not_urgent_not_important"
+        QTest::newRow("delete") << EisenhowerTagEnum::delete_ << "delete"
+                                << "not_urgent_not_important"
                                 << "#8E8E93";
     }
 
@@ -181,8 +187,8 @@ private Q_SLOTS:
     void shouldListTheQuadrantsInMatrixOrder()
     {
         QCOMPARE(EisenhowerTag::allCases,
-                 (std::array{EisenhowerTagEnum::doIt, EisenhowerTagEnum::planning, EisenhowerTagEnum::delegate,
-                             EisenhowerTagEnum::delete_}));
+            (std::array {EisenhowerTagEnum::doIt, EisenhowerTagEnum::planning, EisenhowerTagEnum::delegate,
+                EisenhowerTagEnum::delete_}));
     }
 
     void shouldTreatAnyOtherApiValueAsNoTag_data()
@@ -208,7 +214,6 @@ private Q_SLOTS:
         QCOMPARE(EisenhowerTag::fromRawValue(QStringLiteral("urgent_important")), std::nullopt);
     }
 };
-
 
 TOLVANE_TEST_MAIN(TaskModelTest)
 #include "TaskModelTest.moc"

@@ -5,8 +5,7 @@ const QString CalendarProviderDatabaseSchema::name = QStringLiteral("CalendarPro
 QList<RealmObjectType> CalendarProviderDatabaseSchema::objectTypes()
 {
     return {{QStringLiteral("CalendarProviderRealmModel"),
-             QStringLiteral(
-                       "capId TEXT PRIMARY KEY NOT NULL, "
+        QStringLiteral("capId TEXT PRIMARY KEY NOT NULL, "
                        "capProvider TEXT NOT NULL DEFAULT 'eventKit', "
                        "capDisplayName TEXT NOT NULL, "
                        "capDescription TEXT NOT NULL, "

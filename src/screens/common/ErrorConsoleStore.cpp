@@ -44,7 +44,7 @@ QString ErrorConsoleStore::consoleText() const
     QStringList lines;
     for (auto entry = first; entry != entries.end(); ++entry) {
         lines.append(QLatin1Char('[') + entry->date.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))
-                     + QStringLiteral("] ") + entry->text);
+            + QStringLiteral("] ") + entry->text);
     }
     return lines.join(QLatin1Char('\n'));
 }

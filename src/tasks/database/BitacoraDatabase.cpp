@@ -5,8 +5,7 @@ const QString BitacoraDatabaseSchema::name = QStringLiteral("Tasks.Bitacora");
 QList<RealmObjectType> BitacoraDatabaseSchema::objectTypes()
 {
     return {{QStringLiteral("BitacoraEntryRealmModel"),
-             QStringLiteral(
-                       "bteId TEXT PRIMARY KEY NOT NULL, "
+        QStringLiteral("bteId TEXT PRIMARY KEY NOT NULL, "
                        "bteUserId TEXT NOT NULL, "
                        "prjId TEXT NOT NULL, "
                        "bteDate INTEGER NOT NULL, "

@@ -5,8 +5,7 @@ const QString DailyTasksDatabaseSchema::name = QStringLiteral("Tasks.DailyTask")
 QList<RealmObjectType> DailyTasksDatabaseSchema::objectTypes()
 {
     return {{QStringLiteral("DailyTaskRealmModel"),
-             QStringLiteral(
-                       "dtaId TEXT PRIMARY KEY NOT NULL, "
+        QStringLiteral("dtaId TEXT PRIMARY KEY NOT NULL, "
                        "dtaUserId TEXT NOT NULL, "
                        "dtaDate INTEGER NOT NULL, "
                        "dtaTitle TEXT NOT NULL, "

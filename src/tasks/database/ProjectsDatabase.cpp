@@ -5,8 +5,7 @@ const QString ProjectsDatabaseSchema::name = QStringLiteral("Tasks.Projects");
 QList<RealmObjectType> ProjectsDatabaseSchema::objectTypes()
 {
     return {{QStringLiteral("ProjectRealmModel"),
-             QStringLiteral(
-                       "prjId TEXT PRIMARY KEY NOT NULL, "
+        QStringLiteral("prjId TEXT PRIMARY KEY NOT NULL, "
                        "prjUserId TEXT NOT NULL, "
                        "prjName TEXT NOT NULL, "
                        "prjDescription TEXT NOT NULL, "

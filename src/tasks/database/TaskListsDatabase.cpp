@@ -5,8 +5,7 @@ const QString TaskListsDatabaseSchema::name = QStringLiteral("Tasks.TaskList");
 QList<RealmObjectType> TaskListsDatabaseSchema::objectTypes()
 {
     return {{QStringLiteral("TaskListRealmModel"),
-             QStringLiteral(
-                       "talId TEXT PRIMARY KEY NOT NULL, "
+        QStringLiteral("talId TEXT PRIMARY KEY NOT NULL, "
                        "prjId TEXT NOT NULL, "
                        "talName TEXT NOT NULL, "
                        "talDescription TEXT NOT NULL, "

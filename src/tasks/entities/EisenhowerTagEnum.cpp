@@ -25,8 +25,7 @@ const TagRow& rowOf(EisenhowerTagEnum tag)
     return *std::find_if(rows.begin(), rows.end(), [tag](const TagRow& row) { return row.tag == tag; });
 }
 
-template <typename Column>
-std::optional<EisenhowerTagEnum> findBy(Column column, const QString& value)
+template <typename Column> std::optional<EisenhowerTagEnum> findBy(Column column, const QString& value)
 {
     for (const TagRow& row : rows) {
         if (value == QLatin1String(row.*column))

@@ -7,16 +7,16 @@
 
 // The quadrants of the Eisenhower matrix. `delete` is spelled delete_ (a C++ keyword).
 enum class EisenhowerTagEnum {
-    doIt,     // urgent and important
+    doIt, // urgent and important
     planning, // important, not urgent
     delegate, // urgent, not important
-    delete_,  // neither
+    delete_, // neither
 };
 
 namespace EisenhowerTag {
 
-inline constexpr std::array<EisenhowerTagEnum, 4> allCases = {
-    EisenhowerTagEnum::doIt, EisenhowerTagEnum::planning, EisenhowerTagEnum::delegate, EisenhowerTagEnum::delete_};
+inline constexpr std::array<EisenhowerTagEnum, 4> allCases
+    = {EisenhowerTagEnum::doIt, EisenhowerTagEnum::planning, EisenhowerTagEnum::delegate, EisenhowerTagEnum::delete_};
 
 // What the local store keeps: "do", "planning", "delegate", "delete".
 QString rawValue(EisenhowerTagEnum tag);
