@@ -71,16 +71,18 @@ APIClient::APIClient(
     , m_tokenProvider(std::move(tokenProvider))
     , m_session(session)
     , m_logger(std::move(logger))
+    , m_baseIsUsable(m_baseURL.isValid() && !m_baseURL.isRelative() && !m_baseURL.host().isEmpty())
+    , m_basePath(m_baseURL.path(QUrl::FullyDecoded))
 {
+    while (m_basePath.endsWith(QLatin1Char('/')))
+        m_basePath.chop(1);
 }
 
 QUrl APIClient::requestURL(const QString& path, const QList<QueryItem>& queryItems) const
 {
-    if (!m_baseURL.isValid() || m_baseURL.isRelative() || m_baseURL.host().isEmpty())
+    if (!m_baseIsUsable)
         return QUrl();
-    QString joined = m_baseURL.path(QUrl::FullyDecoded);
-    while (joined.endsWith(QLatin1Char('/')))
-        joined.chop(1);
+    QString joined = m_basePath;
     QStringView tail(path);
     while (tail.startsWith(QLatin1Char('/')))
         tail = tail.mid(1);

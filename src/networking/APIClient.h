@@ -87,4 +87,7 @@ private:
     std::shared_ptr<AuthTokenProvider> m_tokenProvider;
     UrlSession m_session;
     NetworkLogger m_logger;
+    // Worked out once: every request starts from them.
+    bool m_baseIsUsable;
+    QString m_basePath;
 };

@@ -7,6 +7,16 @@
 #include <mutex>
 #include <vector>
 
+namespace {
+
+size_t appendToBody(char* data, size_t size, size_t count, void* body)
+{
+    static_cast<QByteArray*>(body)->append(data, static_cast<qsizetype>(size * count));
+    return size * count;
+}
+
+} // namespace
+
 class UrlSession::State {
 public:
     State()
@@ -25,8 +35,8 @@ public:
 
     CURLSH* share() const { return m_share; }
 
-    // Easy handles are kept between requests: creating one costs more than a loopback request's
-    // client side, and a reset handle keeps nothing of its last request but its buffers.
+    // Easy handles are kept between requests with their fixed options set: creating and
+    // configuring one costs about as much as the client's side of a loopback request.
     CURL* acquire()
     {
         {
@@ -40,12 +50,29 @@ public:
         CURL* handle = curl_easy_init();
         if (!handle)
             throw UrlSessionError(QStringLiteral("libcurl could not create a request handle"));
+        curl_easy_setopt(handle, CURLOPT_SHARE, m_share);
+        curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
+        curl_easy_setopt(handle, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+        curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 1L);
+        curl_easy_setopt(handle, CURLOPT_MAXREDIRS, 16L);
+        curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
+        curl_easy_setopt(handle, CURLOPT_ACCEPT_ENCODING, "");
+        curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &appendToBody);
+        // The limit is on idleness, not on the whole exchange: a slow but moving download goes on.
+        curl_easy_setopt(handle, CURLOPT_LOW_SPEED_LIMIT, 1L);
         return handle;
     }
 
+    // Forgets everything that pointed into the finished request, so the next one starts clean.
     void release(CURL* handle)
     {
-        curl_easy_reset(handle);
+        curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, nullptr);
+        curl_easy_setopt(handle, CURLOPT_WRITEDATA, nullptr);
+        curl_easy_setopt(handle, CURLOPT_HTTPHEADER, nullptr);
+        curl_easy_setopt(handle, CURLOPT_CUSTOMREQUEST, nullptr);
+        curl_easy_setopt(handle, CURLOPT_POSTFIELDS, nullptr);
+        curl_easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(-1));
+        curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L);
         {
             const std::lock_guard guard(m_poolMutex);
             if (m_idle.size() < maxIdleHandles) {
@@ -76,12 +103,6 @@ private:
 };
 
 namespace {
-
-size_t appendToBody(char* data, size_t size, size_t count, void* body)
-{
-    static_cast<QByteArray*>(body)->append(data, static_cast<qsizetype>(size * count));
-    return size * count;
-}
 
 struct HeaderList {
     curl_slist* list = nullptr;
@@ -130,32 +151,20 @@ UrlResponse UrlSession::send(const UrlRequest& request) const
     const QByteArray url = request.url.toEncoded();
     const long idleSeconds = qMax<long>(1, static_cast<long>((request.timeoutInterval.count() + 999) / 1000));
 
-    curl_easy_setopt(curl, CURLOPT_SHARE, m_state->share());
     curl_easy_setopt(curl, CURLOPT_URL, url.constData());
-    curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(curl, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(curl, CURLOPT_FOLLOWLOCATION, 1L);
-    curl_easy_setopt(curl, CURLOPT_MAXREDIRS, 16L);
-    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(curl, CURLOPT_ACCEPT_ENCODING, "");
     curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, errorBuffer);
-    curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, &appendToBody);
     curl_easy_setopt(curl, CURLOPT_WRITEDATA, &body);
     curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers.list);
-    // The limit is on idleness, not on the whole exchange: a slow but moving download goes on.
     curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(request.timeoutInterval.count()));
-    curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
     curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, idleSeconds);
 
-    if (request.httpMethod == "GET" && !request.httpBody) {
-        curl_easy_setopt(curl, CURLOPT_HTTPGET, 1L);
-    } else {
-        curl_easy_setopt(curl, CURLOPT_CUSTOMREQUEST, request.httpMethod.constData());
-        if (request.httpBody) {
-            curl_easy_setopt(curl, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.httpBody->size()));
-            curl_easy_setopt(curl, CURLOPT_POSTFIELDS, request.httpBody->constData());
-        }
+    if (request.httpBody) {
+        curl_easy_setopt(curl, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.httpBody->size()));
+        curl_easy_setopt(curl, CURLOPT_POSTFIELDS, request.httpBody->constData());
     }
+    // A body makes libcurl speak POST; the method's own name goes on the request line.
+    if (request.httpMethod != "GET" || request.httpBody)
+        curl_easy_setopt(curl, CURLOPT_CUSTOMREQUEST, request.httpMethod.constData());
 
     const CURLcode result = curl_easy_perform(curl);
     if (result != CURLE_OK) {

@@ -43,7 +43,6 @@ public:
     {
         std::unique_lock lock(m_mutex);
         m_queue.push_back(std::move(task));
-        m_queued.store(static_cast<int>(m_queue.size()), std::memory_order_release);
         const bool needsWorker = m_available < static_cast<int>(m_queue.size());
         lock.unlock();
         if (needsWorker)
@@ -58,12 +57,6 @@ private:
         std::unique_lock lock(m_mutex);
         ++m_available;
         for (;;) {
-            if (m_queue.empty()) {
-                // Requests tend to come in runs; catching the next one awake saves a wake-up.
-                lock.unlock();
-                spinUntil([this] { return m_queued.load(std::memory_order_acquire) > 0; }, idleSpin);
-                lock.lock();
-            }
             if (!m_wakeUp.wait_for(lock, idleLifetime, [this] { return !m_queue.empty(); })) {
                 --m_available;
                 return;
@@ -71,7 +64,6 @@ private:
             --m_available;
             std::function<void()> task = std::move(m_queue.front());
             m_queue.pop_front();
-            m_queued.store(static_cast<int>(m_queue.size()), std::memory_order_release);
             lock.unlock();
             task();
             task = nullptr;
@@ -81,12 +73,10 @@ private:
     }
 
     static constexpr std::chrono::seconds idleLifetime {30};
-    static constexpr std::chrono::microseconds idleSpin {100};
 
     std::mutex m_mutex;
     std::condition_variable m_wakeUp;
     std::deque<std::function<void()>> m_queue;
-    std::atomic<int> m_queued = 0;
     // Workers spinning or waiting for a task.
     int m_available = 0;
 };

@@ -48,6 +48,33 @@ private Q_SLOTS:
         QCOMPARE(backend.connectionCount(), 1);
     }
 
+    void shouldStartEachRequestClean()
+    {
+        // Handles are reused: nothing of a request with a body may leak into the next ones.
+        FakeBackend backend;
+        UrlRequest post = requestTo(backend, QStringLiteral("/v0/a"));
+        post.httpMethod = "POST";
+        post.httpBody = QByteArray(R"({"x":1})");
+        post.setValue("X-Only-Here", "1");
+        UrlRequest get = requestTo(backend, QStringLiteral("/v0/b"));
+        UrlRequest remove = requestTo(backend, QStringLiteral("/v0/c"));
+        remove.httpMethod = "DELETE";
+
+        for (const UrlRequest& request : {post, get, remove, get})
+            UrlSession::shared().send(request);
+
+        const QList<RecordedRequest> requests = backend.requests();
+        QCOMPARE(requests.size(), 4);
+        QCOMPARE(requests.at(0).method, QByteArray("POST"));
+        QCOMPARE(requests.at(0).body, QByteArray(R"({"x":1})"));
+        for (qsizetype i = 1; i < requests.size(); ++i) {
+            QCOMPARE(requests.at(i).method, i == 2 ? QByteArray("DELETE") : QByteArray("GET"));
+            QVERIFY(requests.at(i).body.isEmpty());
+            QVERIFY(!requests.at(i).hasHeader("Content-Length"));
+            QVERIFY(!requests.at(i).hasHeader("X-Only-Here"));
+        }
+    }
+
     void shouldServeSeveralThreadsAtOnce()
     {
         FakeBackend backend;
