@@ -33,15 +33,6 @@ private Q_SLOTS:
         QVERIFY(!(APIError::forbidden(QString()) == APIError::unauthorized()));
     }
 
-    void shouldDescribeItselfForLogsAndFailures()
-    {
-        QCOMPARE(APIError::server(409).debugDescription(), QStringLiteral("server(409)"));
-        QCOMPARE(APIError::badRequest(QStringLiteral("URL inválida")).debugDescription(),
-            QStringLiteral("badRequest(\"URL inválida\")"));
-        QCOMPARE(APIError::notFound().debugDescription(), QStringLiteral("notFound"));
-        QCOMPARE(QString::fromUtf8(APIError::server(500).what()), QStringLiteral("server(500)"));
-    }
-
     void shouldGiveTheRepositoryMessage_data()
     {
         QTest::addColumn<APIError>("error");
