@@ -1,0 +1,142 @@
+#include "calendar_providers/repositories/LocalRegistryRepositoryImpl.h"
+
+#include "calendar_providers/domain/CalendarProviderMessages.h"
+#include "platform/Logging.h"
+#include "storage/RealmDatabase.h"
+#include "storage/RealmDatabaseOpener.h"
+
+#include <QTimeZone>
+
+namespace {
+
+const QString columns
+    = QStringLiteral("capId, capProvider, capDisplayName, capDescription, capEmail, capIsEnabled, capRegisteredAt");
+
+const QString selectAll = QStringLiteral("SELECT %1 FROM CalendarProviderRealmModel").arg(columns);
+
+QVariantList toRow(const CalendarProviderEntity& provider)
+{
+    // An unset date has no instant; the epoch keeps the column's NOT NULL without inventing "now".
+    const qint64 registeredAt = provider.capRegisteredAt.isValid() ? provider.capRegisteredAt.toMSecsSinceEpoch() : 0;
+    return {provider.capId, AccountProvider::rawValue(provider.capProvider), provider.capDisplayName,
+        provider.capDescription, provider.capEmail, provider.capIsEnabled, registeredAt};
+}
+
+CalendarProviderEntity fromRow(const RealmRow& row)
+{
+    return CalendarProviderEntity {
+        .capId = row.at(0).toString(),
+        // A kind written by a later version that this one does not know still belongs to the
+        // only store it can read.
+        .capProvider = AccountProvider::fromRawValue(row.at(1).toString()).value_or(AccountProviderEnum::eventKit),
+        .capDisplayName = row.at(2).toString(),
+        .capDescription = row.at(3).toString(),
+        .capEmail = row.at(4).toString(),
+        .capIsEnabled = row.at(5).toLongLong() != 0,
+        .capRegisteredAt = QDateTime::fromMSecsSinceEpoch(row.at(6).toLongLong(), QTimeZone::utc()),
+    };
+}
+
+std::optional<CalendarProviderEntity> lookUp(RealmDatabase& database, const QString& capId)
+{
+    const QList<RealmRow> rows = database.query(selectAll + QStringLiteral(" WHERE capId = ?"), {capId});
+    if (rows.isEmpty())
+        return std::nullopt;
+    return fromRow(rows.constFirst());
+}
+
+CalendarProvidersResultEntity stored(RealmDatabase& database, const QString& capId)
+{
+    return CalendarProvidersResultEntity::success(*lookUp(database, capId));
+}
+
+} // namespace
+
+LocalRegistryRepositoryImpl::LocalRegistryRepositoryImpl(CalendarProviderDatabase database)
+    : m_database(std::move(database))
+{
+}
+
+CalendarProvidersResultEntity LocalRegistryRepositoryImpl::listProviders()
+{
+    return withDatabase([](RealmDatabase& database) {
+        QList<CalendarProviderEntity> providers;
+        // rowid is the order of registration; an update keeps a record's place.
+        for (const RealmRow& row : database.query(selectAll + QStringLiteral(" ORDER BY rowid")))
+            providers.append(fromRow(row));
+        return CalendarProvidersResultEntity::success(providers);
+    });
+}
+
+CalendarProvidersResultEntity LocalRegistryRepositoryImpl::findProvider(const QString& capId)
+{
+    return withDatabase([&](RealmDatabase& database) {
+        const std::optional<CalendarProviderEntity> provider = lookUp(database, capId);
+        if (!provider)
+            return CalendarProvidersResultEntity::applicationFailure(CalendarProviderMessages::notFound);
+        return CalendarProvidersResultEntity::success(*provider);
+    });
+}
+
+CalendarProvidersResultEntity LocalRegistryRepositoryImpl::registerProvider(const CalendarProviderEntity& provider)
+{
+    return withDatabase([&](RealmDatabase& database) {
+        return database.write([&] {
+            if (lookUp(database, provider.capId))
+                return CalendarProvidersResultEntity::applicationFailure(CalendarProviderMessages::duplicateId);
+            database.execute(
+                QStringLiteral("INSERT INTO CalendarProviderRealmModel (%1) VALUES (?, ?, ?, ?, ?, ?, ?)").arg(columns),
+                toRow(provider));
+            return stored(database, provider.capId);
+        });
+    });
+}
+
+CalendarProvidersResultEntity LocalRegistryRepositoryImpl::updateProvider(const CalendarProviderEntity& provider)
+{
+    return withDatabase([&](RealmDatabase& database) {
+        return database.write([&] {
+            if (!lookUp(database, provider.capId))
+                return CalendarProvidersResultEntity::applicationFailure(CalendarProviderMessages::notFound);
+            QVariantList bindings = toRow(provider);
+            bindings.append(bindings.takeFirst());
+            database.execute(
+                QStringLiteral("UPDATE CalendarProviderRealmModel SET capProvider = ?, capDisplayName = ?, "
+                               "capDescription = ?, capEmail = ?, capIsEnabled = ?, capRegisteredAt = ? "
+                               "WHERE capId = ?"),
+                bindings);
+            return stored(database, provider.capId);
+        });
+    });
+}
+
+CalendarProvidersResultEntity LocalRegistryRepositoryImpl::removeProvider(const QString& capId)
+{
+    return withDatabase([&](RealmDatabase& database) {
+        return database.write([&] {
+            if (!lookUp(database, capId))
+                return CalendarProvidersResultEntity::applicationFailure(CalendarProviderMessages::notFound);
+            database.execute(QStringLiteral("DELETE FROM CalendarProviderRealmModel WHERE capId = ?"), {capId});
+            return CalendarProvidersResultEntity::success();
+        });
+    });
+}
+
+CalendarProvidersResultEntity LocalRegistryRepositoryImpl::withDatabase(
+    const std::function<CalendarProvidersResultEntity(RealmDatabase&)>& operation) const
+{
+    const ResultEntity opened = RealmDatabaseOpener::open(m_database.configuration);
+    if (!opened.result) {
+        qCWarning(lcStorage) << "calendar provider registry unavailable:" << opened.firstMessage().value_or(QString());
+        CalendarProvidersResultEntity failure
+            = CalendarProvidersResultEntity::databaseFailure(CalendarProviderMessages::databaseOpenFailed);
+        failure.infrastructureMessage = opened.databaseMessage;
+        return failure;
+    }
+    const std::shared_ptr<RealmDatabase> database = *opened.dataAs<std::shared_ptr<RealmDatabase>>();
+    try {
+        return operation(*database);
+    } catch (const RealmError& error) {
+        return CalendarProvidersResultEntity::databaseFailure(error.localizedDescription());
+    }
+}
