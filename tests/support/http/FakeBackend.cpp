@@ -31,10 +31,22 @@ struct FakeBackend::Scripted {
     FakeResponse response;
 };
 
+QUuid FakeBackend::defaultUserId()
+{
+    return QUuid::fromString(u"0F5C6D1E-7A2B-4C3D-9E8F-1A2B3C4D5E6F");
+}
+
 FakeBackend::FakeBackend(QString bearerToken)
     : m_bearerToken(std::move(bearerToken))
+    , m_users {{m_bearerToken, defaultUserId()}}
     , m_server(std::make_unique<HttpTestServer>([this](const RecordedRequest& request) { return answer(request); }))
 {
+}
+
+void FakeBackend::acceptToken(const QString& token, const QUuid& userId)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_users.insert(token, userId);
 }
 
 FakeBackend::~FakeBackend()
@@ -83,12 +95,16 @@ void FakeBackend::clearRequests()
     m_requests.clear();
 }
 
-FakeResponse FakeBackend::answer(const RecordedRequest& request)
+FakeResponse FakeBackend::answer(const RecordedRequest& arrived)
 {
     QMutexLocker locker(&m_mutex);
+    RecordedRequest request = arrived;
+    const QByteArray authorization = request.header("Authorization");
+    if (authorization.startsWith("Bearer "))
+        request.userId = m_users.value(QString::fromUtf8(authorization.mid(7)));
     m_requests.append(request);
 
-    if (request.header("Authorization") != "Bearer " + m_bearerToken.toUtf8())
+    if (request.userId.isNull())
         return FakeResponse::text(401, "missing or wrong bearer token");
 
     for (auto it = m_scripted.begin(); it != m_scripted.end(); ++it) {

@@ -4,10 +4,12 @@
 #include "support/http/HttpTestServer.h"
 #include "support/http/RecordedRequest.h"
 
+#include <QHash>
 #include <QMutex>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
+#include <QUuid>
 
 #include <deque>
 #include <functional>
@@ -16,7 +18,9 @@
 // The backend as tests see it: a real HTTP server on loopback that checks the bearer token,
 // answers from routes or from scripted responses, and records every request as it arrived.
 //
-// Order of answering: a request without "Authorization: Bearer <token>" gets 401; else the oldest
+// Each accepted bearer token belongs to one user, so per-user state can be kept by the routes
+// (RecordedRequest::userId). Order of answering: a request without "Authorization: Bearer
+// <accepted token>" gets 401; else the oldest
 // scripted response whose method and path match (empty ones match anything) is used once; else
 // the first matching route answers; else 404 "no route".
 class FakeBackend {
@@ -25,6 +29,8 @@ public:
     using RouteHandler = std::function<FakeResponse(const RecordedRequest&, const QStringList& captures)>;
 
     static constexpr const char* defaultToken = "fake-backend-token";
+    // The user of the token given at construction.
+    static QUuid defaultUserId();
 
     explicit FakeBackend(QString bearerToken = QString::fromLatin1(defaultToken));
     ~FakeBackend();
@@ -32,6 +38,8 @@ public:
     // "http://127.0.0.1:<port>"
     QUrl baseURL() const;
     const QString& bearerToken() const { return m_bearerToken; }
+    // Accepts token as the bearer of userId from now on.
+    void acceptToken(const QString& token, const QUuid& userId);
     int connectionCount() const;
 
     // pathPattern is a decoded path whose "{name}" segments match any one segment:
@@ -53,6 +61,7 @@ private:
 
     QString m_bearerToken;
     mutable QMutex m_mutex;
+    QHash<QString, QUuid> m_users;
     std::vector<std::shared_ptr<Route>> m_routes;
     std::deque<Scripted> m_scripted;
     QList<RecordedRequest> m_requests;

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QUuid>
 
 #include <optional>
 #include <utility>
@@ -19,6 +20,8 @@ struct RecordedRequest {
     // Header lines in the order they came, names as sent.
     QList<std::pair<QByteArray, QByteArray>> headers;
     QByteArray body;
+    // The user whose bearer token came with it; null when none was accepted.
+    QUuid userId;
 
     // The first header of that name, compared without case; empty when missing.
     QByteArray header(const QByteArray& name) const;
