@@ -1,0 +1,31 @@
+#pragma once
+
+#include "tasks/entities/TaskEntity.h"
+#include "tasks/entities/TaskResultEntity.h"
+
+// Where tasks are kept: the encrypted local store or the backend. The done flag and the
+// Eisenhower tag change only through their single-field operations.
+class TaskRepository {
+public:
+    virtual ~TaskRepository() = default;
+
+    // data: the stored TaskEntity.
+    virtual TaskResultEntity create(const TaskEntity& task) = 0;
+    // data: the updated TaskEntity.
+    virtual TaskResultEntity update(const TaskEntity& task) = 0;
+    // Marks the task done (true) or not done (false); data: the updated TaskEntity.
+    virtual TaskResultEntity setDone(const QUuid& taskId, bool isDone) = 0;
+    // Sets the tag, or clears it when tag is empty; data: the updated TaskEntity.
+    virtual TaskResultEntity setTag(const QUuid& taskId, std::optional<EisenhowerTagEnum> tag) = 0;
+    // No payload.
+    virtual TaskResultEntity delete_(const QUuid& taskId) = 0;
+    // Deletes every done task of the list; no payload.
+    virtual TaskResultEntity deleteCompleted(const QUuid& taskListId) = 0;
+    // data: the TaskEntity.
+    virtual TaskResultEntity find(const QUuid& taskId) = 0;
+    // data: QList<TaskEntity>, the list's tasks in the store's own order.
+    virtual TaskResultEntity list(const QUuid& taskListId) = 0;
+
+    TaskResultEntity markDone(const QUuid& taskId) { return setDone(taskId, true); }
+    TaskResultEntity markNotDone(const QUuid& taskId) { return setDone(taskId, false); }
+};
