@@ -155,6 +155,17 @@ private Q_SLOTS:
             QCOMPARE(outcome.firstMessage(), QStringLiteral("Failed to open the database"));
             QVERIFY(outcome.infrastructureMessage.value_or(QString()).contains(QStringLiteral("recreated the file")));
         }
+
+        // The enabled kinds are only ever written from a registry that could be read.
+        const EnabledCalendarAccountsStore enabledKinds(directory.path());
+        enabledKinds.save({AccountProviderEnum::eventKit});
+        const CalendarProviderRegistryApplication application(
+            std::make_shared<LocalRegistryRepositoryImpl>(unreachable), std::make_shared<UnusedPermissionRepository>(),
+            enabledKinds);
+        QCOMPARE(application.listProviders().databaseMessage, QStringLiteral("Failed to open the database"));
+        QCOMPARE(
+            application.registerProvider(aProvider()).databaseMessage, QStringLiteral("Failed to open the database"));
+        QCOMPARE(enabledKinds.load(), AccountProviderSet {AccountProviderEnum::eventKit});
     }
 
     void shouldSynchroniseTheEnabledKindsThroughTheRealStore()
@@ -165,7 +176,15 @@ private Q_SLOTS:
             std::make_shared<UnusedPermissionRepository>(), enabledKinds);
         const CalendarProviderEntity only = aProvider();
 
-        QVERIFY(application.registerProvider(only).result);
+        const CalendarProvidersResultEntity blank
+            = application.registerProvider(aProvider().withEmail(QStringLiteral("\n ")));
+        QCOMPARE(blank.domainMessage, QStringLiteral("The provider email cannot be empty"));
+        QCOMPARE(application.updateProvider(aProvider().withId(QStringLiteral(" "))).domainMessage,
+            QStringLiteral("The provider id cannot be empty"));
+        QCOMPARE(providersOf(repository().listProviders()), QList<CalendarProviderEntity> {});
+        QVERIFY(!QFile::exists(enabledKinds.filePath()));
+
+        QCOMPARE(*application.registerProvider(only).dataAs<CalendarProviderEntity>(), only);
         QCOMPARE(enabledKinds.load(), AccountProviderSet {AccountProviderEnum::eventKit});
 
         CalendarProviderEntity disabled = only;
@@ -179,8 +198,10 @@ private Q_SLOTS:
         QCOMPARE(providersOf(application.listProviders()), QList<CalendarProviderEntity> {disabled});
         QCOMPARE(enabledKinds.load(), AccountProviderSet());
 
+        // A second account of the calendar store is refused even while the first is switched off.
         QCOMPARE(application.registerProvider(aProvider().withId(QStringLiteral("second"))).domainMessage,
             QStringLiteral("A provider of type eventKit is already registered"));
+        QCOMPARE(providersOf(application.listProviders()).size(), 1);
         QCOMPARE(application.removeProvider(QStringLiteral("second")).applicationMessage, notFound);
         QVERIFY(application.removeProvider(only.capId).result);
         QCOMPARE(providersOf(application.listProviders()), QList<CalendarProviderEntity> {});
