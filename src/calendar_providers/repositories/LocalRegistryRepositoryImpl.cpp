@@ -1,11 +1,10 @@
 #include "calendar_providers/repositories/LocalRegistryRepositoryImpl.h"
 
+#include "calendar_providers/database/CalendarProviderRealmModel.h"
 #include "calendar_providers/domain/CalendarProviderMessages.h"
 #include "platform/Logging.h"
 #include "storage/RealmDatabase.h"
 #include "storage/RealmDatabaseOpener.h"
-
-#include <QTimeZone>
 
 namespace {
 
@@ -14,27 +13,14 @@ const QString columns
 
 const QString selectAll = QStringLiteral("SELECT %1 FROM CalendarProviderRealmModel").arg(columns);
 
-QVariantList toRow(const CalendarProviderEntity& provider)
-{
-    // An unset date has no instant; the epoch keeps the column's NOT NULL without inventing "now".
-    const qint64 registeredAt = provider.capRegisteredAt.isValid() ? provider.capRegisteredAt.toMSecsSinceEpoch() : 0;
-    return {provider.capId, AccountProvider::rawValue(provider.capProvider), provider.capDisplayName,
-        provider.capDescription, provider.capEmail, provider.capIsEnabled, registeredAt};
-}
-
 CalendarProviderEntity fromRow(const RealmRow& row)
 {
-    return CalendarProviderEntity {
-        .capId = row.at(0).toString(),
-        // A kind written by a later version that this one does not know still belongs to the
-        // only store it can read.
-        .capProvider = AccountProvider::fromRawValue(row.at(1).toString()).value_or(AccountProviderEnum::eventKit),
-        .capDisplayName = row.at(2).toString(),
-        .capDescription = row.at(3).toString(),
-        .capEmail = row.at(4).toString(),
-        .capIsEnabled = row.at(5).toLongLong() != 0,
-        .capRegisteredAt = QDateTime::fromMSecsSinceEpoch(row.at(6).toLongLong(), QTimeZone::utc()),
-    };
+    return CalendarProviderRealmModel::fromRow(row).toEntity();
+}
+
+RealmRow toRow(const CalendarProviderEntity& provider)
+{
+    return CalendarProviderRealmModel::fromEntity(provider).toRow();
 }
 
 std::optional<CalendarProviderEntity> lookUp(RealmDatabase& database, const QString& capId)
@@ -98,7 +84,7 @@ CalendarProvidersResultEntity LocalRegistryRepositoryImpl::updateProvider(const 
         return database.write([&] {
             if (!lookUp(database, provider.capId))
                 return CalendarProvidersResultEntity::applicationFailure(CalendarProviderMessages::notFound);
-            QVariantList bindings = toRow(provider);
+            RealmRow bindings = toRow(provider);
             bindings.append(bindings.takeFirst());
             database.execute(
                 QStringLiteral("UPDATE CalendarProviderRealmModel SET capProvider = ?, capDisplayName = ?, "
