@@ -1,0 +1,108 @@
+#include "tasks/repositories/remote/RemoteDailyTaskRepositoryImpl.h"
+
+#include "tasks/domain/TaskMessages.h"
+#include "tasks/dto/CreateDailyTaskRequestDTO.h"
+#include "tasks/dto/DailyTaskResponseDTO.h"
+#include "tasks/dto/UpdateDailyTaskRequestDTO.h"
+#include "tasks/repositories/remote/RemoteResource.h"
+
+#include <QTimeZone>
+
+namespace {
+
+const RemoteResource& dailyTasks()
+{
+    static const RemoteResource resource(QStringLiteral("/v0/daily-tasks"), TaskMessages::DailyTask::remoteNotFound,
+        TaskMessages::DailyTask::remoteBadId);
+    return resource;
+}
+
+// "yyyy-MM-dd" of the UTC calendar day; shared by every list query.
+class UtcDayFormatter {
+public:
+    QString string(const QDateTime& instant) const { return instant.toTimeZone(m_zone).toString(m_pattern); }
+
+private:
+    QTimeZone m_zone = QTimeZone::utc();
+    QString m_pattern = QStringLiteral("yyyy-MM-dd");
+};
+
+const UtcDayFormatter& dayFormatter()
+{
+    static const UtcDayFormatter formatter;
+    return formatter;
+}
+
+std::optional<DailyTaskEntity> toEntity(const DailyTaskResponseDTO& dto)
+{
+    const auto id = RemoteResource::parseUUID(dto.tasId);
+    const auto userId = RemoteResource::parseUUID(dto.tasUserId);
+    if (!id || !userId)
+        return std::nullopt;
+    return DailyTaskEntity {*id, *userId, dto.tasDate, dto.tasTitle, dto.tasIsDone};
+}
+
+} // namespace
+
+RemoteDailyTaskRepositoryImpl::RemoteDailyTaskRepositoryImpl(APIClient client)
+    : client(std::move(client))
+{
+}
+
+TaskResultEntity RemoteDailyTaskRepositoryImpl::create(const DailyTaskEntity& dailyTask)
+{
+    return dailyTasks().call([&] {
+        return dailyTasks().one(toEntity(
+            client.post<DailyTaskResponseDTO>(dailyTasks().path(), CreateDailyTaskRequestDTO::from(dailyTask))));
+    });
+}
+
+TaskResultEntity RemoteDailyTaskRepositoryImpl::update(const DailyTaskEntity& dailyTask)
+{
+    return dailyTasks().call([&] {
+        return dailyTasks().one(toEntity(client.put<DailyTaskResponseDTO>(
+            dailyTasks().path(dailyTask.dtaId), UpdateDailyTaskRequestDTO::from(dailyTask))));
+    });
+}
+
+TaskResultEntity RemoteDailyTaskRepositoryImpl::toggle(const QUuid& dailyTaskId)
+{
+    return dailyTasks().call([&] {
+        client.patch(dailyTasks().path(dailyTaskId) + QStringLiteral("/toggle"));
+        return TaskResultEntity::success();
+    });
+}
+
+TaskResultEntity RemoteDailyTaskRepositoryImpl::delete_(const QUuid& dailyTaskId)
+{
+    return dailyTasks().call([&] {
+        client.delete_(dailyTasks().path(dailyTaskId));
+        return TaskResultEntity::success();
+    });
+}
+
+TaskResultEntity RemoteDailyTaskRepositoryImpl::find(const QUuid& dailyTaskId)
+{
+    return dailyTasks().call(
+        [&] { return dailyTasks().one(toEntity(client.get<DailyTaskResponseDTO>(dailyTasks().path(dailyTaskId)))); });
+}
+
+TaskResultEntity RemoteDailyTaskRepositoryImpl::list(const QDateTime& date)
+{
+    return dailyTasks().call([&] {
+        const QList<DailyTaskResponseDTO> dtos = client.get<QList<DailyTaskResponseDTO>>(
+            dailyTasks().path(), {{QStringLiteral("date"), dayFormatter().string(date)}});
+        return RemoteResource::many(dtos, toEntity);
+    });
+}
+
+TaskResultEntity RemoteDailyTaskRepositoryImpl::setDone(const QUuid& dailyTaskId, bool isDone)
+{
+    // The backend only flips; flipping blindly would undo a second click that arrived first.
+    const TaskResultEntity found = find(dailyTaskId);
+    if (!found.result)
+        return found;
+    if (found.dataAs<DailyTaskEntity>()->dtaIsDone == isDone)
+        return TaskResultEntity::success();
+    return toggle(dailyTaskId);
+}

@@ -1,0 +1,68 @@
+#include "tasks/repositories/remote/RemoteProjectRepositoryImpl.h"
+
+#include "tasks/domain/TaskMessages.h"
+#include "tasks/dto/CreateProjectRequestDTO.h"
+#include "tasks/dto/ProjectResponseDTO.h"
+#include "tasks/dto/UpdateProjectRequestDTO.h"
+#include "tasks/repositories/remote/RemoteResource.h"
+
+namespace {
+
+const RemoteResource& projects()
+{
+    static const RemoteResource resource(
+        QStringLiteral("/v0/projects"), TaskMessages::Project::remoteNotFound, TaskMessages::Project::remoteBadId);
+    return resource;
+}
+
+std::optional<ProjectEntity> toEntity(const ProjectResponseDTO& dto)
+{
+    const auto id = RemoteResource::parseUUID(dto.prjId);
+    const auto userId = RemoteResource::parseUUID(dto.prjUserId);
+    if (!id || !userId)
+        return std::nullopt;
+    return ProjectEntity {*id, *userId, dto.prjName, dto.prjDescription, dto.prjShowEveryDay};
+}
+
+} // namespace
+
+RemoteProjectRepositoryImpl::RemoteProjectRepositoryImpl(APIClient client)
+    : client(std::move(client))
+{
+}
+
+TaskResultEntity RemoteProjectRepositoryImpl::create(const ProjectEntity& project)
+{
+    return projects().call([&] {
+        return projects().one(
+            toEntity(client.post<ProjectResponseDTO>(projects().path(), CreateProjectRequestDTO::from(project))));
+    });
+}
+
+TaskResultEntity RemoteProjectRepositoryImpl::update(const ProjectEntity& project)
+{
+    return projects().call([&] {
+        return projects().one(toEntity(
+            client.put<ProjectResponseDTO>(projects().path(project.prjId), UpdateProjectRequestDTO::from(project))));
+    });
+}
+
+TaskResultEntity RemoteProjectRepositoryImpl::delete_(const QUuid& projectId)
+{
+    return projects().call([&] {
+        client.delete_(projects().path(projectId));
+        return TaskResultEntity::success();
+    });
+}
+
+TaskResultEntity RemoteProjectRepositoryImpl::find(const QUuid& projectId)
+{
+    return projects().call(
+        [&] { return projects().one(toEntity(client.get<ProjectResponseDTO>(projects().path(projectId)))); });
+}
+
+TaskResultEntity RemoteProjectRepositoryImpl::list(const QUuid& /*userId: the bearer token names the user*/)
+{
+    return projects().call(
+        [&] { return RemoteResource::many(client.get<QList<ProjectResponseDTO>>(projects().path()), toEntity); });
+}

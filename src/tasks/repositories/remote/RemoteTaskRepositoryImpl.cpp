@@ -1,0 +1,104 @@
+#include "tasks/repositories/remote/RemoteTaskRepositoryImpl.h"
+
+#include "networking/JSONCoding.h"
+#include "tasks/domain/TaskMessages.h"
+#include "tasks/dto/CreateTaskRequestDTO.h"
+#include "tasks/dto/DeleteCompletedTasksRequestDTO.h"
+#include "tasks/dto/TaskResponseDTO.h"
+#include "tasks/dto/UpdateTaskRequestDTO.h"
+#include "tasks/repositories/remote/RemoteResource.h"
+
+namespace {
+
+const RemoteResource& tasks()
+{
+    static const RemoteResource resource(
+        QStringLiteral("/v0/tasks"), TaskMessages::Task::remoteNotFound, TaskMessages::Task::remoteBadId);
+    return resource;
+}
+
+std::optional<TaskEntity> toEntity(const TaskResponseDTO& dto)
+{
+    const auto id = RemoteResource::parseUUID(dto.tasId);
+    const auto projectId = RemoteResource::parseUUID(dto.prjId);
+    const auto taskListId = RemoteResource::parseUUID(dto.talId);
+    if (!id || !projectId || !taskListId)
+        return std::nullopt;
+    return TaskEntity {*id, *projectId, *taskListId, dto.tasTitle, dto.tasIsDone, dto.tasDueDate,
+        EisenhowerTag::fromApiValue(dto.tasEisenhowerTag)};
+}
+
+} // namespace
+
+RemoteTaskRepositoryImpl::RemoteTaskRepositoryImpl(APIClient client)
+    : client(std::move(client))
+{
+}
+
+TaskResultEntity RemoteTaskRepositoryImpl::create(const TaskEntity& task)
+{
+    return tasks().call([&] {
+        return tasks().one(toEntity(client.post<TaskResponseDTO>(tasks().path(), CreateTaskRequestDTO::from(task))));
+    });
+}
+
+TaskResultEntity RemoteTaskRepositoryImpl::update(const TaskEntity& task)
+{
+    return tasks().call([&] {
+        return tasks().one(
+            toEntity(client.put<TaskResponseDTO>(tasks().path(task.tasId), UpdateTaskRequestDTO::from(task))));
+    });
+}
+
+TaskResultEntity RemoteTaskRepositoryImpl::setDone(const QUuid& taskId, bool isDone)
+{
+    return readModifyWrite(taskId, [isDone](TaskEntity& task) { task.tasIsDone = isDone; });
+}
+
+TaskResultEntity RemoteTaskRepositoryImpl::setTag(const QUuid& taskId, std::optional<EisenhowerTagEnum> tag)
+{
+    return readModifyWrite(taskId, [tag](TaskEntity& task) { task.tasEisenhowerTag = tag; });
+}
+
+TaskResultEntity RemoteTaskRepositoryImpl::readModifyWrite(
+    const QUuid& taskId, const std::function<void(TaskEntity&)>& change)
+{
+    const TaskResultEntity found = find(taskId);
+    if (!found.result)
+        return found;
+    TaskEntity task = *found.dataAs<TaskEntity>();
+    change(task);
+    return update(task);
+}
+
+TaskResultEntity RemoteTaskRepositoryImpl::delete_(const QUuid& taskId)
+{
+    return tasks().call([&] {
+        client.delete_(tasks().path(taskId));
+        return TaskResultEntity::success();
+    });
+}
+
+TaskResultEntity RemoteTaskRepositoryImpl::deleteCompleted(const QUuid& taskListId)
+{
+    return tasks().call([&] {
+        client.delete_(
+            QStringLiteral("/v0/task-lists/") + JSONCoding::encodeUUID(taskListId) + QStringLiteral("/completed-tasks"),
+            DeleteCompletedTasksRequestDTO {});
+        return TaskResultEntity::success();
+    });
+}
+
+TaskResultEntity RemoteTaskRepositoryImpl::find(const QUuid& taskId)
+{
+    return tasks().call([&] { return tasks().one(toEntity(client.get<TaskResponseDTO>(tasks().path(taskId)))); });
+}
+
+TaskResultEntity RemoteTaskRepositoryImpl::list(const QUuid& taskListId)
+{
+    return tasks().call([&] {
+        const QList<TaskResponseDTO> dtos = client.get<QList<TaskResponseDTO>>(
+            tasks().path(), {{QStringLiteral("taskListId"), JSONCoding::encodeUUID(taskListId)}});
+        return RemoteResource::many(dtos, toEntity);
+    });
+}
