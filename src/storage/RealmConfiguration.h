@@ -14,6 +14,9 @@ class RealmDatabase;
 struct RealmObjectType {
     QString name;
     QString columns;
+
+    // The column names in table order; the first one is the primary key.
+    QStringList propertyNames() const;
 };
 
 // Runs inside the opening write transaction when the file's schema version is older than the

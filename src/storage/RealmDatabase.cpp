@@ -222,6 +222,11 @@ QList<RealmRow> RealmDatabase::query(const QString& sql, const QVariantList& bin
     return rows;
 }
 
+int RealmDatabase::changes() const
+{
+    return sqlite3_changes(m_connection);
+}
+
 void RealmDatabase::beginWrite()
 {
     execute(QStringLiteral("BEGIN IMMEDIATE"));

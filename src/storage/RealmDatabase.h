@@ -28,6 +28,8 @@ public:
 
     void execute(const QString& sql, const QVariantList& bindings = {});
     QList<RealmRow> query(const QString& sql, const QVariantList& bindings = {});
+    // Rows changed by the last INSERT, UPDATE or DELETE.
+    int changes() const;
 
     // Runs body in one write transaction (BEGIN IMMEDIATE ... COMMIT); an exception from body
     // rolls the transaction back and propagates.

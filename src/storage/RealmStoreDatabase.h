@@ -4,8 +4,9 @@
 #include "storage/RealmEncryptedConfigurationFactory.h"
 
 // The database value of one named store: only its configuration, never an open handle.
-// Store describes the store: a static `name` and a static `objectTypes()`.
-template <typename Store> struct RealmStoreDatabase {
+// StoreSchema describes the store: a static `name` and a static `objectTypes()`.
+template <typename StoreSchema> struct RealmStoreDatabase {
+    using Store = StoreSchema;
     static constexpr quint64 schemaVersion = 1;
 
     RealmConfiguration configuration;

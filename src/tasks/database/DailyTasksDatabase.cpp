@@ -1,13 +1,10 @@
 #include "tasks/database/DailyTasksDatabase.h"
 
+#include "tasks/database/DailyTaskRealmModel.h"
+
 const QString DailyTasksDatabaseSchema::name = QStringLiteral("Tasks.DailyTask");
 
 QList<RealmObjectType> DailyTasksDatabaseSchema::objectTypes()
 {
-    return {{QStringLiteral("DailyTaskRealmModel"),
-        QStringLiteral("dtaId TEXT PRIMARY KEY NOT NULL, "
-                       "dtaUserId TEXT NOT NULL, "
-                       "dtaDate INTEGER NOT NULL, "
-                       "dtaTitle TEXT NOT NULL, "
-                       "dtaIsDone INTEGER NOT NULL")}};
+    return {DailyTaskRealmModel::objectType()};
 }

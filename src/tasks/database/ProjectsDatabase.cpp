@@ -1,13 +1,10 @@
 #include "tasks/database/ProjectsDatabase.h"
 
+#include "tasks/database/ProjectRealmModel.h"
+
 const QString ProjectsDatabaseSchema::name = QStringLiteral("Tasks.Projects");
 
 QList<RealmObjectType> ProjectsDatabaseSchema::objectTypes()
 {
-    return {{QStringLiteral("ProjectRealmModel"),
-        QStringLiteral("prjId TEXT PRIMARY KEY NOT NULL, "
-                       "prjUserId TEXT NOT NULL, "
-                       "prjName TEXT NOT NULL, "
-                       "prjDescription TEXT NOT NULL, "
-                       "prjShowEveryDay INTEGER NOT NULL")}};
+    return {ProjectRealmModel::objectType()};
 }

@@ -1,13 +1,10 @@
 #include "tasks/database/TaskListsDatabase.h"
 
+#include "tasks/database/TaskListRealmModel.h"
+
 const QString TaskListsDatabaseSchema::name = QStringLiteral("Tasks.TaskList");
 
 QList<RealmObjectType> TaskListsDatabaseSchema::objectTypes()
 {
-    return {{QStringLiteral("TaskListRealmModel"),
-        QStringLiteral("talId TEXT PRIMARY KEY NOT NULL, "
-                       "prjId TEXT NOT NULL, "
-                       "talName TEXT NOT NULL, "
-                       "talDescription TEXT NOT NULL, "
-                       "talIsDefault INTEGER NOT NULL")}};
+    return {TaskListRealmModel::objectType()};
 }

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "tasks/repositories/ProjectRepository.h"
+#include "tasks/repositories/TaskListRepository.h"
+
+#include <memory>
+
+// The project use cases the screens call.
+class ProjectsApplication {
+public:
+    ProjectsApplication(
+        std::shared_ptr<ProjectRepository> projectRepository, std::shared_ptr<TaskListRepository> taskListRepository);
+
+    TaskResultEntity create(const ProjectEntity& project) const;
+    TaskResultEntity update(const ProjectEntity& project) const;
+    // Only the owner may delete a project, and only once it has no task lists.
+    TaskResultEntity delete_(const QUuid& projectId, const QUuid& userId) const;
+    TaskResultEntity list(const QUuid& userId) const;
+
+    std::shared_ptr<ProjectRepository> projectRepository;
+    std::shared_ptr<TaskListRepository> taskListRepository;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "tasks/database/BitacoraDatabase.h"
+#include "tasks/repositories/BitacoraRepository.h"
+
+// Bitácora entries in the store "Tasks.Bitacora", with a fresh handle per operation.
+class LocalBitacoraRepositoryImpl final : public BitacoraRepository {
+public:
+    explicit LocalBitacoraRepositoryImpl(BitacoraDatabase database);
+
+    TaskResultEntity create(const BitacoraEntryEntity& entry) override;
+    TaskResultEntity update(const BitacoraEntryEntity& entry) override;
+    TaskResultEntity delete_(const QUuid& entryId) override;
+    TaskResultEntity find(const QUuid& entryId) override;
+    TaskResultEntity list(const QUuid& projectId) override;
+
+    BitacoraDatabase database;
+};

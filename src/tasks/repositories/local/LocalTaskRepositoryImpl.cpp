@@ -1,0 +1,73 @@
+#include "tasks/repositories/local/LocalTaskRepositoryImpl.h"
+
+#include "storage/RealmValue.h"
+#include "tasks/database/TaskRealmModel.h"
+#include "tasks/repositories/local/LocalStore.h"
+
+LocalTaskRepositoryImpl::LocalTaskRepositoryImpl(TasksDatabase database)
+    : database(std::move(database))
+{
+}
+
+TaskResultEntity LocalTaskRepositoryImpl::create(const TaskEntity& task)
+{
+    return LocalStore::add<TaskRealmModel>(database.configuration, task);
+}
+
+TaskResultEntity LocalTaskRepositoryImpl::update(const TaskEntity& task)
+{
+    return LocalStore::update<TaskRealmModel>(database.configuration, task, TaskMessages::Task::notFound);
+}
+
+// One field of one stored task, read and written in the same transaction.
+template <typename Change> TaskResultEntity LocalTaskRepositoryImpl::change(const QUuid& taskId, Change&& change)
+{
+    return LocalStore::write(database.configuration, [&](RealmDatabase& handle) {
+        RealmTable<TaskRealmModel> tasks(handle);
+        std::optional<TaskRealmModel> record = tasks.object(RealmValue::fromUuid(taskId));
+        if (!record)
+            return TaskResultEntity::applicationFailure(TaskMessages::Task::notFound);
+        change(*record);
+        tasks.update(*record);
+        return TaskResultEntity::success(record->toEntity());
+    });
+}
+
+TaskResultEntity LocalTaskRepositoryImpl::setDone(const QUuid& taskId, bool isDone)
+{
+    return change(taskId, [isDone](TaskRealmModel& record) { record.tasIsDone = isDone; });
+}
+
+TaskResultEntity LocalTaskRepositoryImpl::setTag(const QUuid& taskId, std::optional<EisenhowerTagEnum> tag)
+{
+    return change(taskId, [tag](TaskRealmModel& record) {
+        record.tasEisenhowerTag = tag ? std::optional(EisenhowerTag::rawValue(*tag)) : std::nullopt;
+    });
+}
+
+TaskResultEntity LocalTaskRepositoryImpl::delete_(const QUuid& taskId)
+{
+    return LocalStore::remove<TaskRealmModel>(
+        database.configuration, RealmValue::fromUuid(taskId), TaskMessages::Task::notFound);
+}
+
+TaskResultEntity LocalTaskRepositoryImpl::deleteCompleted(const QUuid& taskListId)
+{
+    return LocalStore::write(database.configuration, [&](RealmDatabase& handle) {
+        RealmTable<TaskRealmModel>(handle).removeWhere(
+            QStringLiteral("talId = ? AND tasIsDone = 1"), {RealmValue::fromUuid(taskListId)});
+        return TaskResultEntity::success();
+    });
+}
+
+TaskResultEntity LocalTaskRepositoryImpl::find(const QUuid& taskId)
+{
+    return LocalStore::find<TaskRealmModel>(
+        database.configuration, RealmValue::fromUuid(taskId), TaskMessages::Task::notFound);
+}
+
+TaskResultEntity LocalTaskRepositoryImpl::list(const QUuid& taskListId)
+{
+    return LocalStore::listWhere<TaskRealmModel>(
+        database.configuration, QStringLiteral("talId"), RealmValue::fromUuid(taskListId));
+}

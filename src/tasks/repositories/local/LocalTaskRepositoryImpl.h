@@ -1,0 +1,24 @@
+#pragma once
+
+#include "tasks/database/TasksDatabase.h"
+#include "tasks/repositories/TaskRepository.h"
+
+// Tasks in the store "Tasks.Tasks", with a fresh handle per operation.
+class LocalTaskRepositoryImpl final : public TaskRepository {
+public:
+    explicit LocalTaskRepositoryImpl(TasksDatabase database);
+
+    TaskResultEntity create(const TaskEntity& task) override;
+    TaskResultEntity update(const TaskEntity& task) override;
+    TaskResultEntity setDone(const QUuid& taskId, bool isDone) override;
+    TaskResultEntity setTag(const QUuid& taskId, std::optional<EisenhowerTagEnum> tag) override;
+    TaskResultEntity delete_(const QUuid& taskId) override;
+    TaskResultEntity deleteCompleted(const QUuid& taskListId) override;
+    TaskResultEntity find(const QUuid& taskId) override;
+    TaskResultEntity list(const QUuid& taskListId) override;
+
+    TasksDatabase database;
+
+private:
+    template <typename Change> TaskResultEntity change(const QUuid& taskId, Change&& change);
+};
