@@ -1,0 +1,54 @@
+#include "oauth/IDTokenClaims.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+std::optional<QString> stringClaim(const QJsonObject& claims, const char* name)
+{
+    const QJsonValue value = claims.value(QLatin1String(name));
+    if (!value.isString())
+        return std::nullopt;
+    return value.toString();
+}
+
+} // namespace
+
+std::optional<IDTokenClaims> IDTokenClaims::decode(const QString& token)
+{
+    const QList<QByteArray> parts = token.toLatin1().split('.');
+    if (parts.size() != 3)
+        return std::nullopt;
+    const auto payload = QByteArray::fromBase64Encoding(
+        parts.at(1), QByteArray::Base64UrlEncoding | QByteArray::AbortOnBase64DecodingErrors);
+    if (!payload)
+        return std::nullopt;
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(*payload, &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject())
+        return std::nullopt;
+    const QJsonObject claims = document.object();
+
+    IDTokenClaims result;
+    const auto subject = stringClaim(claims, "sub");
+    const QJsonValue expiration = claims.value(QLatin1String("exp"));
+    if (!subject || subject->isEmpty() || !expiration.isDouble())
+        return std::nullopt;
+    result.subject = *subject;
+    result.expiration = QDateTime::fromSecsSinceEpoch(static_cast<qint64>(expiration.toDouble()), Qt::UTC);
+
+    const QJsonValue audience = claims.value(QLatin1String("aud"));
+    if (audience.isString())
+        result.audience.append(audience.toString());
+    for (const QJsonValue& entry : audience.toArray())
+        result.audience.append(entry.toString());
+
+    // Google leaves the profile claims out unless the "email" and "profile" scopes were granted.
+    if (const auto email = stringClaim(claims, "email")) {
+        result.profile = GIDProfileData {*email, stringClaim(claims, "name").value_or(QString()),
+            stringClaim(claims, "given_name"), stringClaim(claims, "family_name")};
+    }
+    return result;
+}
