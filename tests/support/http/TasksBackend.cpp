@@ -70,7 +70,7 @@ std::optional<QUuid> uuidOf(const QJsonValue& value)
     if (!value.isString() || text.size() != 36)
         return std::nullopt;
     const QUuid uuid = QUuid::fromString(text);
-    if (uuid.isNull())
+    if (uuid.isNull() && text != QLatin1String("00000000-0000-0000-0000-000000000000"))
         return std::nullopt;
     return uuid;
 }
