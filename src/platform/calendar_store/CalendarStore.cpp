@@ -3,9 +3,371 @@
 #include "platform/Logging.h"
 
 #include <QCoreApplication>
+#include <QSet>
 #include <QThread>
+#include <QUuid>
 
+#include <libecal/libecal.h>
 #include <libedataserver/libedataserver.h>
+#include <memory>
+
+namespace {
+
+// How long a calendar backend may take to come online when a client first connects.
+constexpr guint32 connectSeconds = 15;
+
+struct GObjectRelease {
+    void operator()(gpointer object) const
+    {
+        if (object)
+            g_object_unref(object);
+    }
+};
+template <typename T> using GRef = std::unique_ptr<T, GObjectRelease>;
+
+struct GFreeRelease {
+    void operator()(gpointer memory) const { g_free(memory); }
+};
+using GText = std::unique_ptr<gchar, GFreeRelease>;
+
+QString fromUtf8(const gchar* text)
+{
+    return text ? QString::fromUtf8(text) : QString();
+}
+
+QString takeText(gchar* text)
+{
+    const GText owned(text);
+    return fromUtf8(owned.get());
+}
+
+// Throws the error's message, or fallback when EDS gave none.
+[[noreturn]] void raise(GError* error, const char* fallback)
+{
+    const QString message = error && error->message ? QString::fromUtf8(error->message) : QString::fromUtf8(fallback);
+    g_clear_error(&error);
+    throw CalendarStoreError(message);
+}
+
+const char* const weekdayTokens[] = {"SU", "MO", "TU", "WE", "TH", "FR", "SA"};
+
+ICalTimezone* utcZone()
+{
+    return i_cal_timezone_get_utc_timezone();
+}
+
+// --- Reading -----------------------------------------------------------------------------------
+
+QDateTime localMidnight(const ICalTime* date)
+{
+    return QDateTime(QDate(i_cal_time_get_year(date), i_cal_time_get_month(date), i_cal_time_get_day(date)),
+        QTime(0, 0), Qt::LocalTime);
+}
+
+QDateTime floatingLocal(const ICalTime* time)
+{
+    return QDateTime(QDate(i_cal_time_get_year(time), i_cal_time_get_month(time), i_cal_time_get_day(time)),
+        QTime(i_cal_time_get_hour(time), i_cal_time_get_minute(time), i_cal_time_get_second(time)), Qt::LocalTime);
+}
+
+// The instant a time names. A zone attached to the time wins; otherwise the TZID, resolved by
+// the calendar; otherwise the time floats in the local zone.
+QDateTime instantOf(const ICalTime* time, ECalClient* client, const QString& tzid)
+{
+    if (i_cal_time_is_date(time))
+        return localMidnight(time);
+    if (i_cal_time_is_utc(time))
+        return QDateTime::fromSecsSinceEpoch(i_cal_time_as_timet(time), Qt::UTC);
+    ICalTimezone* zone = i_cal_time_get_timezone(time);
+    if (!zone && !tzid.isEmpty() && client) {
+        // Owned by the client's cache.
+        ICalTimezone* resolved = nullptr;
+        if (e_cal_client_get_timezone_sync(client, tzid.toUtf8().constData(), &resolved, nullptr, nullptr))
+            zone = resolved;
+    }
+    if (!zone)
+        return floatingLocal(time);
+    return QDateTime::fromSecsSinceEpoch(i_cal_time_as_timet_with_zone(time, zone), Qt::UTC);
+}
+
+QString tzidOf(ICalComponent* component, ICalPropertyKind kind)
+{
+    GRef<ICalProperty> property(i_cal_component_get_first_property(component, kind));
+    if (!property)
+        return {};
+    GRef<ICalParameter> parameter(i_cal_property_get_first_parameter(property.get(), I_CAL_TZID_PARAMETER));
+    return parameter ? fromUtf8(i_cal_parameter_get_tzid(parameter.get())) : QString();
+}
+
+std::optional<QString> textProperty(ICalComponent* component, ICalPropertyKind kind)
+{
+    GRef<ICalProperty> property(i_cal_component_get_first_property(component, kind));
+    if (!property)
+        return std::nullopt;
+    const char* value = kind == I_CAL_URL_PROPERTY ? i_cal_property_get_url(property.get())
+        : kind == I_CAL_LOCATION_PROPERTY          ? i_cal_property_get_location(property.get())
+                                                   : i_cal_property_get_description(property.get());
+    return fromUtf8(value);
+}
+
+QList<CalendarStoreRecurrenceRule> rulesOf(ICalComponent* component)
+{
+    QList<CalendarStoreRecurrenceRule> rules;
+    for (ICalProperty* raw = i_cal_component_get_first_property(component, I_CAL_RRULE_PROPERTY); raw;
+         raw = i_cal_component_get_next_property(component, I_CAL_RRULE_PROPERTY)) {
+        GRef<ICalProperty> property(raw);
+        GRef<ICalRecurrence> recurrence(i_cal_property_get_rrule(property.get()));
+        if (!recurrence)
+            continue;
+        CalendarStoreRecurrenceRule rule;
+        switch (i_cal_recurrence_get_freq(recurrence.get())) {
+        case I_CAL_DAILY_RECURRENCE:
+            rule.frequency = CalendarStoreFrequency::daily;
+            break;
+        case I_CAL_WEEKLY_RECURRENCE:
+            rule.frequency = CalendarStoreFrequency::weekly;
+            break;
+        case I_CAL_MONTHLY_RECURRENCE:
+            rule.frequency = CalendarStoreFrequency::monthly;
+            break;
+        case I_CAL_YEARLY_RECURRENCE:
+            rule.frequency = CalendarStoreFrequency::yearly;
+            break;
+        default:
+            rule.frequency = CalendarStoreFrequency::other;
+        }
+        rule.interval = qMax(1, i_cal_recurrence_get_interval(recurrence.get()));
+        for (int i = 0; i < I_CAL_RECURRENCE_ARRAY_MAX; ++i) {
+            const short day = i_cal_recurrence_get_by_day(recurrence.get(), i);
+            if (day == I_CAL_RECURRENCE_ARRAY_MAX)
+                break;
+            rule.daysOfTheWeek.append(int(i_cal_recurrence_day_day_of_week(day)));
+        }
+        for (int i = 0; i < I_CAL_RECURRENCE_ARRAY_MAX; ++i) {
+            const short day = i_cal_recurrence_get_by_month_day(recurrence.get(), i);
+            if (day == I_CAL_RECURRENCE_ARRAY_MAX)
+                break;
+            rule.daysOfTheMonth.append(day);
+        }
+        rules.append(rule);
+    }
+    return rules;
+}
+
+// The parts of an event that do not depend on which occurrence it is.
+void readCommon(ICalComponent* component, CalendarStoreEvent& event)
+{
+    event.eventIdentifier = fromUtf8(i_cal_component_get_uid(component));
+    event.calendarItemIdentifier = event.eventIdentifier;
+    event.title = fromUtf8(i_cal_component_get_summary(component));
+    event.notes = textProperty(component, I_CAL_DESCRIPTION_PROPERTY).value_or(QString());
+    event.location = textProperty(component, I_CAL_LOCATION_PROPERTY);
+    event.url = textProperty(component, I_CAL_URL_PROPERTY);
+}
+
+// The event as its own DTSTART and DTEND (or DURATION) say.
+CalendarStoreEvent readStored(ICalComponent* component, ECalClient* client, const QString& calendarIdentifier)
+{
+    CalendarStoreEvent event;
+    event.calendarIdentifier = calendarIdentifier;
+    readCommon(component, event);
+    event.recurrenceRules = rulesOf(component);
+    GRef<ICalTime> start(i_cal_component_get_dtstart(component));
+    GRef<ICalTime> end(i_cal_component_get_dtend(component));
+    event.isAllDay = start && i_cal_time_is_date(start.get());
+    event.startDate = start ? instantOf(start.get(), client, tzidOf(component, I_CAL_DTSTART_PROPERTY)) : QDateTime();
+    if (end && !i_cal_time_is_null_time(end.get())) {
+        event.endDate = instantOf(end.get(), client, tzidOf(component, I_CAL_DTEND_PROPERTY));
+    } else {
+        event.endDate = event.isAllDay ? event.startDate.addDays(1) : event.startDate;
+    }
+    return event;
+}
+
+struct Expansion {
+    ECalClient* client;
+    QString calendarIdentifier;
+    QList<CalendarStoreRecurrenceRule> seriesRules;
+    bool isSeries;
+    QList<CalendarStoreEvent>* out;
+};
+
+gboolean collectInstance(ICalComponent* component, ICalTime* start, ICalTime* end, gpointer data,
+    GCancellable* /*cancellable*/, GError** /*error*/)
+{
+    auto* expansion = static_cast<Expansion*>(data);
+    CalendarStoreEvent event;
+    event.calendarIdentifier = expansion->calendarIdentifier;
+    readCommon(component, event);
+    event.isAllDay = i_cal_time_is_date(start);
+    event.startDate = instantOf(start, expansion->client, {});
+    event.endDate = instantOf(end, expansion->client, {});
+    if (expansion->isSeries) {
+        event.recurrenceRules = expansion->seriesRules;
+        event.occurrenceIdentifier = takeText(e_cal_util_component_get_recurid_as_string(component));
+    }
+    expansion->out->append(std::move(event));
+    return TRUE;
+}
+
+QByteArray isoUtc(const QDateTime& instant)
+{
+    return instant.toUTC().toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'")).toLatin1();
+}
+
+// --- Writing -----------------------------------------------------------------------------------
+
+ICalTime* newTime(const QDateTime& instant, bool allDay)
+{
+    if (allDay) {
+        const QDate day = instant.toLocalTime().date();
+        ICalTime* date = i_cal_time_new_null_time();
+        i_cal_time_set_date(date, day.year(), day.month(), day.day());
+        i_cal_time_set_is_date(date, TRUE);
+        return date;
+    }
+    return i_cal_time_new_from_timet_with_zone(instant.toSecsSinceEpoch(), FALSE, utcZone());
+}
+
+void removeAll(ICalComponent* component, ICalPropertyKind kind)
+{
+    while (ICalProperty* property = i_cal_component_get_first_property(component, kind)) {
+        i_cal_component_remove_property(component, property);
+        g_object_unref(property);
+    }
+}
+
+void setText(ICalComponent* component, ICalPropertyKind kind, const std::optional<QString>& text)
+{
+    removeAll(component, kind);
+    if (!text || text->isEmpty())
+        return;
+    const QByteArray utf8 = text->toUtf8();
+    ICalProperty* property = kind == I_CAL_SUMMARY_PROPERTY ? i_cal_property_new_summary(utf8.constData())
+        : kind == I_CAL_DESCRIPTION_PROPERTY                ? i_cal_property_new_description(utf8.constData())
+        : kind == I_CAL_LOCATION_PROPERTY                   ? i_cal_property_new_location(utf8.constData())
+                                                            : i_cal_property_new_url(utf8.constData());
+    i_cal_component_take_property(component, property);
+}
+
+QByteArray ruleText(const CalendarStoreRecurrenceRule& rule)
+{
+    static const char* const names[] = {"DAILY", "WEEKLY", "MONTHLY", "YEARLY", "DAILY"};
+    QByteArray text
+        = QByteArray("FREQ=") + names[int(rule.frequency)] + ";INTERVAL=" + QByteArray::number(rule.interval);
+    QByteArrayList days;
+    for (int day : rule.daysOfTheWeek) {
+        if (day >= 1 && day <= 7)
+            days.append(weekdayTokens[day - 1]);
+    }
+    if (!days.isEmpty())
+        text += ";BYDAY=" + days.join(',');
+    QByteArrayList monthDays;
+    for (int day : rule.daysOfTheMonth)
+        monthDays.append(QByteArray::number(day));
+    if (!monthDays.isEmpty())
+        text += ";BYMONTHDAY=" + monthDays.join(',');
+    return text;
+}
+
+void setRules(ICalComponent* component, const QList<CalendarStoreRecurrenceRule>& rules)
+{
+    removeAll(component, I_CAL_RRULE_PROPERTY);
+    for (const CalendarStoreRecurrenceRule& rule : rules) {
+        GRef<ICalRecurrence> recurrence(i_cal_recurrence_new_from_string(ruleText(rule).constData()));
+        i_cal_component_take_property(component, i_cal_property_new_rrule(recurrence.get()));
+    }
+}
+
+void stampModified(ICalComponent* component)
+{
+    GRef<ICalTime> now(i_cal_time_new_current_with_zone(utcZone()));
+    removeAll(component, I_CAL_DTSTAMP_PROPERTY);
+    i_cal_component_take_property(component, i_cal_property_new_dtstamp(now.get()));
+    removeAll(component, I_CAL_LASTMODIFIED_PROPERTY);
+    i_cal_component_take_property(component, i_cal_property_new_lastmodified(now.get()));
+}
+
+// Title, notes, place, link and times of event onto component; rules only when asked.
+void writeFields(ICalComponent* component, const CalendarStoreEvent& event, bool withRules)
+{
+    setText(component, I_CAL_SUMMARY_PROPERTY, event.title);
+    setText(component, I_CAL_DESCRIPTION_PROPERTY, event.notes);
+    setText(component, I_CAL_LOCATION_PROPERTY, event.location);
+    setText(component, I_CAL_URL_PROPERTY, event.url);
+    removeAll(component, I_CAL_DTSTART_PROPERTY);
+    removeAll(component, I_CAL_DTEND_PROPERTY);
+    removeAll(component, I_CAL_DURATION_PROPERTY);
+    GRef<ICalTime> start(newTime(event.startDate, event.isAllDay));
+    GRef<ICalTime> end(newTime(event.endDate, event.isAllDay));
+    i_cal_component_take_property(component, i_cal_property_new_dtstart(start.get()));
+    i_cal_component_take_property(component, i_cal_property_new_dtend(end.get()));
+    if (withRules)
+        setRules(component, event.recurrenceRules);
+    stampModified(component);
+}
+
+GRef<ICalComponent> storedObject(ECalClient* client, const QString& uid, const QString& rid)
+{
+    ICalComponent* component = nullptr;
+    GError* error = nullptr;
+    const QByteArray ridText = rid.toUtf8();
+    if (!e_cal_client_get_object_sync(client, uid.toUtf8().constData(), rid.isEmpty() ? nullptr : ridText.constData(),
+            &component, nullptr, &error))
+        raise(error, "The event is not in its calendar");
+    return GRef<ICalComponent>(component);
+}
+
+void modify(ECalClient* client, ICalComponent* component, ECalObjModType mod)
+{
+    GError* error = nullptr;
+    if (!e_cal_client_modify_object_sync(client, component, mod, E_CAL_OPERATION_FLAG_NONE, nullptr, &error))
+        raise(error, "The calendar did not save the event");
+}
+
+void removeObject(ECalClient* client, const QString& uid, const QString& rid, ECalObjModType mod)
+{
+    GError* error = nullptr;
+    const QByteArray ridText = rid.toUtf8();
+    if (!e_cal_client_remove_object_sync(client, uid.toUtf8().constData(),
+            rid.isEmpty() ? nullptr : ridText.constData(), mod, E_CAL_OPERATION_FLAG_NONE, nullptr, &error))
+        raise(error, "The calendar did not remove the event");
+}
+
+// --- Calendars ---------------------------------------------------------------------------------
+
+QString backendName(ESource* source, const char* extension)
+{
+    if (!e_source_has_extension(source, extension))
+        return {};
+    return fromUtf8(e_source_backend_get_backend_name(E_SOURCE_BACKEND(e_source_get_extension(source, extension))));
+}
+
+CalendarStoreCalendar describe(ESourceRegistry* registry, ESource* source)
+{
+    CalendarStoreCalendar calendar;
+    calendar.identifier = fromUtf8(e_source_get_uid(source));
+    calendar.title = takeText(e_source_dup_display_name(source));
+    auto* selectable = E_SOURCE_SELECTABLE(e_source_get_extension(source, E_SOURCE_EXTENSION_CALENDAR));
+    calendar.color = takeText(e_source_selectable_dup_color(selectable));
+    calendar.type = backendName(source, E_SOURCE_EXTENSION_CALENDAR);
+    // Birthdays and weather are generated from elsewhere; EDS refuses writes to them.
+    calendar.writable = calendar.type != QLatin1String("contacts") && calendar.type != QLatin1String("weather");
+
+    if (GRef<ESource> collection {e_source_registry_find_extension(registry, source, E_SOURCE_EXTENSION_COLLECTION)}) {
+        calendar.source
+            = {fromUtf8(e_source_get_uid(collection.get())), takeText(e_source_dup_display_name(collection.get())),
+                backendName(collection.get(), E_SOURCE_EXTENSION_COLLECTION)};
+    } else if (const gchar* parentUid = e_source_get_parent(source);
+               GRef<ESource> parent {parentUid ? e_source_registry_ref_source(registry, parentUid) : nullptr}) {
+        calendar.source = {fromUtf8(parentUid), takeText(e_source_dup_display_name(parent.get())), calendar.type};
+    } else {
+        calendar.source = {calendar.identifier, calendar.title, calendar.type};
+    }
+    return calendar;
+}
+
+} // namespace
 
 CalendarStore& CalendarStore::shared()
 {
@@ -32,6 +394,8 @@ CalendarStore::CalendarStore()
 
 CalendarStore::~CalendarStore()
 {
+    for (ECalClient* client : std::as_const(m_clients))
+        g_object_unref(client);
     g_clear_object(&m_registry);
 }
 
@@ -43,4 +407,293 @@ int CalendarStore::authorizationStatus() const
 bool CalendarStore::requestFullAccessToEvents()
 {
     return authorizationStatus() == CalendarAuthorizationStatus::fullAccess;
+}
+
+QList<CalendarStoreCalendar> CalendarStore::calendars() const
+{
+    QList<CalendarStoreCalendar> calendars;
+    if (!m_registry)
+        return calendars;
+    GList* sources = e_source_registry_list_enabled(m_registry, E_SOURCE_EXTENSION_CALENDAR);
+    for (GList* item = sources; item; item = item->next)
+        calendars.append(describe(m_registry, E_SOURCE(item->data)));
+    g_list_free_full(sources, g_object_unref);
+    return calendars;
+}
+
+std::optional<CalendarStoreCalendar> CalendarStore::calendar(const QString& identifier) const
+{
+    if (!m_registry || identifier.isEmpty())
+        return std::nullopt;
+    GRef<ESource> source(e_source_registry_ref_source(m_registry, identifier.toUtf8().constData()));
+    if (!source || !e_source_has_extension(source.get(), E_SOURCE_EXTENSION_CALENDAR)
+        || !e_source_registry_check_enabled(m_registry, source.get()))
+        return std::nullopt;
+    return describe(m_registry, source.get());
+}
+
+std::optional<CalendarStoreCalendar> CalendarStore::defaultCalendar() const
+{
+    if (!m_registry)
+        return std::nullopt;
+    GRef<ESource> source(e_source_registry_ref_default_calendar(m_registry));
+    if (!source)
+        return std::nullopt;
+    return calendar(fromUtf8(e_source_get_uid(source.get())));
+}
+
+ECalClient* CalendarStore::client(const QString& calendarIdentifier, QString* why) const
+{
+    if (!m_registry) {
+        if (why)
+            *why = m_connectionError;
+        return nullptr;
+    }
+    const QMutexLocker locker(&m_clientsMutex);
+    if (ECalClient* known = m_clients.value(calendarIdentifier))
+        return known;
+    GRef<ESource> source(e_source_registry_ref_source(m_registry, calendarIdentifier.toUtf8().constData()));
+    if (!source) {
+        if (why)
+            *why = QStringLiteral("No calendar %1").arg(calendarIdentifier);
+        return nullptr;
+    }
+    GError* error = nullptr;
+    EClient* connected
+        = e_cal_client_connect_sync(source.get(), E_CAL_CLIENT_SOURCE_TYPE_EVENTS, connectSeconds, nullptr, &error);
+    if (!connected) {
+        const QString message = error ? fromUtf8(error->message) : QStringLiteral("cannot open the calendar");
+        g_clear_error(&error);
+        qCWarning(lcCalendar) << "cannot open calendar" << calendarIdentifier << message;
+        if (why)
+            *why = message;
+        return nullptr;
+    }
+    auto* calClient = E_CAL_CLIENT(connected);
+    // All-day and floating times then expand in the user's zone rather than in UTC.
+    e_cal_client_set_default_timezone(calClient, e_cal_util_get_system_timezone());
+    m_clients.insert(calendarIdentifier, calClient);
+    return calClient;
+}
+
+ECalClient* CalendarStore::requireClient(const QString& calendarIdentifier) const
+{
+    QString why;
+    ECalClient* found = client(calendarIdentifier, &why);
+    if (!found)
+        throw CalendarStoreError(why);
+    return found;
+}
+
+QList<CalendarStoreEvent> CalendarStore::events(
+    const QDateTime& start, const QDateTime& end, const QStringList& calendarIdentifiers) const
+{
+    QList<CalendarStoreEvent> events;
+    if (!m_registry || !(start < end))
+        return events;
+    const QByteArray query
+        = "(occur-in-time-range? (make-time \"" + isoUtc(start) + "\") (make-time \"" + isoUtc(end) + "\"))";
+    const time_t from = start.toSecsSinceEpoch();
+    const time_t to = end.toSecsSinceEpoch();
+    for (const QString& calendarIdentifier : calendarIdentifiers) {
+        ECalClient* calClient = client(calendarIdentifier);
+        if (!calClient)
+            continue;
+        GSList* objects = nullptr;
+        GError* error = nullptr;
+        if (!e_cal_client_get_object_list_sync(calClient, query.constData(), &objects, nullptr, &error)) {
+            qCWarning(lcCalendar) << "cannot read calendar" << calendarIdentifier << (error ? error->message : "");
+            g_clear_error(&error);
+            continue;
+        }
+        // The range query may hand back a stale copy of an occurrence edited on its own (EDS
+        // 3.46), so occurrences are never taken from it: each series is expanded from its
+        // master, which brings in the edited occurrences by UID. An edited occurrence whose
+        // series has no other occurrence in range arrives without its master and is read as is.
+        QSet<QByteArray> masters;
+        for (GSList* item = objects; item; item = item->next) {
+            auto* component = static_cast<ICalComponent*>(item->data);
+            if (!e_cal_util_component_has_property(component, I_CAL_RECURRENCEID_PROPERTY))
+                masters.insert(QByteArray(i_cal_component_get_uid(component)));
+        }
+        for (GSList* item = objects; item; item = item->next) {
+            auto* component = static_cast<ICalComponent*>(item->data);
+            const bool isOccurrence = e_cal_util_component_has_property(component, I_CAL_RECURRENCEID_PROPERTY);
+            if (isOccurrence) {
+                if (masters.contains(QByteArray(i_cal_component_get_uid(component))))
+                    continue;
+                CalendarStoreEvent event = readStored(component, calClient, calendarIdentifier);
+                event.occurrenceIdentifier = takeText(e_cal_util_component_get_recurid_as_string(component));
+                if (event.startDate < end && (start < event.endDate || event.startDate == event.endDate)) {
+                    if (GRef<ICalComponent> master {[&]() -> ICalComponent* {
+                            ICalComponent* found = nullptr;
+                            e_cal_client_get_object_sync(
+                                calClient, i_cal_component_get_uid(component), nullptr, &found, nullptr, nullptr);
+                            return found;
+                        }()})
+                        event.recurrenceRules = rulesOf(master.get());
+                    events.append(std::move(event));
+                }
+                continue;
+            }
+            Expansion expansion {calClient, calendarIdentifier, rulesOf(component),
+                e_cal_util_component_has_recurrences(component) != FALSE, &events};
+            if (!expansion.isSeries && !expansion.seriesRules.isEmpty())
+                expansion.isSeries = true;
+            e_cal_client_generate_instances_for_object_sync(
+                calClient, component, from, to, nullptr, collectInstance, &expansion);
+        }
+        g_slist_free_full(objects, g_object_unref);
+    }
+    return events;
+}
+
+std::optional<CalendarStoreEvent> CalendarStore::event(const QString& eventIdentifier) const
+{
+    if (!m_registry || eventIdentifier.isEmpty())
+        return std::nullopt;
+    const QByteArray uid = eventIdentifier.toUtf8();
+    for (const CalendarStoreCalendar& calendar : calendars()) {
+        ECalClient* calClient = client(calendar.identifier);
+        if (!calClient)
+            continue;
+        ICalComponent* component = nullptr;
+        if (!e_cal_client_get_object_sync(calClient, uid.constData(), nullptr, &component, nullptr, nullptr))
+            continue;
+        const GRef<ICalComponent> owned(component);
+        return readStored(component, calClient, calendar.identifier);
+    }
+    return std::nullopt;
+}
+
+void CalendarStore::save(CalendarStoreEvent& event, CalendarStoreSpan span) const
+{
+    ECalClient* calClient = requireClient(event.calendarIdentifier);
+
+    if (event.eventIdentifier.isEmpty()) {
+        GRef<ICalComponent> component(i_cal_component_new_vevent());
+        const QByteArray uid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUtf8();
+        i_cal_component_set_uid(component.get(), uid.constData());
+        writeFields(component.get(), event, true);
+        gchar* createdUid = nullptr;
+        GError* error = nullptr;
+        if (!e_cal_client_create_object_sync(
+                calClient, component.get(), E_CAL_OPERATION_FLAG_NONE, &createdUid, nullptr, &error))
+            raise(error, "The calendar did not save the event");
+        event.eventIdentifier = takeText(createdUid);
+        if (event.eventIdentifier.isEmpty())
+            event.eventIdentifier = QString::fromUtf8(uid);
+        event.calendarItemIdentifier = event.eventIdentifier;
+        event.occurrenceIdentifier.clear();
+        return;
+    }
+
+    GRef<ICalComponent> master = storedObject(calClient, event.eventIdentifier, {});
+    const bool ownChange = !event.occurrenceIdentifier.isEmpty() && span == CalendarStoreSpan::thisEvent
+        && rulesOf(master.get()) == event.recurrenceRules;
+    if (!ownChange) {
+        // The series, or an event that does not repeat, written whole.
+        writeFields(master.get(), event, true);
+        modify(calClient, master.get(), E_CAL_OBJ_MOD_ALL);
+        event.occurrenceIdentifier.clear();
+        return;
+    }
+
+    // One occurrence edited on its own: a detached instance with the series' UID and the
+    // occurrence's RECURRENCE-ID, carrying no rules of its own.
+    GRef<ICalComponent> occurrence = storedObject(calClient, event.eventIdentifier, event.occurrenceIdentifier);
+    removeAll(occurrence.get(), I_CAL_RRULE_PROPERTY);
+    removeAll(occurrence.get(), I_CAL_RDATE_PROPERTY);
+    removeAll(occurrence.get(), I_CAL_EXDATE_PROPERTY);
+    removeAll(occurrence.get(), I_CAL_EXRULE_PROPERTY);
+    writeFields(occurrence.get(), event, false);
+    modify(calClient, occurrence.get(), E_CAL_OBJ_MOD_THIS);
+}
+
+void CalendarStore::remove(const CalendarStoreEvent& event, CalendarStoreSpan span) const
+{
+    ECalClient* calClient = requireClient(event.calendarIdentifier);
+    if (event.occurrenceIdentifier.isEmpty()) {
+        removeObject(calClient, event.eventIdentifier, {}, E_CAL_OBJ_MOD_ALL);
+        return;
+    }
+    if (span == CalendarStoreSpan::thisEvent) {
+        removeObject(calClient, event.eventIdentifier, event.occurrenceIdentifier, E_CAL_OBJ_MOD_THIS);
+        return;
+    }
+    // EDS 3.46 splits a series cut with THIS_AND_FUTURE under a new UID and cuts zoned series at
+    // the wrong instant, so the series is ended by its own UNTIL instead.
+    GRef<ICalComponent> master = storedObject(calClient, event.eventIdentifier, {});
+    const CalendarStoreEvent series = readStored(master.get(), calClient, event.calendarIdentifier);
+    if (event.startDate <= series.startDate) {
+        removeObject(calClient, event.eventIdentifier, {}, E_CAL_OBJ_MOD_ALL);
+        return;
+    }
+    GRef<ICalTime> until(newTime(event.startDate.addSecs(-1), series.isAllDay));
+    for (ICalProperty* raw = i_cal_component_get_first_property(master.get(), I_CAL_RRULE_PROPERTY); raw;
+         raw = i_cal_component_get_next_property(master.get(), I_CAL_RRULE_PROPERTY)) {
+        GRef<ICalProperty> property(raw);
+        GRef<ICalRecurrence> recurrence(i_cal_property_get_rrule(property.get()));
+        i_cal_recurrence_set_count(recurrence.get(), 0);
+        i_cal_recurrence_set_until(recurrence.get(), until.get());
+        i_cal_property_set_rrule(property.get(), recurrence.get());
+    }
+    stampModified(master.get());
+    modify(calClient, master.get(), E_CAL_OBJ_MOD_ALL);
+}
+
+void CalendarStore::addLocalCalendar(const QString& identifier, const QString& title, const QString& color) const
+{
+    if (!m_registry)
+        throw CalendarStoreError(m_connectionError);
+    GError* error = nullptr;
+    GRef<ESource> source(e_source_new_with_uid(identifier.toUtf8().constData(), nullptr, &error));
+    if (!source)
+        raise(error, "Cannot make the calendar");
+    e_source_set_display_name(source.get(), title.toUtf8().constData());
+    e_source_set_parent(source.get(), "local-stub");
+    auto* extension = E_SOURCE_SELECTABLE(e_source_get_extension(source.get(), E_SOURCE_EXTENSION_CALENDAR));
+    e_source_backend_set_backend_name(E_SOURCE_BACKEND(extension), "local");
+    e_source_selectable_set_color(extension, color.toUtf8().constData());
+    if (!e_source_registry_commit_source_sync(m_registry, source.get(), nullptr, &error))
+        raise(error, "Cannot add the calendar");
+}
+
+void CalendarStore::removeCalendar(const QString& identifier) const
+{
+    if (!m_registry)
+        return;
+    {
+        const QMutexLocker locker(&m_clientsMutex);
+        if (ECalClient* known = m_clients.take(identifier))
+            g_object_unref(known);
+    }
+    GRef<ESource> source(e_source_registry_ref_source(m_registry, identifier.toUtf8().constData()));
+    if (!source)
+        return;
+    GError* error = nullptr;
+    if (!e_source_remove_sync(source.get(), nullptr, &error)) {
+        qCWarning(lcCalendar) << "cannot remove calendar" << identifier << (error ? error->message : "");
+        g_clear_error(&error);
+    }
+}
+
+int CalendarStore::importCalendarData(const QString& calendarIdentifier, const QByteArray& icalendar) const
+{
+    ECalClient* calClient = requireClient(calendarIdentifier);
+    GRef<ICalComponent> root(i_cal_parser_parse_string(icalendar.constData()));
+    if (!root || i_cal_component_isa(root.get()) != I_CAL_VCALENDAR_COMPONENT)
+        throw CalendarStoreError(QStringLiteral("Not an iCalendar text"));
+    int count = 0;
+    for (ICalComponent* raw = i_cal_component_get_first_component(root.get(), I_CAL_VEVENT_COMPONENT); raw;
+         raw = i_cal_component_get_next_component(root.get(), I_CAL_VEVENT_COMPONENT)) {
+        g_object_unref(raw);
+        ++count;
+    }
+    // Received as a publication, the way importers hand files to EDS: the calendar takes the
+    // VTIMEZONEs along with the events and their edited occurrences.
+    GError* error = nullptr;
+    if (!e_cal_client_receive_objects_sync(calClient, root.get(), E_CAL_OPERATION_FLAG_NONE, nullptr, &error))
+        raise(error, "The calendar refused the events");
+    return count;
 }

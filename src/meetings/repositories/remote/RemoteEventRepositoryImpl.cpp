@@ -1,0 +1,156 @@
+#include "meetings/repositories/remote/RemoteEventRepositoryImpl.h"
+
+#include "meetings/domain/MeetIdentity.h"
+#include "meetings/repositories/remote/EventRequestDTO.h"
+#include "meetings/repositories/remote/RemoteEventRepositoryError.h"
+#include "networking/APIErrorMessageEnum.h"
+
+#include <QStringList>
+
+#include <array>
+
+namespace {
+
+const QString eventsPath = QStringLiteral("/v0/events");
+
+constexpr std::array<const char*, 7> tokens = {"sun", "mon", "tue", "wed", "thu", "fri", "sat"};
+
+template <typename Call> auto endpoint(Call call)
+{
+    try {
+        return call();
+    } catch (const APIError& error) {
+        throw RemoteEventRepositoryError::endpointFailed(
+            APIErrorMessageEnum::message(error, QStringLiteral("evento no encontrado")));
+    }
+}
+
+} // namespace
+
+RemoteEventRepositoryImpl::RemoteEventRepositoryImpl(
+    APIClient client, AppearanceIsDark appearanceIsDark, AlarmIsArmed alarmIsArmed)
+    : client(std::move(client))
+    , appearanceIsDark(std::move(appearanceIsDark))
+    , alarmIsArmed(std::move(alarmIsArmed))
+{
+}
+
+QString RemoteEventRepositoryImpl::repeatCode(MeetRecurrenceFrequency frequency)
+{
+    switch (frequency) {
+    case MeetRecurrenceFrequency::daily:
+        return QStringLiteral("every_day");
+    case MeetRecurrenceFrequency::weekly:
+        return QStringLiteral("every_week");
+    case MeetRecurrenceFrequency::monthly:
+        return QStringLiteral("every_month");
+    case MeetRecurrenceFrequency::none:
+        break;
+    }
+    return QStringLiteral("none");
+}
+
+MeetRecurrenceFrequency RemoteEventRepositoryImpl::frequency(const QString& repeatCode)
+{
+    if (repeatCode == QLatin1String("every_day"))
+        return MeetRecurrenceFrequency::daily;
+    if (repeatCode == QLatin1String("every_week"))
+        return MeetRecurrenceFrequency::weekly;
+    if (repeatCode == QLatin1String("every_month"))
+        return MeetRecurrenceFrequency::monthly;
+    return MeetRecurrenceFrequency::none;
+}
+
+QString RemoteEventRepositoryImpl::weekdayTokens(const QSet<int>& weekdays)
+{
+    QStringList written;
+    for (int day = 1; day <= 7; ++day) {
+        if (weekdays.contains(day))
+            written.append(QString::fromLatin1(tokens.at(day - 1)));
+    }
+    return written.join(QLatin1Char('|'));
+}
+
+QSet<int> RemoteEventRepositoryImpl::weekdays(const QString& text)
+{
+    QSet<int> days;
+    for (const QString& token : text.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
+        for (size_t i = 0; i < tokens.size(); ++i) {
+            if (token == QLatin1String(tokens.at(i)))
+                days.insert(int(i) + 1);
+        }
+    }
+    return days;
+}
+
+MeetEntity RemoteEventRepositoryImpl::meet(const EventResponseDTO& event) const
+{
+    MeetEntity meet;
+    meet.metId = MeetIdentity::forBackendEvent(event.evtId);
+    meet.metName = event.evtTitle;
+    meet.metDate = event.evtSchedule;
+    meet.metDescription = event.evtDescription;
+    meet.metDuration = double(event.evtDurationMinutes) * 60;
+    const bool dark = appearanceIsDark && appearanceIsDark();
+    meet.metColor = {dark ? QStringLiteral("#4FA8AC") : QStringLiteral("#5CC2C6")};
+    meet.metIsAllDay = false;
+    meet.metCalendarName = QStringLiteral("Tolvane");
+    meet.metCalendarIdentifier = QStringLiteral("tolvane-native-calendar");
+    meet.metRecurrenceFrequency = frequency(event.evtRepeat);
+    if (event.evtRepeat == QLatin1String("every_week"))
+        meet.metRecurringWeekdays = weekdays(event.evtCustomRepeat);
+    meet.metOriginalIdentifier = event.evtId;
+    meet.metSource = MeetSource::backend;
+    return meet;
+}
+
+namespace {
+
+template <typename DTO> DTO requestBody(const MeetDraft& draft, bool hasAlarm)
+{
+    DTO body;
+    body.evtTitle = draft.title;
+    body.evtSchedule = draft.start;
+    body.evtDurationMinutes = draft.start.secsTo(draft.end) / 60;
+    body.evtHasAlarm = hasAlarm;
+    body.evtDescription = draft.description;
+    body.evtRepeat = RemoteEventRepositoryImpl::repeatCode(draft.recurrence);
+    if (draft.recurrence == MeetRecurrenceFrequency::weekly)
+        body.evtCustomRepeat = RemoteEventRepositoryImpl::weekdayTokens(draft.weekdays);
+    return body;
+}
+
+} // namespace
+
+QList<MeetEntity> RemoteEventRepositoryImpl::fetchMeets()
+{
+    const QList<EventResponseDTO> events = endpoint([&] { return client.get<QList<EventResponseDTO>>(eventsPath); });
+    QList<MeetEntity> meets;
+    meets.reserve(events.size());
+    for (const EventResponseDTO& event : events)
+        meets.append(meet(event));
+    return meets;
+}
+
+MeetEntity RemoteEventRepositoryImpl::createMeet(const MeetDraft& draft)
+{
+    // A meet not made yet has no alarm to be armed.
+    const auto body = requestBody<CreateEventRequestDTO>(draft, false);
+    return meet(endpoint([&] { return client.post<EventResponseDTO>(eventsPath, body); }));
+}
+
+MeetEntity RemoteEventRepositoryImpl::updateMeet(const MeetEntity& existing, const MeetDraft& draft)
+{
+    const auto body = requestBody<UpdateEventRequestDTO>(draft, alarmIsArmed && alarmIsArmed(existing.metId));
+    return meet(endpoint([&] {
+        return client.put<EventResponseDTO>(eventsPath + QLatin1Char('/') + existing.metOriginalIdentifier, body);
+    }));
+}
+
+void RemoteEventRepositoryImpl::deleteMeet(const MeetEntity& existing)
+{
+    endpoint([&] {
+        client.delete_(eventsPath + QLatin1Char('/') + existing.metOriginalIdentifier);
+        return 0;
+    });
+}
