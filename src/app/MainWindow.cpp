@@ -1,9 +1,87 @@
 #include "MainWindow.h"
 
-MainWindow::MainWindow(QWidget* parent)
+#include "ContentView.h"
+#include "InformationConsoleView.h"
+#include "screens/common/AppServices.h"
+#include "screens/projects/ProjectsView.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDialog>
+#include <QLabel>
+#include <QMenuBar>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString geometryKey = QStringLiteral("MainWindow.geometry");
+
+// The workspaces that other work brings later show who they are and nothing more.
+QWidget* comingWorkspace(SidebarItemEnum item, QWidget* parent)
+{
+    auto* label = new QLabel(SidebarItem::label(item), parent);
+    label->setAlignment(Qt::AlignCenter);
+    label->setEnabled(false);
+    return label;
+}
+
+} // namespace
+
+MainWindow::MainWindow(const AppServices& services, QWidget* parent)
     : QMainWindow(parent)
+    , m_services(services)
 {
     setWindowTitle(QStringLiteral("Tolvane"));
     setMinimumSize(900, 600);
-    resize(1200, 800);
+    m_contentView = new ContentView(
+        services,
+        [&services](SidebarItemEnum item, QWidget* parent) -> QWidget* {
+            if (item == SidebarItemEnum::projects)
+                return new ProjectsView(services, parent);
+            return comingWorkspace(item, parent);
+        },
+        this);
+    setCentralWidget(m_contentView);
+
+    //% "&Tolvane"
+    QMenu* app = menuBar()->addMenu(qtTrId("menu-app"));
+    QAction* settings = app->addAction(qtTrId("user-settings-screen-title"), this,
+        [this] { m_services.notificationCenter().post(NotificationName::showUserSettings); });
+    settings->setShortcut(QKeySequence::Preferences);
+    settings->setObjectName(QStringLiteral("userSettingsAction"));
+    //% "Information console"
+    app->addAction(qtTrId("info-console-title"), this, &MainWindow::showConsole);
+    app->addSeparator();
+    //% "Quit"
+    app->addAction(qtTrId("menu-quit"), qApp, &QApplication::quit)->setShortcut(QKeySequence::Quit);
+
+    //% "&View"
+    QMenu* view = menuBar()->addMenu(qtTrId("menu-view"));
+    int number = 1;
+    for (const SidebarItemEnum item : SidebarItem::allCases) {
+        QAction* go = view->addAction(SidebarItem::label(item), this, [this, item] { m_contentView->select(item); });
+        go->setShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_0 + number++)));
+    }
+
+    const QByteArray geometry = services.userDefaults().value(geometryKey).toByteArray();
+    if (geometry.isEmpty() || !restoreGeometry(geometry))
+        resize(1200, 800);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    UserDefaults defaults = m_services.userDefaults();
+    defaults.setValue(geometryKey, saveGeometry());
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::showConsole()
+{
+    QDialog dialog(this);
+    dialog.setWindowTitle(qtTrId("info-console-title"));
+    dialog.resize(700, 400);
+    auto* layout = new QVBoxLayout(&dialog);
+    layout->addWidget(new InformationConsoleView(m_services, &dialog));
+    dialog.exec();
 }

@@ -2,10 +2,25 @@
 
 #include <QMainWindow>
 
-// The one window of the application.
+class AppServices;
+class ContentView;
+
+// The one window: the content view, the menus and their shortcuts; its size and place are
+// remembered between runs.
 class MainWindow final : public QMainWindow {
     Q_OBJECT
 
 public:
-    explicit MainWindow(QWidget* parent = nullptr);
+    explicit MainWindow(const AppServices& services, QWidget* parent = nullptr);
+
+    ContentView* contentView() const { return m_contentView; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void showConsole();
+
+    const AppServices& m_services;
+    ContentView* m_contentView;
 };

@@ -1,6 +1,8 @@
-#include "MainWindow.h"
+#include "TolvaneApp.h"
+#include "screens/common/AppServices.h"
 
 #include <QApplication>
+#include <QIcon>
 
 int main(int argc, char* argv[])
 {
@@ -9,8 +11,11 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName(QStringLiteral("Tolvane"));
     QApplication::setApplicationVersion(QStringLiteral(TOLVANE_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("com.quorvel.tolvane"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/QuorvelLogo.svg")));
+    TolvaneApp::installTranslations();
 
-    MainWindow window;
-    window.show();
+    const AppServices services = AppServices::live();
+    TolvaneApp app(services);
+    app.start();
     return QApplication::exec();
 }

@@ -1,0 +1,267 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en">
+<context>
+    <name></name>
+    <message id="detail-select-option-text">
+        <source>Choose a workspace in the sidebar</source>
+        <translation>Choose a workspace in the sidebar</translation>
+    </message>
+    <message id="eisenhower-matrix-quadrant-empty">
+        <source>Drop tasks here</source>
+        <translation>Drop tasks here</translation>
+    </message>
+    <message id="eisenhower-tag-delegate">
+        <source>Delegate</source>
+        <translation>Delegate</translation>
+    </message>
+    <message id="eisenhower-tag-delete">
+        <source>Eliminate</source>
+        <translation>Eliminate</translation>
+    </message>
+    <message id="eisenhower-tag-do">
+        <source>Do now</source>
+        <translation>Do now</translation>
+    </message>
+    <message id="eisenhower-tag-menu-title">
+        <source>Quadrant</source>
+        <translation>Quadrant</translation>
+    </message>
+    <message id="eisenhower-tag-none">
+        <source>No quadrant</source>
+        <translation>No quadrant</translation>
+    </message>
+    <message id="eisenhower-tag-planning">
+        <source>Plan</source>
+        <translation>Plan</translation>
+    </message>
+    <message id="info-console-copy-button">
+        <source>Copy</source>
+        <translation>Copy</translation>
+    </message>
+    <message id="info-console-empty-message">
+        <source>Nothing recorded yet.</source>
+        <translation>Nothing recorded yet.</translation>
+    </message>
+    <message id="info-console-logging-label">
+        <source>Record failures</source>
+        <translation>Record failures</translation>
+    </message>
+    <message id="info-console-title">
+        <source>Information console</source>
+        <translation>Information console</translation>
+    </message>
+    <message id="menu-app">
+        <source>&amp;Tolvane</source>
+        <translation>&amp;Tolvane</translation>
+    </message>
+    <message id="menu-quit">
+        <source>Quit</source>
+        <translation>Quit</translation>
+    </message>
+    <message id="menu-view">
+        <source>&amp;View</source>
+        <translation>&amp;View</translation>
+    </message>
+    <message id="project-overview-empty-state">
+        <source>This project has no lists yet.</source>
+        <translation>This project has no lists yet.</translation>
+    </message>
+    <message id="projects-add-button">
+        <source>Add project</source>
+        <translation>Add project</translation>
+    </message>
+    <message id="projects-delete-button">
+        <source>Delete project</source>
+        <translation>Delete project</translation>
+    </message>
+    <message id="projects-delete-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="projects-delete-confirm-button">
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message id="projects-delete-confirmation-title">
+        <source>Delete this project?</source>
+        <translation>Delete this project?</translation>
+    </message>
+    <message id="projects-edit-button">
+        <source>Rename</source>
+        <translation>Rename</translation>
+    </message>
+    <message id="projects-empty-state">
+        <source>No projects yet. Add your first one below.</source>
+        <translation>No projects yet. Add your first one below.</translation>
+    </message>
+    <message id="projects-loading-state">
+        <source>Loading…</source>
+        <translation>Loading…</translation>
+    </message>
+    <message id="projects-screen-title">
+        <source>Projects</source>
+        <translation>Projects</translation>
+    </message>
+    <message id="projects-show-every-day-button">
+        <source>Show every day</source>
+        <translation>Show every day</translation>
+    </message>
+    <message id="schedule-login-required-state">
+        <source>Set up your account to start.</source>
+        <translation>Set up your account to start.</translation>
+    </message>
+    <message id="sidebar-agenda-link">
+        <source>Schedule</source>
+        <translation>Schedule</translation>
+    </message>
+    <message id="sidebar-bitacora-link">
+        <source>Logbook</source>
+        <translation>Logbook</translation>
+    </message>
+    <message id="sidebar-menu-title">
+        <source>Tolvane</source>
+        <translation>Tolvane</translation>
+    </message>
+    <message id="sidebar-projects-link">
+        <source>Projects</source>
+        <translation>Projects</translation>
+    </message>
+    <message id="task-list-view-mode-detail">
+        <source>Matrix</source>
+        <translation>Matrix</translation>
+    </message>
+    <message id="task-list-view-mode-tasks">
+        <source>Tasks</source>
+        <translation>Tasks</translation>
+    </message>
+    <message id="task-lists-add-button">
+        <source>Add list</source>
+        <translation>Add list</translation>
+    </message>
+    <message id="task-lists-default-badge">
+        <source>Default</source>
+        <translation>Default</translation>
+    </message>
+    <message id="task-lists-delete-button">
+        <source>Delete list</source>
+        <translation>Delete list</translation>
+    </message>
+    <message id="task-lists-delete-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="task-lists-delete-confirm-button">
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message id="task-lists-delete-confirmation-title">
+        <source>Delete this list and its tasks?</source>
+        <translation>Delete this list and its tasks?</translation>
+    </message>
+    <message id="task-lists-rename-button">
+        <source>Rename</source>
+        <translation>Rename</translation>
+    </message>
+    <message id="task-lists-set-default-button">
+        <source>Make default</source>
+        <translation>Make default</translation>
+    </message>
+    <message id="tasks-add-button">
+        <source>Add task</source>
+        <translation>Add task</translation>
+    </message>
+    <message id="tasks-delete-button">
+        <source>Delete task</source>
+        <translation>Delete task</translation>
+    </message>
+    <message id="tasks-delete-completed-button">
+        <source>Delete completed</source>
+        <translation>Delete completed</translation>
+    </message>
+    <message id="tasks-delete-completed-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="tasks-delete-completed-confirm-button">
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message id="tasks-delete-completed-confirmation-title">
+        <source>Delete the completed tasks?</source>
+        <translation>Delete the completed tasks?</translation>
+    </message>
+    <message id="tasks-delete-completed-error-title">
+        <source>The completed tasks could not be deleted</source>
+        <translation>The completed tasks could not be deleted</translation>
+    </message>
+    <message id="tasks-empty-state">
+        <source>No tasks yet.</source>
+        <translation>No tasks yet.</translation>
+    </message>
+    <message id="tasks-select-list-placeholder">
+        <source>Choose a list or a project</source>
+        <translation>Choose a list or a project</translation>
+    </message>
+    <message id="tasks-status-completed">
+        <source>Completed</source>
+        <translation>Completed</translation>
+    </message>
+    <message id="user-settings-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="user-settings-email-field">
+        <source>E-mail</source>
+        <translation>E-mail</translation>
+    </message>
+    <message id="user-settings-first-name-field">
+        <source>First name</source>
+        <translation>First name</translation>
+    </message>
+    <message id="user-settings-google-sign-in-button">
+        <source>Sign in with Google</source>
+        <translation>Sign in with Google</translation>
+    </message>
+    <message id="user-settings-google-sign-in-error-text">
+        <source>Google sign-in did not work. Please try again.</source>
+        <translation>Google sign-in did not work. Please try again.</translation>
+    </message>
+    <message id="user-settings-last-name-field">
+        <source>Last name</source>
+        <translation>Last name</translation>
+    </message>
+    <message id="user-settings-logout-button">
+        <source>Sign out</source>
+        <translation>Sign out</translation>
+    </message>
+    <message id="user-settings-logout-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="user-settings-logout-confirm-button">
+        <source>Sign out</source>
+        <translation>Sign out</translation>
+    </message>
+    <message id="user-settings-logout-confirmation-title">
+        <source>Sign out of Tolvane?</source>
+        <translation>Sign out of Tolvane?</translation>
+    </message>
+    <message id="user-settings-save-button">
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message id="user-settings-screen-title">
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message id="user-settings-setup-chooser-title">
+        <source>Set up your account</source>
+        <translation>Set up your account</translation>
+    </message>
+    <message id="user-settings-setup-local-button">
+        <source>Use Tolvane on this computer</source>
+        <translation>Use Tolvane on this computer</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,267 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es">
+<context>
+    <name></name>
+    <message id="detail-select-option-text">
+        <source>Choose a workspace in the sidebar</source>
+        <translation>Elige un espacio de trabajo en la barra lateral</translation>
+    </message>
+    <message id="eisenhower-matrix-quadrant-empty">
+        <source>Drop tasks here</source>
+        <translation>Arrastra tareas aquí</translation>
+    </message>
+    <message id="eisenhower-tag-delegate">
+        <source>Delegate</source>
+        <translation>Delegar</translation>
+    </message>
+    <message id="eisenhower-tag-delete">
+        <source>Eliminate</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message id="eisenhower-tag-do">
+        <source>Do now</source>
+        <translation>Hacer ya</translation>
+    </message>
+    <message id="eisenhower-tag-menu-title">
+        <source>Quadrant</source>
+        <translation>Cuadrante</translation>
+    </message>
+    <message id="eisenhower-tag-none">
+        <source>No quadrant</source>
+        <translation>Sin cuadrante</translation>
+    </message>
+    <message id="eisenhower-tag-planning">
+        <source>Plan</source>
+        <translation>Planificar</translation>
+    </message>
+    <message id="info-console-copy-button">
+        <source>Copy</source>
+        <translation>Copiar</translation>
+    </message>
+    <message id="info-console-empty-message">
+        <source>Nothing recorded yet.</source>
+        <translation>Aún no hay nada registrado.</translation>
+    </message>
+    <message id="info-console-logging-label">
+        <source>Record failures</source>
+        <translation>Registrar fallos</translation>
+    </message>
+    <message id="info-console-title">
+        <source>Information console</source>
+        <translation>Consola de información</translation>
+    </message>
+    <message id="menu-app">
+        <source>&amp;Tolvane</source>
+        <translation>&amp;Tolvane</translation>
+    </message>
+    <message id="menu-quit">
+        <source>Quit</source>
+        <translation>Salir</translation>
+    </message>
+    <message id="menu-view">
+        <source>&amp;View</source>
+        <translation>&amp;Ver</translation>
+    </message>
+    <message id="project-overview-empty-state">
+        <source>This project has no lists yet.</source>
+        <translation>Este proyecto aún no tiene listados.</translation>
+    </message>
+    <message id="projects-add-button">
+        <source>Add project</source>
+        <translation>Añadir proyecto</translation>
+    </message>
+    <message id="projects-delete-button">
+        <source>Delete project</source>
+        <translation>Eliminar proyecto</translation>
+    </message>
+    <message id="projects-delete-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="projects-delete-confirm-button">
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message id="projects-delete-confirmation-title">
+        <source>Delete this project?</source>
+        <translation>¿Eliminar este proyecto?</translation>
+    </message>
+    <message id="projects-edit-button">
+        <source>Rename</source>
+        <translation>Renombrar</translation>
+    </message>
+    <message id="projects-empty-state">
+        <source>No projects yet. Add your first one below.</source>
+        <translation>Aún no hay proyectos. Añade el primero abajo.</translation>
+    </message>
+    <message id="projects-loading-state">
+        <source>Loading…</source>
+        <translation>Cargando…</translation>
+    </message>
+    <message id="projects-screen-title">
+        <source>Projects</source>
+        <translation>Proyectos</translation>
+    </message>
+    <message id="projects-show-every-day-button">
+        <source>Show every day</source>
+        <translation>Mostrar todos los días</translation>
+    </message>
+    <message id="schedule-login-required-state">
+        <source>Set up your account to start.</source>
+        <translation>Configura tu cuenta para empezar.</translation>
+    </message>
+    <message id="sidebar-agenda-link">
+        <source>Schedule</source>
+        <translation>Agenda</translation>
+    </message>
+    <message id="sidebar-bitacora-link">
+        <source>Logbook</source>
+        <translation>Bitácora</translation>
+    </message>
+    <message id="sidebar-menu-title">
+        <source>Tolvane</source>
+        <translation>Tolvane</translation>
+    </message>
+    <message id="sidebar-projects-link">
+        <source>Projects</source>
+        <translation>Proyectos</translation>
+    </message>
+    <message id="task-list-view-mode-detail">
+        <source>Matrix</source>
+        <translation>Matriz</translation>
+    </message>
+    <message id="task-list-view-mode-tasks">
+        <source>Tasks</source>
+        <translation>Tareas</translation>
+    </message>
+    <message id="task-lists-add-button">
+        <source>Add list</source>
+        <translation>Añadir listado</translation>
+    </message>
+    <message id="task-lists-default-badge">
+        <source>Default</source>
+        <translation>Predeterminado</translation>
+    </message>
+    <message id="task-lists-delete-button">
+        <source>Delete list</source>
+        <translation>Eliminar listado</translation>
+    </message>
+    <message id="task-lists-delete-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="task-lists-delete-confirm-button">
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message id="task-lists-delete-confirmation-title">
+        <source>Delete this list and its tasks?</source>
+        <translation>¿Eliminar este listado y sus tareas?</translation>
+    </message>
+    <message id="task-lists-rename-button">
+        <source>Rename</source>
+        <translation>Renombrar</translation>
+    </message>
+    <message id="task-lists-set-default-button">
+        <source>Make default</source>
+        <translation>Hacer predeterminado</translation>
+    </message>
+    <message id="tasks-add-button">
+        <source>Add task</source>
+        <translation>Añadir tarea</translation>
+    </message>
+    <message id="tasks-delete-button">
+        <source>Delete task</source>
+        <translation>Eliminar tarea</translation>
+    </message>
+    <message id="tasks-delete-completed-button">
+        <source>Delete completed</source>
+        <translation>Eliminar completadas</translation>
+    </message>
+    <message id="tasks-delete-completed-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="tasks-delete-completed-confirm-button">
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message id="tasks-delete-completed-confirmation-title">
+        <source>Delete the completed tasks?</source>
+        <translation>¿Eliminar las tareas completadas?</translation>
+    </message>
+    <message id="tasks-delete-completed-error-title">
+        <source>The completed tasks could not be deleted</source>
+        <translation>No se pudieron eliminar las tareas completadas</translation>
+    </message>
+    <message id="tasks-empty-state">
+        <source>No tasks yet.</source>
+        <translation>Aún no hay tareas.</translation>
+    </message>
+    <message id="tasks-select-list-placeholder">
+        <source>Choose a list or a project</source>
+        <translation>Elige un listado o un proyecto</translation>
+    </message>
+    <message id="tasks-status-completed">
+        <source>Completed</source>
+        <translation>Completadas</translation>
+    </message>
+    <message id="user-settings-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="user-settings-email-field">
+        <source>E-mail</source>
+        <translation>Correo electrónico</translation>
+    </message>
+    <message id="user-settings-first-name-field">
+        <source>First name</source>
+        <translation>Nombre</translation>
+    </message>
+    <message id="user-settings-google-sign-in-button">
+        <source>Sign in with Google</source>
+        <translation>Iniciar sesión con Google</translation>
+    </message>
+    <message id="user-settings-google-sign-in-error-text">
+        <source>Google sign-in did not work. Please try again.</source>
+        <translation>No se pudo iniciar sesión con Google. Inténtalo de nuevo.</translation>
+    </message>
+    <message id="user-settings-last-name-field">
+        <source>Last name</source>
+        <translation>Apellido</translation>
+    </message>
+    <message id="user-settings-logout-button">
+        <source>Sign out</source>
+        <translation>Cerrar sesión</translation>
+    </message>
+    <message id="user-settings-logout-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="user-settings-logout-confirm-button">
+        <source>Sign out</source>
+        <translation>Cerrar sesión</translation>
+    </message>
+    <message id="user-settings-logout-confirmation-title">
+        <source>Sign out of Tolvane?</source>
+        <translation>¿Cerrar sesión en Tolvane?</translation>
+    </message>
+    <message id="user-settings-save-button">
+        <source>Save</source>
+        <translation>Guardar</translation>
+    </message>
+    <message id="user-settings-screen-title">
+        <source>Settings</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message id="user-settings-setup-chooser-title">
+        <source>Set up your account</source>
+        <translation>Configura tu cuenta</translation>
+    </message>
+    <message id="user-settings-setup-local-button">
+        <source>Use Tolvane on this computer</source>
+        <translation>Usar Tolvane en este ordenador</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,6 @@
+#include "AlarmStartupHook.h"
+
+void runAlarmStartupHook(const AppServices&)
+{
+    // Nothing to install until alarms exist.
+}

@@ -1,0 +1,51 @@
+#include "TolvaneApp.h"
+
+#include "AlarmStartupHook.h"
+#include "MainWindow.h"
+#include "oauth/GIDSignIn.h"
+#include "platform/Logging.h"
+#include "screens/common/AppServices.h"
+#include "screens/common/Appearance.h"
+#include "screens/common/Async.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QTranslator>
+
+TolvaneApp::TolvaneApp(const AppServices& services)
+    : m_services(services)
+{
+}
+
+TolvaneApp::~TolvaneApp() = default;
+
+void TolvaneApp::installTranslations()
+{
+    auto* translator = new QTranslator(QCoreApplication::instance());
+    if (translator->load(QLocale(), QStringLiteral("tolvane"), QStringLiteral("_"), QStringLiteral(":/i18n"))
+        || translator->load(QStringLiteral(":/i18n/tolvane_en")))
+        QCoreApplication::installTranslator(translator);
+}
+
+void TolvaneApp::start()
+{
+    runAlarmStartupHook(m_services);
+    if (GIDSignIn* signIn = m_services.signIn()) {
+        runAsync(
+            QCoreApplication::instance(),
+            [signIn] {
+                try {
+                    signIn->restorePreviousSignIn();
+                    return true;
+                } catch (const std::exception& error) {
+                    qCInfo(lcLogin) << "no earlier Google session:" << error.what();
+                    return false;
+                }
+            },
+            [](bool) {});
+    }
+    m_appearance = std::make_unique<Appearance>();
+    m_appearance->apply();
+    m_window = std::make_unique<MainWindow>(m_services);
+    m_window->show();
+}

@@ -1,0 +1,68 @@
+#include "screens/common/AppServices.h"
+
+#include "login/GoogleAuthTokenProvider.h"
+#include "login/GoogleSignInRepositoryImpl.h"
+#include "login/LocalUserRepositoryImpl.h"
+#include "login/RemoteSupportRepositoryImpl.h"
+#include "login/RemoteUserRegistrationRepositoryImpl.h"
+#include "oauth/GIDSignIn.h"
+#include "platform/BuildSettings.h"
+#include "platform/SecretServiceKeychain.h"
+#include "platform/SystemSecureRandom.h"
+
+AppServices::AppServices(Parts parts)
+    : m_parts(std::move(parts))
+{
+}
+
+AppServices AppServices::live()
+{
+    Parts parts {.notificationCenter = &NotificationCenter::defaultCenter(),
+        .console = &ErrorConsoleStore::shared(),
+        .userDefaults = UserDefaults::standard(),
+        .keychain = std::make_shared<SecretServiceKeychain>(),
+        .random = std::make_shared<SystemSecureRandom>(),
+        .storeDefaults = RealmConfiguration::defaultConfiguration(),
+        .backendBaseURL = QUrl(BuildSettings::backendBaseURL())};
+    const std::optional<GIDConfiguration> google = GIDConfiguration::fromBuildSettings();
+    if (google) {
+        GIDSignIn& client = GIDSignIn::sharedInstance();
+        client.setConfiguration(google);
+        parts.signIn = &client;
+    }
+    return AppServices(std::move(parts));
+}
+
+LoginApplication AppServices::loginApplication() const
+{
+    LoginApplication application;
+    application.repository = std::make_shared<LocalUserRepositoryImpl>(UserDatabase {m_parts.userDefaults});
+    if (m_parts.signIn) {
+        application.googleSignInRepository = std::make_shared<GoogleSignInRepositoryImpl>(
+            *m_parts.signIn, std::make_shared<LiveGoogleSignInPerforming>(*m_parts.signIn));
+    }
+    if (const std::optional<APIClient> client = apiClient())
+        application.userRegistrationRepository = std::make_shared<RemoteUserRegistrationRepositoryImpl>(*client);
+    return application;
+}
+
+SupportApplication AppServices::supportApplication() const
+{
+    const std::optional<APIClient> client = apiClient();
+    return SupportApplication {client ? std::make_shared<RemoteSupportRepositoryImpl>(*client) : nullptr};
+}
+
+std::optional<APIClient> AppServices::apiClient() const
+{
+    if (!m_parts.signIn || !m_parts.backendBaseURL.isValid() || m_parts.backendBaseURL.isEmpty())
+        return std::nullopt;
+    return APIClient(
+        m_parts.backendBaseURL, std::make_shared<GoogleAuthTokenProvider>(*m_parts.signIn), UrlSession::shared(), true);
+}
+
+TaskResultEntity AppServices::tasksApplications(bool isGoogleAccount) const
+{
+    const TasksApplicationFactory factory(
+        RealmEncryptedConfigurationFactory(m_parts.keychain, m_parts.random, m_parts.storeDefaults));
+    return factory.make(isGoogleAccount, apiClient());
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "login/LoginApplication.h"
+#include "login/SupportApplication.h"
+#include "networking/APIClient.h"
+#include "platform/Keychain.h"
+#include "platform/NotificationCenter.h"
+#include "platform/SecureRandom.h"
+#include "platform/UserDefaults.h"
+#include "screens/common/ErrorConsoleStore.h"
+#include "storage/RealmConfiguration.h"
+#include "tasks/TasksApplicationFactory.h"
+
+#include <QUrl>
+
+#include <memory>
+#include <optional>
+
+class GIDSignIn;
+
+// What the screens build their applications from. The program composes one over the shared
+// instances (live()); tests compose one over temporary folders, the fake backend and a local
+// identity provider.
+class AppServices {
+public:
+    struct Parts {
+        NotificationCenter* notificationCenter = nullptr;
+        ErrorConsoleStore* console = nullptr;
+        UserDefaults userDefaults;
+        std::shared_ptr<Keychain> keychain;
+        std::shared_ptr<SecureRandom> random;
+        // Where the encrypted stores go: beside this file.
+        RealmConfiguration storeDefaults;
+        // Empty: no backend configured.
+        QUrl backendBaseURL;
+        // Null: Google sign-in not configured.
+        GIDSignIn* signIn = nullptr;
+    };
+
+    explicit AppServices(Parts parts);
+    // The shared instances and the build's configuration.
+    static AppServices live();
+
+    NotificationCenter& notificationCenter() const { return *m_parts.notificationCenter; }
+    ErrorConsoleStore& console() const { return *m_parts.console; }
+    const UserDefaults& userDefaults() const { return m_parts.userDefaults; }
+    bool isGoogleSignInAvailable() const { return m_parts.signIn != nullptr; }
+    GIDSignIn* signIn() const { return m_parts.signIn; }
+
+    LoginApplication loginApplication() const;
+    SupportApplication supportApplication() const;
+    // The backend client of the signed-in Google user; none without a backend or sign-in.
+    std::optional<APIClient> apiClient() const;
+    // The Tasks module for that user's kind of account.
+    TaskResultEntity tasksApplications(bool isGoogleAccount) const;
+
+private:
+    Parts m_parts;
+};

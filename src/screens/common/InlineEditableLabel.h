@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QStackedWidget;
+
+// A label that becomes a text field for renaming: double-click, F2 or startEditing(). Enter
+// commits (an unchanged or blank text just closes the field), Escape restores the old text.
+class InlineEditableLabel final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit InlineEditableLabel(const QString& text, QWidget* parent = nullptr);
+
+    QString text() const;
+    void setText(const QString& text);
+    void setLabelFont(const QFont& font);
+    void setStruckOut(bool struckOut);
+    void startEditing();
+    bool isEditing() const;
+
+Q_SIGNALS:
+    void committed(const QString& text);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void commit();
+    void stopEditing();
+
+    QStackedWidget* m_stack;
+    QLabel* m_label;
+    QLineEdit* m_field;
+};

@@ -1,0 +1,114 @@
+#include "screens/projects/ProjectSectionView.h"
+
+#include "screens/common/Icons.h"
+#include "screens/common/InlineAddRowView.h"
+#include "screens/common/InlineEditableLabel.h"
+#include "screens/projects/TaskListSidebarRowView.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+ProjectSectionView::ProjectSectionView(const ProjectWithListsEntity& item, bool isExpanded, bool isSelected,
+    const QUuid& selectedListId, const QUuid& deletingListId, bool isDeleting, QWidget* parent)
+    : QFrame(parent)
+    , m_item(item)
+    , m_name(new InlineEditableLabel(item.project.prjName, this))
+{
+    const ProjectEntity& project = item.project;
+    setObjectName(QStringLiteral("project:") + project.prjName);
+    setEnabled(!isDeleting);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+
+    auto* header = new QFrame(this);
+    header->setObjectName(QStringLiteral("projectHeader"));
+    header->setAutoFillBackground(isSelected);
+    header->setBackgroundRole(QPalette::Highlight);
+    header->setForegroundRole(isSelected ? QPalette::HighlightedText : QPalette::WindowText);
+    header->installEventFilter(this);
+    auto* headerLayout = new QHBoxLayout(header);
+    headerLayout->setContentsMargins(4, 4, 4, 4);
+    auto* fold = new QToolButton(header);
+    fold->setObjectName(QStringLiteral("projectFold"));
+    fold->setAutoRaise(true);
+    fold->setArrowType(isExpanded ? Qt::DownArrow : Qt::RightArrow);
+    QFont bold = m_name->font();
+    bold.setBold(true);
+    m_name->setLabelFont(bold);
+    auto* everyDay = new QToolButton(header);
+    everyDay->setObjectName(QStringLiteral("showEveryDay"));
+    everyDay->setCheckable(true);
+    everyDay->setChecked(project.prjShowEveryDay);
+    everyDay->setAutoRaise(true);
+    everyDay->setIcon(Icons::symbol(project.prjShowEveryDay ? QStringLiteral("star.fill") : QStringLiteral("star")));
+    //% "Show every day"
+    everyDay->setToolTip(qtTrId("projects-show-every-day-button"));
+    auto* more = new QToolButton(header);
+    more->setObjectName(QStringLiteral("projectMenu"));
+    more->setText(QStringLiteral("⋯"));
+    more->setAutoRaise(true);
+    more->setPopupMode(QToolButton::InstantPopup);
+    auto* menu = new QMenu(more);
+    //% "Rename"
+    menu->addAction(Icons::symbol(QStringLiteral("pencil")), qtTrId("projects-edit-button"), this,
+        &ProjectSectionView::startRenaming);
+    QAction* everyDayAction = menu->addAction(Icons::symbol(QStringLiteral("star")), everyDay->toolTip());
+    everyDayAction->setCheckable(true);
+    everyDayAction->setChecked(project.prjShowEveryDay);
+    //% "Delete project"
+    menu->addAction(Icons::symbol(QStringLiteral("trash")), qtTrId("projects-delete-button"), this,
+        [this] { Q_EMIT deleteRequested(m_item.project); });
+    more->setMenu(menu);
+    headerLayout->addWidget(fold);
+    headerLayout->addWidget(m_name, 1);
+    headerLayout->addWidget(everyDay);
+    headerLayout->addWidget(more);
+    layout->addWidget(header);
+
+    if (isExpanded) {
+        for (const TaskListEntity& list : item.lists) {
+            auto* row
+                = new TaskListSidebarRowView(list, list.talId == selectedListId, list.talId == deletingListId, this);
+            connect(row, &TaskListSidebarRowView::selected, this,
+                [this](const TaskListEntity& taskList) { Q_EMIT listSelected(taskList, m_item.project); });
+            connect(row, &TaskListSidebarRowView::renameRequested, this, &ProjectSectionView::listRenameRequested);
+            connect(
+                row, &TaskListSidebarRowView::setDefaultRequested, this, &ProjectSectionView::listSetDefaultRequested);
+            connect(row, &TaskListSidebarRowView::deleteRequested, this, &ProjectSectionView::listDeleteRequested);
+            layout->addWidget(row);
+        }
+        //% "Add list"
+        m_addList
+            = new InlineAddRowView(QStringLiteral("task-lists-add-button"), qtTrId("task-lists-add-button"), this);
+        m_addList->setContentsMargins(24, 0, 0, 0);
+        connect(m_addList, &InlineAddRowView::addRequested, this,
+            [this](const QString& name) { Q_EMIT addListRequested(m_item.project, name); });
+        layout->addWidget(m_addList);
+    }
+
+    connect(fold, &QToolButton::clicked, this,
+        [this, isExpanded] { Q_EMIT expandedChanged(m_item.project.prjId, !isExpanded); });
+    connect(m_name, &InlineEditableLabel::committed, this,
+        [this](const QString& name) { Q_EMIT renameRequested(m_item.project, name); });
+    connect(everyDay, &QToolButton::clicked, this,
+        [this](bool checked) { Q_EMIT showEveryDayToggled(m_item.project, checked); });
+    connect(everyDayAction, &QAction::triggered, this,
+        [this](bool checked) { Q_EMIT showEveryDayToggled(m_item.project, checked); });
+}
+
+void ProjectSectionView::startRenaming()
+{
+    m_name->startEditing();
+}
+
+bool ProjectSectionView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress && static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+        Q_EMIT projectSelected(m_item.project);
+    return QFrame::eventFilter(watched, event);
+}

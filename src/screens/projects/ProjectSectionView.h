@@ -1,0 +1,43 @@
+#pragma once
+
+#include "screens/projects/ProjectsWorkspaceEntities.h"
+
+#include <QFrame>
+
+class InlineAddRowView;
+class InlineEditableLabel;
+class QToolButton;
+
+// One project in the sidebar: its header (open the overview, rename, show every day, delete)
+// and, when expanded, its lists and an add row.
+class ProjectSectionView final : public QFrame {
+    Q_OBJECT
+
+public:
+    ProjectSectionView(const ProjectWithListsEntity& item, bool isExpanded, bool isSelected,
+        const QUuid& selectedListId, const QUuid& deletingListId, bool isDeleting, QWidget* parent = nullptr);
+
+    const ProjectEntity& project() const { return m_item.project; }
+    InlineAddRowView* addListRow() const { return m_addList; }
+    void startRenaming();
+
+Q_SIGNALS:
+    void expandedChanged(const QUuid& projectId, bool expanded);
+    void projectSelected(const ProjectEntity& project);
+    void renameRequested(const ProjectEntity& project, const QString& name);
+    void showEveryDayToggled(const ProjectEntity& project, bool showEveryDay);
+    void deleteRequested(const ProjectEntity& project);
+    void listSelected(const TaskListEntity& taskList, const ProjectEntity& project);
+    void listRenameRequested(const TaskListEntity& taskList, const QString& name);
+    void listSetDefaultRequested(const TaskListEntity& taskList);
+    void listDeleteRequested(const TaskListEntity& taskList);
+    void addListRequested(const ProjectEntity& project, const QString& name);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    ProjectWithListsEntity m_item;
+    InlineEditableLabel* m_name;
+    InlineAddRowView* m_addList = nullptr;
+};

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "screens/projects/ProjectsWorkspaceEntities.h"
+
+#include <QSet>
+#include <QWidget>
+
+class InlineAddRowView;
+class ProjectSectionView;
+class QLabel;
+class QScrollArea;
+class QVBoxLayout;
+
+// The left side of the projects workspace: every project with its lists, and an add row.
+class ProjectsSidebarPaneView final : public QWidget {
+    Q_OBJECT
+
+public:
+    struct State {
+        QList<ProjectWithListsEntity> workspace;
+        bool isLoading = false;
+        bool isLoggedIn = false;
+        QSet<QUuid> expandedProjectIds;
+        QUuid selectedProjectId;
+        QUuid selectedListId;
+        QUuid deletingProjectId;
+        QUuid deletingListId;
+    };
+
+    explicit ProjectsSidebarPaneView(QWidget* parent = nullptr);
+
+    void show(const State& state);
+    InlineAddRowView* addProjectRow() const { return m_addProject; }
+    ProjectSectionView* section(const QUuid& projectId) const;
+
+Q_SIGNALS:
+    void expandedChanged(const QUuid& projectId, bool expanded);
+    void selectProject(const ProjectEntity& project);
+    void selectList(const TaskListEntity& taskList, const ProjectEntity& project);
+    void renameProject(const ProjectEntity& project, const QString& name);
+    void toggleProjectShowEveryDay(const ProjectEntity& project, bool showEveryDay);
+    void deleteProject(const ProjectEntity& project);
+    void renameList(const TaskListEntity& taskList, const QString& name);
+    void setDefaultList(const TaskListEntity& taskList);
+    void deleteList(const TaskListEntity& taskList);
+    void addList(const ProjectEntity& project, const QString& name);
+    void addProject(const QString& name);
+
+private:
+    QLabel* m_state;
+    QScrollArea* m_scroll;
+    InlineAddRowView* m_addProject;
+    QList<ProjectSectionView*> m_sections;
+};

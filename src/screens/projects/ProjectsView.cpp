@@ -1,0 +1,409 @@
+#include "screens/projects/ProjectsView.h"
+
+#include "platform/NotificationCenter.h"
+#include "screens/common/AppServices.h"
+#include "screens/common/Async.h"
+#include "screens/common/InlineAddRowView.h"
+#include "screens/projects/ProjectSectionView.h"
+#include "screens/projects/ProjectsController.h"
+#include "screens/projects/TaskActions.h"
+#include "screens/projects/TaskListsController.h"
+#include "screens/projects/TasksController.h"
+#include "screens/projects/TasksDetailPaneView.h"
+
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSplitter>
+
+namespace {
+
+template <typename T> QList<T> listed(const ResultEntity& result)
+{
+    const auto* items = result.dataAs<QList<T>>();
+    return items ? *items : QList<T>();
+}
+
+struct LoadedWorkspace {
+    QList<ProjectWithListsEntity> workspace;
+    std::optional<QString> failure;
+};
+
+} // namespace
+
+ProjectsView::ProjectsView(const AppServices& services, QWidget* parent)
+    : QWidget(parent)
+    , m_services(services)
+    , m_taskActions(new TaskActions(this))
+    , m_sidebar(new ProjectsSidebarPaneView(this))
+    , m_detail(new TasksDetailPaneView(*m_taskActions, this))
+{
+    setObjectName(QStringLiteral("projectsView"));
+    auto* splitter = new QSplitter(this);
+    splitter->addWidget(m_sidebar);
+    splitter->addWidget(m_detail);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({300, 700});
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+    connectActions();
+    m_services.notificationCenter().addObserver(NotificationName::userAccountDidChange, this, [this](const QVariant&) {
+        if (m_started)
+            start();
+    });
+}
+
+ProjectsView::~ProjectsView() = default;
+
+void ProjectsView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (!m_started) {
+        m_started = true;
+        start();
+    }
+}
+
+// Reads the current user and builds the applications for that kind of account.
+void ProjectsView::start()
+{
+    const quint64 generation = ++m_generation;
+    m_isLoading = true;
+    render();
+    const LoginApplication login = m_services.loginApplication();
+    const AppServices* services = &m_services;
+    runAsync(
+        this,
+        [login, services] {
+            const LoginResultEntity current = login.getCurrentUser();
+            const UserEntity* user = current.dataAs<UserEntity>();
+            if (!user)
+                return std::pair<std::optional<UserEntity>, ResultEntity>(std::nullopt, current);
+            return std::pair<std::optional<UserEntity>, ResultEntity>(
+                *user, services->tasksApplications(user->usrIsGoogleAccount));
+        },
+        [this, generation](const std::pair<std::optional<UserEntity>, ResultEntity>& started) {
+            if (generation != m_generation)
+                return;
+            const auto& [user, made] = started;
+            m_isLoggedIn = user.has_value();
+            m_workspace.clear();
+            m_selectedProject.reset();
+            m_selectedTaskList.reset();
+            m_detail->showNone();
+            m_projects.reset();
+            m_taskLists.reset();
+            m_tasks.reset();
+            if (!user || !made.result) {
+                m_isLoading = false;
+                render();
+                if (user)
+                    showFailure(made.firstMessage().value_or(QString()));
+                Q_EMIT loaded();
+                return;
+            }
+            m_userId = QUuid::fromString(user->usrId);
+            const auto& apps = *made.dataAs<TasksApplicationFactory::Applications>();
+            m_projects = std::make_unique<ProjectsController>(apps.projects, m_services.console());
+            m_taskLists = std::make_unique<TaskListsController>(apps.taskLists, m_services.console());
+            m_tasks = std::make_unique<TasksController>(apps.tasks, m_services.console());
+            connect(m_projects.get(), &ProjectsController::saved, this, [this](const QUuid& projectId) {
+                m_expandedProjectIds.insert(projectId);
+                reload();
+            });
+            connect(m_projects.get(), &ProjectsController::failed, this, &ProjectsView::showFailure);
+            connect(m_taskLists.get(), &TaskListsController::saved, this, [this] { reload(); });
+            connect(m_taskLists.get(), &TaskListsController::failed, this, &ProjectsView::showFailure);
+            connect(m_tasks.get(), &TasksController::saved, this, [this] { reloadDetail(); });
+            connect(m_tasks.get(), &TasksController::failed, this, &ProjectsView::showFailure);
+            reload();
+        });
+}
+
+void ProjectsView::reload()
+{
+    if (!m_projects)
+        return;
+    const quint64 generation = ++m_generation;
+    m_isLoading = true;
+    const ProjectsApplication projects = m_projects->application;
+    const TaskListsApplication taskLists = m_taskLists->application;
+    const QUuid userId = m_userId;
+    runAsync(
+        this,
+        [projects, taskLists, userId] {
+            LoadedWorkspace loaded;
+            const ResultEntity listedProjects = projects.list(userId);
+            if (!listedProjects.result) {
+                loaded.failure = listedProjects.firstMessage();
+                return loaded;
+            }
+            for (const ProjectEntity& project : listed<ProjectEntity>(listedProjects)) {
+                const ResultEntity lists = taskLists.list(project.prjId);
+                if (!lists.result && !loaded.failure)
+                    loaded.failure = lists.firstMessage();
+                loaded.workspace.append({project, listed<TaskListEntity>(lists)});
+            }
+            return loaded;
+        },
+        [this, generation](const LoadedWorkspace& loaded) {
+            if (generation != m_generation)
+                return;
+            m_isLoading = false;
+            m_workspace = loaded.workspace;
+            // A selection that went away with a deletion elsewhere goes too.
+            bool listStillThere = false;
+            bool projectStillThere = false;
+            for (const ProjectWithListsEntity& item : m_workspace) {
+                if (m_selectedProject && item.project.prjId == m_selectedProject->prjId) {
+                    projectStillThere = true;
+                    m_selectedProject = item.project;
+                }
+                for (const TaskListEntity& list : item.lists) {
+                    if (m_selectedTaskList && list.talId == m_selectedTaskList->talId) {
+                        listStillThere = true;
+                        m_selectedTaskList = list;
+                    }
+                }
+            }
+            if (!listStillThere)
+                m_selectedTaskList.reset();
+            if (!projectStillThere)
+                m_selectedProject.reset();
+            render();
+            if (loaded.failure)
+                showFailure(*loaded.failure);
+            reloadDetail();
+        });
+}
+
+void ProjectsView::reloadDetail()
+{
+    if (!m_tasks)
+        return;
+    const quint64 generation = m_generation;
+    const TasksApplication tasks = m_tasks->application;
+    const TaskListsApplication taskLists = m_taskLists->application;
+    if (m_selectedTaskList) {
+        const TaskListEntity list = *m_selectedTaskList;
+        runAsync(
+            this, [tasks, list] { return tasks.list(list.talId); },
+            [this, generation, list](const ResultEntity& result) {
+                if (generation != m_generation || !m_selectedTaskList || m_selectedTaskList->talId != list.talId)
+                    return;
+                m_singleListTasks = listed<TaskEntity>(result);
+                m_detail->showList(list, m_singleListTasks);
+                Q_EMIT loaded();
+            });
+    } else if (m_selectedProject) {
+        const ProjectEntity project = *m_selectedProject;
+        runAsync(
+            this,
+            [tasks, taskLists, project] {
+                QList<TaskListWithTasksEntity> overview;
+                for (const TaskListEntity& list : listed<TaskListEntity>(taskLists.list(project.prjId)))
+                    overview.append({list, listed<TaskEntity>(tasks.list(list.talId))});
+                return overview;
+            },
+            [this, generation, project](const QList<TaskListWithTasksEntity>& overview) {
+                if (generation != m_generation || !m_selectedProject || m_selectedProject->prjId != project.prjId)
+                    return;
+                m_projectOverviewLists = overview;
+                m_detail->showProject(project, overview);
+                Q_EMIT loaded();
+            });
+    } else {
+        m_detail->showNone();
+        Q_EMIT loaded();
+    }
+}
+
+void ProjectsView::render()
+{
+    ProjectsSidebarPaneView::State state;
+    state.workspace = m_workspace;
+    state.isLoading = m_isLoading;
+    state.isLoggedIn = m_isLoggedIn;
+    state.expandedProjectIds = m_expandedProjectIds;
+    state.selectedProjectId = m_selectedTaskList ? QUuid() : (m_selectedProject ? m_selectedProject->prjId : QUuid());
+    state.selectedListId = m_selectedTaskList ? m_selectedTaskList->talId : QUuid();
+    state.deletingProjectId = m_deletingProjectId;
+    state.deletingListId = m_deletingListId;
+    m_sidebar->show(state);
+}
+
+void ProjectsView::showFailure(const QString& message)
+{
+    // Whatever was under way has ended: the add rows open up again, nothing shows as deleting.
+    for (InlineAddRowView* row : {m_sidebar->addProjectRow(), m_detail->addRow()}) {
+        if (row && row->isAdding())
+            row->finishAdding(false);
+    }
+    if (!m_deletingListId.isNull() || !m_deletingProjectId.isNull()) {
+        m_deletingListId = QUuid();
+        m_deletingProjectId = QUuid();
+        render();
+    }
+    if (!isVisible())
+        return;
+    QMessageBox box(QMessageBox::Warning, window()->windowTitle(), message, QMessageBox::Ok, this);
+    box.setObjectName(QStringLiteral("failureMessage"));
+    box.exec();
+}
+
+bool ProjectsView::confirm(
+    const QString& question, const QString& confirmText, const QString& cancelText, const QString& detail)
+{
+    QMessageBox box(QMessageBox::Question, window()->windowTitle(), question, QMessageBox::NoButton, this);
+    box.setObjectName(QStringLiteral("confirmation"));
+    box.setInformativeText(detail);
+    QPushButton* confirmButton = box.addButton(confirmText, QMessageBox::DestructiveRole);
+    QPushButton* cancelButton = box.addButton(cancelText, QMessageBox::RejectRole);
+    box.setDefaultButton(cancelButton);
+    box.setEscapeButton(cancelButton);
+    box.exec();
+    return box.clickedButton() == confirmButton;
+}
+
+void ProjectsView::selectList(const TaskListEntity& taskList, const ProjectEntity& project)
+{
+    m_selectedTaskList = taskList;
+    m_selectedProject = project;
+    render();
+    reloadDetail();
+}
+
+void ProjectsView::selectProject(const ProjectEntity& project)
+{
+    m_selectedTaskList.reset();
+    m_selectedProject = project;
+    render();
+    reloadDetail();
+}
+
+void ProjectsView::deleteProject(const ProjectEntity& project)
+{
+    //% "Delete this project?"
+    //% "Delete"
+    //% "Cancel"
+    if (!confirm(qtTrId("projects-delete-confirmation-title"), qtTrId("projects-delete-confirm-button"),
+            qtTrId("projects-delete-cancel-button"), project.prjName))
+        return;
+    m_deletingProjectId = project.prjId;
+    render();
+    m_projects->delete_(project, m_userId);
+}
+
+void ProjectsView::deleteList(const TaskListEntity& taskList)
+{
+    //% "Delete this list and its tasks?"
+    //% "Delete"
+    //% "Cancel"
+    if (!confirm(qtTrId("task-lists-delete-confirmation-title"), qtTrId("task-lists-delete-confirm-button"),
+            qtTrId("task-lists-delete-cancel-button"), taskList.talName))
+        return;
+    m_deletingListId = taskList.talId;
+    render();
+    m_taskLists->delete_(taskList);
+}
+
+void ProjectsView::deleteCompleted(const QList<TaskEntity>& tasks)
+{
+    if (tasks.isEmpty() || !m_selectedTaskList)
+        return;
+    //% "Delete the completed tasks?"
+    //% "Delete"
+    //% "Cancel"
+    if (!confirm(qtTrId("tasks-delete-completed-confirmation-title"), qtTrId("tasks-delete-completed-confirm-button"),
+            qtTrId("tasks-delete-completed-cancel-button"), QString::number(tasks.size())))
+        return;
+    m_isDeletingCompletedTasks = true;
+    m_completedTasksDeletionErrorMessage.reset();
+    const TasksApplication tasksApplication = m_tasks->application;
+    const QUuid listId = m_selectedTaskList->talId;
+    runAsync(
+        this, [tasksApplication, listId] { return tasksApplication.deleteCompleted(listId); },
+        [this](const ResultEntity& result) {
+            m_isDeletingCompletedTasks = false;
+            if (!result.result) {
+                m_completedTasksDeletionErrorMessage = result.firstMessage().value_or(QString());
+                QMessageBox box(QMessageBox::Warning,
+                    //% "The completed tasks could not be deleted"
+                    qtTrId("tasks-delete-completed-error-title"), *m_completedTasksDeletionErrorMessage,
+                    QMessageBox::Ok, this);
+                box.setObjectName(QStringLiteral("failureMessage"));
+                box.exec();
+            }
+            reloadDetail();
+        });
+}
+
+void ProjectsView::connectActions()
+{
+    connect(m_sidebar, &ProjectsSidebarPaneView::expandedChanged, this, [this](const QUuid& id, bool expanded) {
+        if (expanded)
+            m_expandedProjectIds.insert(id);
+        else
+            m_expandedProjectIds.remove(id);
+        render();
+    });
+    connect(m_sidebar, &ProjectsSidebarPaneView::selectProject, this, &ProjectsView::selectProject);
+    connect(m_sidebar, &ProjectsSidebarPaneView::selectList, this, &ProjectsView::selectList);
+    connect(m_sidebar, &ProjectsSidebarPaneView::addProject, this,
+        [this](const QString& name) { m_projects->add(name, m_userId); });
+    connect(m_sidebar, &ProjectsSidebarPaneView::renameProject, this,
+        [this](const ProjectEntity& project, const QString& name) {
+            ProjectEntity renamed = project;
+            renamed.prjName = name;
+            m_projects->update(renamed);
+        });
+    connect(m_sidebar, &ProjectsSidebarPaneView::toggleProjectShowEveryDay, this,
+        [this](
+            const ProjectEntity& project, bool showEveryDay) { m_projects->setShowEveryDay(project, showEveryDay); });
+    connect(m_sidebar, &ProjectsSidebarPaneView::deleteProject, this, &ProjectsView::deleteProject);
+    connect(
+        m_sidebar, &ProjectsSidebarPaneView::addList, this, [this](const ProjectEntity& project, const QString& name) {
+            bool hasLists = false;
+            for (const ProjectWithListsEntity& item : m_workspace) {
+                if (item.project.prjId == project.prjId)
+                    hasLists = !item.lists.isEmpty();
+            }
+            // A project's first list is its default list, so the schedule has something to show.
+            m_taskLists->add(project, name, !hasLists);
+        });
+    connect(m_sidebar, &ProjectsSidebarPaneView::renameList, this,
+        [this](const TaskListEntity& list, const QString& name) { m_taskLists->rename(list, name); });
+    connect(m_sidebar, &ProjectsSidebarPaneView::setDefaultList, this,
+        [this](const TaskListEntity& list) { m_taskLists->setDefault(list); });
+    connect(m_sidebar, &ProjectsSidebarPaneView::deleteList, this, &ProjectsView::deleteList);
+    connect(m_detail, &TasksDetailPaneView::deleteListRequested, this, &ProjectsView::deleteList);
+    connect(m_detail, &TasksDetailPaneView::deleteAllCompletedRequested, this, &ProjectsView::deleteCompleted);
+    connect(m_detail, &TasksDetailPaneView::selectList, this, [this](const TaskListEntity& list) {
+        if (m_selectedProject)
+            selectList(list, *m_selectedProject);
+    });
+
+    // Adds keep the add row open for the next entry once the store answered.
+    const auto finishAdd = [](InlineAddRowView* row, bool added) {
+        if (row && row->isAdding())
+            row->finishAdding(added);
+    };
+    connect(this, &ProjectsView::loaded, this, [this, finishAdd] {
+        finishAdd(m_sidebar->addProjectRow(), true);
+        finishAdd(m_detail->addRow(), true);
+        m_deletingListId = QUuid();
+        m_deletingProjectId = QUuid();
+    });
+
+    connect(m_taskActions, &TaskActions::toggleDone, this,
+        [this](const TaskEntity& task, bool done) { m_tasks->setDone(task, done); });
+    connect(m_taskActions, &TaskActions::rename, this,
+        [this](const TaskEntity& task, const QString& title) { m_tasks->rename(task, title); });
+    connect(
+        m_taskActions, &TaskActions::deleteRequested, this, [this](const TaskEntity& task) { m_tasks->delete_(task); });
+    connect(m_taskActions, &TaskActions::setTag, this,
+        [this](const TaskEntity& task, std::optional<EisenhowerTagEnum> tag) { m_tasks->setTag(task, tag); });
+    connect(m_taskActions, &TaskActions::addTask, this,
+        [this](const TaskListEntity& list, const QString& title) { m_tasks->add(list, title); });
+}

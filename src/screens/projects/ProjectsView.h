@@ -1,0 +1,77 @@
+#pragma once
+
+#include "screens/projects/ProjectsSidebarPaneView.h"
+#include "screens/projects/ProjectsWorkspaceEntities.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+class AppServices;
+class ProjectsController;
+class TaskActions;
+class TaskListsController;
+class TasksController;
+class TasksDetailPaneView;
+
+// The projects workspace: projects and their lists on the left, a list's tasks (as a list or
+// as the Eisenhower matrix) or a project's overview on the right. It shows what the stores hold:
+// every change goes through the Tasks module and is followed by a reload.
+class ProjectsView final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ProjectsView(const AppServices& services, QWidget* parent = nullptr);
+    ~ProjectsView() override;
+
+    bool isLoading() const { return m_isLoading; }
+    bool isLoggedIn() const { return m_isLoggedIn; }
+
+Q_SIGNALS:
+    // After every load, for tests and for the start-up benchmark.
+    void loaded();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void start();
+    void reload();
+    void reloadDetail();
+    void render();
+    void showFailure(const QString& message);
+    bool confirm(
+        const QString& question, const QString& confirmText, const QString& cancelText, const QString& detail = {});
+
+    void selectList(const TaskListEntity& taskList, const ProjectEntity& project);
+    void selectProject(const ProjectEntity& project);
+    void deleteProject(const ProjectEntity& project);
+    void deleteList(const TaskListEntity& taskList);
+    void deleteCompleted(const QList<TaskEntity>& tasks);
+    void connectActions();
+
+    const AppServices& m_services;
+    std::unique_ptr<ProjectsController> m_projects;
+    std::unique_ptr<TaskListsController> m_taskLists;
+    std::unique_ptr<TasksController> m_tasks;
+    TaskActions* m_taskActions;
+    ProjectsSidebarPaneView* m_sidebar;
+    TasksDetailPaneView* m_detail;
+
+    bool m_started = false;
+    quint64 m_generation = 0;
+    QList<ProjectWithListsEntity> m_workspace;
+    bool m_isLoading = false;
+    QSet<QUuid> m_expandedProjectIds;
+    std::optional<ProjectEntity> m_selectedProject;
+    std::optional<TaskListEntity> m_selectedTaskList;
+    QList<TaskEntity> m_singleListTasks;
+    QList<TaskListWithTasksEntity> m_projectOverviewLists;
+    bool m_isDeletingCompletedTasks = false;
+    std::optional<QString> m_completedTasksDeletionErrorMessage;
+    QUuid m_deletingProjectId;
+    QUuid m_deletingListId;
+    QUuid m_userId;
+    bool m_isLoggedIn = false;
+};

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "tasks/entities/TaskEntity.h"
+
+#include <QWidget>
+
+class InlineEditableLabel;
+class QCheckBox;
+class QToolButton;
+
+// One task: its done box, its title (renamed in place), its quadrant menu and delete. It can be
+// dragged onto a quadrant of the matrix.
+class TaskRowView final : public QWidget {
+    Q_OBJECT
+
+public:
+    static inline const QString dragMimeType = QStringLiteral("application/x-tolvane-task-id");
+
+    explicit TaskRowView(const TaskEntity& task, QWidget* parent = nullptr);
+
+    const TaskEntity& task() const { return m_task; }
+    void setToggling(bool toggling);
+
+Q_SIGNALS:
+    void toggleDone(const TaskEntity& task, bool isDone);
+    void rename(const TaskEntity& task, const QString& title);
+    void deleteRequested(const TaskEntity& task);
+    void setTag(const TaskEntity& task, std::optional<EisenhowerTagEnum> tag);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    TaskEntity m_task;
+    QCheckBox* m_done;
+    InlineEditableLabel* m_title;
+    QToolButton* m_tag;
+    QPoint m_pressPosition;
+};

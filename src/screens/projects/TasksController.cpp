@@ -1,0 +1,59 @@
+#include "screens/projects/TasksController.h"
+
+#include "screens/common/ActionRunner.h"
+
+TasksController::TasksController(TasksApplication application, ErrorConsoleStore& console, QObject* parent)
+    : QObject(parent)
+    , application(std::move(application))
+    , m_console(console)
+{
+}
+
+template <typename Work>
+void TasksController::run(const QString& action, const QUuid& taskListId, const QUuid& taskId, Work&& work)
+{
+    runAction(this, m_console, QStringLiteral("TasksController.") + action, std::forward<Work>(work),
+        [this, taskListId, taskId](const ResultEntity& result) {
+            if (result.result)
+                Q_EMIT saved(taskListId, taskId);
+            else
+                Q_EMIT failed(result.firstMessage().value_or(QString()));
+        });
+}
+
+void TasksController::add(const TaskListEntity& taskList, const QString& title)
+{
+    const TaskEntity task {.prjId = taskList.prjId, .talId = taskList.talId, .tasTitle = title};
+    run(QStringLiteral("add"), task.talId, task.tasId, [app = application, task] { return app.create(task); });
+}
+
+void TasksController::rename(const TaskEntity& task, const QString& title)
+{
+    TaskEntity renamed = task;
+    renamed.tasTitle = title;
+    run(QStringLiteral("rename"), task.talId, task.tasId, [app = application, renamed] { return app.rename(renamed); });
+}
+
+void TasksController::setDone(const TaskEntity& task, bool isDone)
+{
+    run(QStringLiteral("setDone"), task.talId, task.tasId,
+        [app = application, id = task.tasId, isDone] { return isDone ? app.markDone(id) : app.markNotDone(id); });
+}
+
+void TasksController::setTag(const TaskEntity& task, std::optional<EisenhowerTagEnum> tag)
+{
+    run(QStringLiteral("setTag"), task.talId, task.tasId,
+        [app = application, id = task.tasId, tag] { return app.setTag(id, tag); });
+}
+
+void TasksController::delete_(const TaskEntity& task)
+{
+    run(QStringLiteral("delete"), task.talId, task.tasId,
+        [app = application, id = task.tasId] { return app.delete_(id); });
+}
+
+void TasksController::deleteCompleted(const QUuid& taskListId)
+{
+    run(QStringLiteral("deleteCompleted"), taskListId, QUuid(),
+        [app = application, taskListId] { return app.deleteCompleted(taskListId); });
+}

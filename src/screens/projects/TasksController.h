@@ -1,0 +1,34 @@
+#pragma once
+
+#include "tasks/applications/TasksApplication.h"
+
+#include <QObject>
+
+class ErrorConsoleStore;
+
+// The workspace's task actions, run like ProjectsController's; saved carries the task's list
+// and the task.
+class TasksController final : public QObject {
+    Q_OBJECT
+
+public:
+    TasksController(TasksApplication application, ErrorConsoleStore& console, QObject* parent = nullptr);
+
+    void add(const TaskListEntity& taskList, const QString& title);
+    void rename(const TaskEntity& task, const QString& title);
+    void setDone(const TaskEntity& task, bool isDone);
+    void setTag(const TaskEntity& task, std::optional<EisenhowerTagEnum> tag);
+    void delete_(const TaskEntity& task);
+    void deleteCompleted(const QUuid& taskListId);
+
+    const TasksApplication application;
+
+Q_SIGNALS:
+    void saved(const QUuid& taskListId, const QUuid& taskId);
+    void failed(const QString& message);
+
+private:
+    template <typename Work> void run(const QString& action, const QUuid& taskListId, const QUuid& taskId, Work&& work);
+
+    ErrorConsoleStore& m_console;
+};

@@ -1,0 +1,206 @@
+#include "screens/projects/TasksDetailPaneView.h"
+
+#include "screens/common/Icons.h"
+#include "screens/common/InlineAddRowView.h"
+#include "screens/projects/ProjectOverviewListSectionView.h"
+#include "screens/projects/TaskActions.h"
+#include "screens/projects/TaskEisenhowerMatrixView.h"
+#include "screens/projects/TaskListContentView.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStackedWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace {
+
+QToolButton* toolButton(const QString& objectName, const QString& text, const QIcon& icon, QWidget* parent)
+{
+    auto* button = new QToolButton(parent);
+    button->setObjectName(objectName);
+    button->setText(text);
+    button->setIcon(icon);
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setAutoRaise(true);
+    return button;
+}
+
+} // namespace
+
+TasksDetailPaneView::TasksDetailPaneView(TaskActions& actions, QWidget* parent)
+    : QWidget(parent)
+    , m_actions(actions)
+    , m_pages(new QStackedWidget(this))
+    , m_placeholder(new QWidget(this))
+    , m_content(new QWidget(this))
+    , m_title(new QLabel(this))
+    , m_listTools(new QWidget(this))
+    , m_scroll(new QScrollArea(this))
+{
+    setObjectName(QStringLiteral("tasksDetailPane"));
+    auto* placeholderLayout = new QVBoxLayout(m_placeholder);
+    auto* logo = new QLabel(m_placeholder);
+    logo->setPixmap(QIcon(QStringLiteral(":/icons/QuorvelLogo.svg")).pixmap(96, 96));
+    logo->setAlignment(Qt::AlignCenter);
+    //% "Choose a list or a project"
+    auto* hint = new QLabel(qtTrId("tasks-select-list-placeholder"), m_placeholder);
+    hint->setObjectName(QStringLiteral("detailPlaceholder"));
+    hint->setAlignment(Qt::AlignCenter);
+    hint->setEnabled(false);
+    placeholderLayout->addStretch();
+    placeholderLayout->addWidget(logo);
+    placeholderLayout->addWidget(hint);
+    placeholderLayout->addStretch();
+
+    QFont titleFont = m_title->font();
+    titleFont.setPointSizeF(titleFont.pointSizeF() * 1.6);
+    titleFont.setBold(true);
+    m_title->setFont(titleFont);
+    m_title->setObjectName(QStringLiteral("detailTitle"));
+
+    //% "Tasks"
+    m_tasksMode = toolButton(QStringLiteral("viewModeTasks"), qtTrId("task-list-view-mode-tasks"),
+        Icons::symbol(QStringLiteral("list.bullet")), m_listTools);
+    //% "Matrix"
+    m_matrixMode = toolButton(QStringLiteral("viewModeMatrix"), qtTrId("task-list-view-mode-detail"),
+        Icons::symbol(QStringLiteral("square.grid.2x2")), m_listTools);
+    for (QToolButton* mode : {m_tasksMode, m_matrixMode})
+        mode->setCheckable(true);
+    auto* modes = new QButtonGroup(this);
+    modes->addButton(m_tasksMode);
+    modes->addButton(m_matrixMode);
+    m_tasksMode->setChecked(true);
+    //% "Delete completed"
+    m_deleteCompleted = toolButton(QStringLiteral("deleteCompleted"), qtTrId("tasks-delete-completed-button"),
+        Icons::symbol(QStringLiteral("checkmark.circle.fill")), m_listTools);
+    //% "Delete list"
+    QToolButton* deleteList = toolButton(QStringLiteral("deleteList"), qtTrId("task-lists-delete-button"),
+        Icons::symbol(QStringLiteral("trash")), m_listTools);
+    auto* toolsLayout = new QHBoxLayout(m_listTools);
+    toolsLayout->setContentsMargins(0, 0, 0, 0);
+    toolsLayout->addWidget(m_tasksMode);
+    toolsLayout->addWidget(m_matrixMode);
+    toolsLayout->addStretch();
+    toolsLayout->addWidget(m_deleteCompleted);
+    toolsLayout->addWidget(deleteList);
+
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    auto* contentLayout = new QVBoxLayout(m_content);
+    contentLayout->addWidget(m_title);
+    contentLayout->addWidget(m_listTools);
+    contentLayout->addWidget(m_scroll, 1);
+
+    m_pages->addWidget(m_placeholder);
+    m_pages->addWidget(m_content);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(12, 12, 12, 12);
+    layout->addWidget(m_pages);
+
+    connect(m_tasksMode, &QToolButton::clicked, this, [this] { setTaskListViewMode(TaskListViewModeEnum::tasks); });
+    connect(m_matrixMode, &QToolButton::clicked, this, [this] { setTaskListViewMode(TaskListViewModeEnum::detail); });
+    connect(deleteList, &QToolButton::clicked, this, [this] { Q_EMIT deleteListRequested(m_taskList); });
+    connect(m_deleteCompleted, &QToolButton::clicked, this, [this] {
+        QList<TaskEntity> completed;
+        for (const TaskEntity& task : m_tasks) {
+            if (task.tasIsDone)
+                completed.append(task);
+        }
+        Q_EMIT deleteAllCompletedRequested(completed);
+    });
+    showNone();
+}
+
+void TasksDetailPaneView::setTaskListViewMode(TaskListViewModeEnum mode)
+{
+    m_viewMode = mode;
+    (mode == TaskListViewModeEnum::tasks ? m_tasksMode : m_matrixMode)->setChecked(true);
+    if (m_selection == ProjectsDetailSelectionEnum::list)
+        rebuildList();
+}
+
+void TasksDetailPaneView::showNone()
+{
+    m_selection = ProjectsDetailSelectionEnum::none;
+    m_addRow = nullptr;
+    m_pages->setCurrentWidget(m_placeholder);
+}
+
+void TasksDetailPaneView::showProject(const ProjectEntity& project, const QList<TaskListWithTasksEntity>& lists)
+{
+    m_selection = ProjectsDetailSelectionEnum::project;
+    m_addRow = nullptr;
+    m_title->setText(project.prjName);
+    m_listTools->hide();
+    auto* body = new QWidget;
+    auto* layout = new QVBoxLayout(body);
+    if (lists.isEmpty()) {
+        //% "This project has no lists yet"
+        auto* empty = new QLabel(qtTrId("project-overview-empty-state"), body);
+        empty->setObjectName(QStringLiteral("overviewEmptyState"));
+        empty->setEnabled(false);
+        layout->addWidget(empty);
+    }
+    for (const TaskListWithTasksEntity& item : lists) {
+        auto* section = new ProjectOverviewListSectionView(
+            item, m_actions, m_expandedOverviewListIds.contains(item.taskList.talId), body);
+        connect(
+            section, &ProjectOverviewListSectionView::expandedChanged, this, [this](const QUuid& id, bool expanded) {
+                if (expanded)
+                    m_expandedOverviewListIds.insert(id);
+                else
+                    m_expandedOverviewListIds.remove(id);
+            });
+        connect(section, &ProjectOverviewListSectionView::openList, this, &TasksDetailPaneView::selectList);
+        layout->addWidget(section);
+    }
+    layout->addStretch();
+    setBody(body);
+    m_pages->setCurrentWidget(m_content);
+}
+
+void TasksDetailPaneView::showList(const TaskListEntity& taskList, const QList<TaskEntity>& tasks)
+{
+    const bool sameList = m_selection == ProjectsDetailSelectionEnum::list && m_taskList.talId == taskList.talId;
+    const bool wasAdding = sameList && m_addRow && m_addRow->isEditing();
+    m_selection = ProjectsDetailSelectionEnum::list;
+    m_taskList = taskList;
+    m_tasks = tasks;
+    m_title->setText(taskList.talName);
+    m_listTools->show();
+    rebuildList();
+    if (wasAdding && m_addRow)
+        m_addRow->startEditing();
+    m_pages->setCurrentWidget(m_content);
+}
+
+void TasksDetailPaneView::rebuildList()
+{
+    m_deleteCompleted->setEnabled(
+        std::any_of(m_tasks.begin(), m_tasks.end(), [](const TaskEntity& task) { return task.tasIsDone; }));
+    if (m_viewMode == TaskListViewModeEnum::tasks) {
+        auto* body = new TaskListContentView(m_taskList, m_tasks, m_actions, m_isCompletedExpanded);
+        connect(body, &TaskListContentView::completedExpandedChanged, this,
+            [this](bool expanded) { m_isCompletedExpanded = expanded; });
+        m_addRow = body->addRow();
+        setBody(body);
+    } else {
+        auto* body = new TaskEisenhowerMatrixView(m_tasks, m_actions, m_isCompletedExpanded);
+        connect(body, &TaskEisenhowerMatrixView::completedExpandedChanged, this,
+            [this](bool expanded) { m_isCompletedExpanded = expanded; });
+        m_addRow = nullptr;
+        setBody(body);
+    }
+}
+
+void TasksDetailPaneView::setBody(QWidget* body)
+{
+    const int scrolled = m_scroll->verticalScrollBar() ? m_scroll->verticalScrollBar()->value() : 0;
+    delete m_scroll->takeWidget();
+    m_scroll->setWidget(body);
+    m_scroll->verticalScrollBar()->setValue(scrolled);
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "screens/projects/ProjectsWorkspaceEntities.h"
+
+#include <QSet>
+#include <QWidget>
+
+class InlineAddRowView;
+class QLabel;
+class QScrollArea;
+class QStackedWidget;
+class QToolButton;
+class TaskActions;
+
+// The right side of the projects workspace: a placeholder, a project's overview, or one list's
+// tasks as a list or as the Eisenhower matrix.
+class TasksDetailPaneView final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TasksDetailPaneView(TaskActions& actions, QWidget* parent = nullptr);
+
+    ProjectsDetailSelectionEnum selection() const { return m_selection; }
+    TaskListViewModeEnum taskListViewMode() const { return m_viewMode; }
+    void setTaskListViewMode(TaskListViewModeEnum mode);
+
+    void showNone();
+    void showProject(const ProjectEntity& project, const QList<TaskListWithTasksEntity>& lists);
+    void showList(const TaskListEntity& taskList, const QList<TaskEntity>& tasks);
+    // The add row of the list shown, if any.
+    InlineAddRowView* addRow() const { return m_addRow; }
+
+Q_SIGNALS:
+    void deleteListRequested(const TaskListEntity& taskList);
+    void deleteAllCompletedRequested(const QList<TaskEntity>& tasks);
+    void selectList(const TaskListEntity& taskList);
+
+private:
+    void rebuildList();
+    void setBody(QWidget* body);
+
+    TaskActions& m_actions;
+    ProjectsDetailSelectionEnum m_selection = ProjectsDetailSelectionEnum::none;
+    TaskListViewModeEnum m_viewMode = TaskListViewModeEnum::tasks;
+    QSet<QUuid> m_expandedOverviewListIds;
+    bool m_isCompletedExpanded = false;
+    TaskListEntity m_taskList;
+    QList<TaskEntity> m_tasks;
+
+    QStackedWidget* m_pages;
+    QWidget* m_placeholder;
+    QWidget* m_content;
+    QLabel* m_title;
+    QWidget* m_listTools;
+    QToolButton* m_tasksMode;
+    QToolButton* m_matrixMode;
+    QToolButton* m_deleteCompleted;
+    QScrollArea* m_scroll;
+    InlineAddRowView* m_addRow = nullptr;
+};

@@ -1,0 +1,148 @@
+#include "screens/settings/UserProfileChipView.h"
+
+#include "screens/common/ActionRunner.h"
+#include "screens/common/AppServices.h"
+#include "screens/common/Icons.h"
+#include "screens/settings/LocalAccountDialog.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QToolButton>
+
+UserProfileChipView::UserProfileChipView(const AppServices& services, QWidget* parent)
+    : QWidget(parent)
+    , m_services(services)
+    , m_avatar(new QLabel(this))
+    , m_name(new QLabel(this))
+    , m_menuButton(new QToolButton(this))
+{
+    setObjectName(QStringLiteral("profileChip"));
+    m_avatar->setFixedSize(32, 32);
+    m_avatar->setAlignment(Qt::AlignCenter);
+    m_avatar->setStyleSheet(
+        QStringLiteral("border-radius: 16px; background: #3E8BFF; color: white; font-weight: bold;"));
+    m_name->setObjectName(QStringLiteral("profileName"));
+    m_name->setWordWrap(true);
+    m_menuButton->setObjectName(QStringLiteral("profileMenu"));
+    m_menuButton->setIcon(Icons::symbol(QStringLiteral("gearshape")));
+    m_menuButton->setAutoRaise(true);
+    m_menuButton->setPopupMode(QToolButton::InstantPopup);
+    m_menuButton->setMenu(new QMenu(m_menuButton));
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(8, 8, 8, 8);
+    layout->addWidget(m_avatar);
+    layout->addWidget(m_name, 1);
+    layout->addWidget(m_menuButton);
+    render();
+    reload();
+}
+
+void UserProfileChipView::reload()
+{
+    const LoginApplication login = m_services.loginApplication();
+    runAsync(
+        this, [login] { return login.getCurrentUser(); },
+        [this](const LoginResultEntity& current) {
+            const UserEntity* user = current.dataAs<UserEntity>();
+            m_user = user ? std::optional(*user) : std::nullopt;
+            render();
+        });
+}
+
+void UserProfileChipView::render()
+{
+    QMenu* menu = m_menuButton->menu();
+    menu->clear();
+    if (m_user) {
+        const QString initials = m_user->usrFirstName.left(1) + m_user->usrLastName.left(1);
+        m_avatar->setText(initials.toUpper());
+        m_name->setText(m_user->usrFirstName + QLatin1Char(' ') + m_user->usrLastName);
+        //% "Settings"
+        menu->addAction(Icons::symbol(QStringLiteral("gearshape")), qtTrId("user-settings-screen-title"), this,
+            [this] { m_services.notificationCenter().post(NotificationName::showUserSettings); });
+        //% "Sign out"
+        menu->addAction(qtTrId("user-settings-logout-button"), this, &UserProfileChipView::signOut);
+    } else {
+        m_avatar->setText(QStringLiteral("?"));
+        //% "Set up your account"
+        m_name->setText(qtTrId("user-settings-setup-chooser-title"));
+        menu->addAction(Icons::symbol(QStringLiteral("person.crop.circle")), qtTrId("user-settings-setup-local-button"),
+                this, &UserProfileChipView::setUpLocalAccount)
+            ->setObjectName(QStringLiteral("setUpLocalAccount"));
+        if (m_services.isGoogleSignInAvailable()) {
+            //% "Sign in with Google"
+            QAction* google = menu->addAction(
+                qtTrId("user-settings-google-sign-in-button"), this, &UserProfileChipView::signInWithGoogle);
+            google->setObjectName(QStringLiteral("signInWithGoogle"));
+            google->setEnabled(!m_isSigningInWithGoogle);
+        }
+        if (m_hasGoogleSignInError) {
+            //% "Google sign-in did not work. Please try again."
+            menu->addAction(qtTrId("user-settings-google-sign-in-error-text"))->setEnabled(false);
+        }
+    }
+}
+
+void UserProfileChipView::setUpLocalAccount()
+{
+    LocalAccountDialog dialog(this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const LoginApplication login = m_services.loginApplication();
+    runAction(
+        this, m_services.console(), QStringLiteral("UserSettingsController.save"),
+        [login, user = dialog.user()] { return login.saveUser(user); },
+        [this](const ResultEntity& saved) {
+            if (saved.result)
+                accountChanged();
+            else
+                QMessageBox::warning(this, window()->windowTitle(), saved.firstMessage().value_or(QString()));
+        });
+}
+
+void UserProfileChipView::signInWithGoogle()
+{
+    m_isSigningInWithGoogle = true;
+    m_hasGoogleSignInError = false;
+    render();
+    const LoginApplication login = m_services.loginApplication();
+    runAction(
+        this, m_services.console(), QStringLiteral("UserProfileChipView.signInWithGoogle"),
+        [login] { return login.signInWithGoogle(nullptr); },
+        [this](const ResultEntity& signedIn) {
+            m_isSigningInWithGoogle = false;
+            m_hasGoogleSignInError = !signedIn.result;
+            if (signedIn.result)
+                accountChanged();
+            else
+                render();
+        });
+}
+
+void UserProfileChipView::signOut()
+{
+    QMessageBox box(QMessageBox::Question, window()->windowTitle(),
+        //% "Sign out of Tolvane?"
+        qtTrId("user-settings-logout-confirmation-title"), QMessageBox::NoButton, this);
+    box.setObjectName(QStringLiteral("confirmation"));
+    //% "Sign out"
+    QPushButton* confirm = box.addButton(qtTrId("user-settings-logout-confirm-button"), QMessageBox::DestructiveRole);
+    //% "Cancel"
+    QPushButton* cancel = box.addButton(qtTrId("user-settings-logout-cancel-button"), QMessageBox::RejectRole);
+    box.setDefaultButton(cancel);
+    box.exec();
+    if (box.clickedButton() != confirm)
+        return;
+    const LoginApplication login = m_services.loginApplication();
+    runAsync(
+        this, [login] { return login.signOut(); }, [this](const LoginResultEntity&) { accountChanged(); });
+}
+
+void UserProfileChipView::accountChanged()
+{
+    m_services.notificationCenter().post(NotificationName::userAccountDidChange);
+    reload();
+}
