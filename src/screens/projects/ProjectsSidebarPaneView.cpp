@@ -85,7 +85,9 @@ void ProjectsSidebarPaneView::show(const State& state)
         m_sections.append(section);
     }
     layout->addStretch();
-    delete m_scroll->takeWidget();
+    // The old content may be handling the very click that asked for this.
+    if (QWidget* old = m_scroll->takeWidget())
+        old->deleteLater();
     m_scroll->setWidget(content);
     m_scroll->verticalScrollBar()->setValue(scrolled);
 }

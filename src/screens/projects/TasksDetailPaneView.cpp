@@ -200,7 +200,9 @@ void TasksDetailPaneView::rebuildList()
 void TasksDetailPaneView::setBody(QWidget* body)
 {
     const int scrolled = m_scroll->verticalScrollBar() ? m_scroll->verticalScrollBar()->value() : 0;
-    delete m_scroll->takeWidget();
+    // The old content may be handling the very click that asked for this.
+    if (QWidget* old = m_scroll->takeWidget())
+        old->deleteLater();
     m_scroll->setWidget(body);
     m_scroll->verticalScrollBar()->setValue(scrolled);
 }

@@ -1,0 +1,41 @@
+#include "support/ui/AppFixture.h"
+
+#include "platform/SecretServiceKeychain.h"
+#include "platform/SystemClock.h"
+#include "platform/SystemSecureRandom.h"
+
+#include <QUuid>
+
+AppFixture::AppFixture(GIDSignIn* signIn, QUrl backendBaseURL)
+{
+    m_console = std::make_unique<ErrorConsoleStore>(userDefaults(), std::make_shared<SystemClock>());
+    RealmConfiguration storeDefaults;
+    storeDefaults.fileURL = m_directory.filePath(QStringLiteral("default.realm"));
+    m_services = std::make_unique<AppServices>(AppServices::Parts {
+        .notificationCenter = &m_notificationCenter,
+        .console = m_console.get(),
+        .userDefaults = userDefaults(),
+        .keychain = std::make_shared<SecretServiceKeychain>(),
+        .random = std::make_shared<SystemSecureRandom>(),
+        .storeDefaults = storeDefaults,
+        .backendBaseURL = std::move(backendBaseURL),
+        .signIn = signIn,
+    });
+}
+
+UserDefaults AppFixture::userDefaults() const
+{
+    return UserDefaults(m_directory.filePath(QStringLiteral("Tolvane.conf")));
+}
+
+void AppFixture::storeLocalUser(const QString& firstName, const QString& lastName)
+{
+    UserEntity user;
+    user.usrId = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+    user.usrFirstName = firstName;
+    user.usrLastName = lastName;
+    user.usrEmail = QStringLiteral("ada@example.org");
+    const LoginResultEntity saved = m_services->loginApplication().saveUser(user);
+    if (!saved.result)
+        qFatal("could not store the user: %s", qPrintable(saved.firstMessage().value_or(QString())));
+}

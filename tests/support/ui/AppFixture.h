@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/NotificationCenter.h"
+#include "screens/common/AppServices.h"
+#include "screens/common/ErrorConsoleStore.h"
+
+#include <QTemporaryDir>
+
+#include <memory>
+
+// The application's services over a scratch folder: preferences, encrypted stores (keys in the
+// session's keyring), its own notification centre and console. Local accounts only unless a
+// sign-in client and a backend are given.
+class AppFixture {
+public:
+    explicit AppFixture(GIDSignIn* signIn = nullptr, QUrl backendBaseURL = {});
+
+    AppServices& services() { return *m_services; }
+    NotificationCenter& notificationCenter() { return m_notificationCenter; }
+    ErrorConsoleStore& console() { return *m_console; }
+    UserDefaults userDefaults() const;
+    QString directory() const { return m_directory.path(); }
+
+    // Stores a local account, as the chip's set-up does.
+    void storeLocalUser(const QString& firstName = QStringLiteral("Ada"), const QString& lastName = QStringLiteral("Lovelace"));
+
+private:
+    QTemporaryDir m_directory;
+    NotificationCenter m_notificationCenter;
+    std::unique_ptr<ErrorConsoleStore> m_console;
+    std::unique_ptr<AppServices> m_services;
+};
