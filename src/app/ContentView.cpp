@@ -78,7 +78,8 @@ ContentView::ContentView(const AppServices& services, ScreenFactory makeScreen, 
     layout->addWidget(sidebarColumn);
     auto* separator = new QFrame(this);
     separator->setFrameShape(QFrame::VLine);
-    separator->setFrameShadow(QFrame::Sunken);
+    separator->setFrameShadow(QFrame::Plain);
+    separator->setForegroundRole(QPalette::Mid);
     layout->addWidget(separator);
     layout->addWidget(m_detail, 1);
 

@@ -10,6 +10,7 @@ CompletedTasksSectionView::CompletedTasksSectionView(
     const QList<TaskEntity>& tasks, TaskActions& actions, bool isExpanded, QWidget* parent)
     : QWidget(parent)
 {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 8, 0, 0);
     layout->setSpacing(0);

@@ -13,6 +13,7 @@ ProjectOverviewListSectionView::ProjectOverviewListSectionView(
     : QWidget(parent)
 {
     setObjectName(QStringLiteral("overview:") + item.taskList.talName);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 4, 0, 4);
     layout->setSpacing(0);

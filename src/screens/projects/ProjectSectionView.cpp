@@ -21,15 +21,17 @@ ProjectSectionView::ProjectSectionView(const ProjectWithListsEntity& item, bool 
     const ProjectEntity& project = item.project;
     setObjectName(QStringLiteral("project:") + project.prjName);
     setEnabled(!isDeleting);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
 
     auto* header = new QFrame(this);
     header->setObjectName(QStringLiteral("projectHeader"));
-    header->setAutoFillBackground(isSelected);
-    header->setBackgroundRole(QPalette::Highlight);
-    header->setForegroundRole(isSelected ? QPalette::HighlightedText : QPalette::WindowText);
+    if (isSelected) {
+        header->setAutoFillBackground(true);
+        header->setBackgroundRole(QPalette::Highlight);
+    }
     header->installEventFilter(this);
     auto* headerLayout = new QHBoxLayout(header);
     headerLayout->setContentsMargins(4, 4, 4, 4);

@@ -84,7 +84,7 @@ void ProjectsSidebarPaneView::show(const State& state)
         layout->addWidget(section);
         m_sections.append(section);
     }
-    layout->addStretch();
+    layout->addStretch(1);
     // The old content may be handling the very click that asked for this.
     if (QWidget* old = m_scroll->takeWidget())
         old->deleteLater();

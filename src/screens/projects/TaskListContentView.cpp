@@ -40,5 +40,5 @@ TaskListContentView::TaskListContentView(const TaskListEntity& taskList, const Q
     connect(completedSection, &CompletedTasksSectionView::expandedChanged, this,
         &TaskListContentView::completedExpandedChanged);
     layout->addWidget(completedSection);
-    layout->addStretch();
+    layout->addStretch(1);
 }

@@ -18,9 +18,12 @@ TaskListSidebarRowView::TaskListSidebarRowView(
 {
     setObjectName(QStringLiteral("list:") + taskList.talName);
     setFocusPolicy(Qt::StrongFocus);
-    setAutoFillBackground(isSelected);
-    setBackgroundRole(QPalette::Highlight);
-    setForegroundRole(isSelected ? QPalette::HighlightedText : QPalette::WindowText);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    // Children take their text colour from the background role, so it is set only when selected.
+    if (isSelected) {
+        setAutoFillBackground(true);
+        setBackgroundRole(QPalette::Highlight);
+    }
     setEnabled(!isDeleting);
 
     auto* layout = new QHBoxLayout(this);

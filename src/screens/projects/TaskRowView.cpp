@@ -25,6 +25,7 @@ TaskRowView::TaskRowView(const TaskEntity& task, QWidget* parent)
 {
     setObjectName(QStringLiteral("task:") + task.tasTitle);
     setFocusPolicy(Qt::ClickFocus);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     m_done->setChecked(task.tasIsDone);
     m_done->setObjectName(QStringLiteral("taskDone"));
     m_title->setStruckOut(task.tasIsDone);

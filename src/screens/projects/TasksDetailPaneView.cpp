@@ -158,7 +158,7 @@ void TasksDetailPaneView::showProject(const ProjectEntity& project, const QList<
         connect(section, &ProjectOverviewListSectionView::openList, this, &TasksDetailPaneView::selectList);
         layout->addWidget(section);
     }
-    layout->addStretch();
+    layout->addStretch(1);
     setBody(body);
     m_pages->setCurrentWidget(m_content);
 }

@@ -48,8 +48,7 @@ void clickButtonNamed(QWidget* dialog, const QString& text)
     qFatal("no button %s", qPrintable(text));
 }
 
-template <typename T>
-QList<T> listed(const ResultEntity& result)
+template <typename T> QList<T> listed(const ResultEntity& result)
 {
     const auto* items = result.dataAs<QList<T>>();
     return items ? *items : QList<T>();
@@ -75,8 +74,7 @@ class ProjectsWorkspaceTest : public QObject {
         return view;
     }
 
-    template <typename T = QWidget>
-    T* waitFor(const QString& objectName)
+    template <typename T = QWidget> T* waitFor(const QString& objectName)
     {
         // Thrown, so that QtTest fails the test function that waited.
         T* found = nullptr;
@@ -154,8 +152,8 @@ private Q_SLOTS:
             dialog->findChild<QLineEdit*>(QStringLiteral("lastName"))->setText(QStringLiteral("Lovelace"));
             clickButtonNamed(dialog, QStringLiteral("user-settings-save-button"));
             // A blank first name keeps the dialog open with the reason.
-            QCOMPARE(dialog->findChild<QLabel*>(QStringLiteral("accountError"))->text(),
-                     u"The first name cannot be empty");
+            QCOMPARE(
+                dialog->findChild<QLabel*>(QStringLiteral("accountError"))->text(), u"The first name cannot be empty");
             dialog->findChild<QLineEdit*>(QStringLiteral("firstName"))->setText(QStringLiteral("Ada"));
             clickButtonNamed(dialog, QStringLiteral("user-settings-save-button"));
         });
@@ -185,7 +183,9 @@ private Q_SLOTS:
         QTest::keyClick(field, Qt::Key_Return);
         waitFor(QStringLiteral("task:Washing up"));
 
-        waitFor<TaskRowView>(QStringLiteral("task:Laundry"))->findChild<QCheckBox*>(QStringLiteral("taskDone"))->click();
+        waitFor<TaskRowView>(QStringLiteral("task:Laundry"))
+            ->findChild<QCheckBox*>(QStringLiteral("taskDone"))
+            ->click();
         QTRY_VERIFY(waitFor<QToolButton>(QStringLiteral("completedHeader"))->text().contains(u"(1)"));
 
         QStringList stored;
@@ -208,7 +208,8 @@ private Q_SLOTS:
         }
 
         waitFor<QToolButton>(QStringLiteral("viewModeMatrix"))->click();
-        QTRY_VERIFY(waitFor(QStringLiteral("quadrant-do"))->findChild<TaskRowView*>(QStringLiteral("task:Fix the crash")));
+        QTRY_VERIFY(
+            waitFor(QStringLiteral("quadrant-do"))->findChild<TaskRowView*>(QStringLiteral("task:Fix the crash")));
 
         const TaskEntity task = waitFor<TaskRowView>(QStringLiteral("task:Fix the crash"))->task();
         QWidget* planning = waitFor(QStringLiteral("quadrant-planning"));
@@ -224,7 +225,7 @@ private Q_SLOTS:
             waitFor(QStringLiteral("quadrant-planning"))->findChild<TaskRowView*>(QStringLiteral("task:Fix the crash")),
             10000);
         QCOMPARE(listed<TaskEntity>(storedTasksOf(QStringLiteral("Launch"))).constFirst().tasEisenhowerTag,
-                 EisenhowerTagEnum::planning);
+            EisenhowerTagEnum::planning);
     }
 
     void shouldDeleteAListOnlyOnceConfirmed()
@@ -233,11 +234,13 @@ private Q_SLOTS:
         openProjects();
         openListOf(QStringLiteral("Trip"), QStringLiteral("Packing"));
 
-        whenModalAppears([](QWidget* box) { clickButtonNamed(box, QStringLiteral("task-lists-delete-cancel-button")); });
+        whenModalAppears(
+            [](QWidget* box) { clickButtonNamed(box, QStringLiteral("task-lists-delete-cancel-button")); });
         waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
         QVERIFY(window->findChild<QWidget*>(QStringLiteral("list:Packing")));
 
-        whenModalAppears([](QWidget* box) { clickButtonNamed(box, QStringLiteral("task-lists-delete-confirm-button")); });
+        whenModalAppears(
+            [](QWidget* box) { clickButtonNamed(box, QStringLiteral("task-lists-delete-confirm-button")); });
         waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
         waitGone(QStringLiteral("list:Packing"));
         // The project the list belonged to stays open, now without lists.
@@ -259,14 +262,15 @@ private Q_SLOTS:
                 static_cast<QMessageBox*>(failure)->accept();
             });
         });
-        QMenu* menu = waitFor(QStringLiteral("project:Garden"))->findChild<QToolButton*>(QStringLiteral("projectMenu"))->menu();
+        QMenu* menu
+            = waitFor(QStringLiteral("project:Garden"))->findChild<QToolButton*>(QStringLiteral("projectMenu"))->menu();
         for (QAction* action : menu->actions()) {
             if (action->text() == u"projects-delete-button")
                 action->trigger();
         }
 
-        QTRY_VERIFY_WITH_TIMEOUT(
-            app->console().consoleText().endsWith(u"] ProjectsController.delete failed: The project still has task lists"),
+        QTRY_VERIFY_WITH_TIMEOUT(app->console().consoleText().endsWith(
+                                     u"] ProjectsController.delete failed: The project still has task lists"),
             10000);
         QVERIFY(window->findChild<QWidget*>(QStringLiteral("project:Garden")));
     }
@@ -277,7 +281,7 @@ private Q_SLOTS:
         openProjects();
         const QDateTime start(QDate(2026, 11, 24), QTime(10, 30));
         app->notificationCenter().post(NotificationName::openMeetFromAlarm,
-                                       QVariant::fromValue(MeetAlarmNavigationPayload {QStringLiteral("Standup"), start}));
+            QVariant::fromValue(MeetAlarmNavigationPayload {QStringLiteral("Standup"), start}));
 
         QTRY_COMPARE(window->contentView()->selectedSidebarItem(), SidebarItemEnum::schedule);
         QCOMPARE(window->contentView()->pendingMeetNavigation->metName, u"Standup");
@@ -294,8 +298,9 @@ private Q_SLOTS:
 
         window.reset();
         openProjects();
-        QTest::mouseClick(waitFor(QStringLiteral("project:Thesis"))->findChild<QToolButton*>(QStringLiteral("projectFold")),
-                          Qt::LeftButton);
+        QTest::mouseClick(
+            waitFor(QStringLiteral("project:Thesis"))->findChild<QToolButton*>(QStringLiteral("projectFold")),
+            Qt::LeftButton);
         QTest::mouseClick(waitFor(QStringLiteral("list:Writing")), Qt::LeftButton);
         waitFor(QStringLiteral("task:Introduction"));
     }

@@ -22,7 +22,8 @@ public:
     QString directory() const { return m_directory.path(); }
 
     // Stores a local account, as the chip's set-up does.
-    void storeLocalUser(const QString& firstName = QStringLiteral("Ada"), const QString& lastName = QStringLiteral("Lovelace"));
+    void storeLocalUser(
+        const QString& firstName = QStringLiteral("Ada"), const QString& lastName = QStringLiteral("Lovelace"));
 
 private:
     QTemporaryDir m_directory;
