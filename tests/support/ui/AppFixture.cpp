@@ -7,10 +7,23 @@
 #include <QUuid>
 
 AppFixture::AppFixture(GIDSignIn* signIn, QUrl backendBaseURL)
+    : m_path(m_scratch.path())
+{
+    compose(signIn, std::move(backendBaseURL));
+}
+
+AppFixture::AppFixture(const QString& existingDirectory)
+    : m_path(existingDirectory)
+{
+    m_scratch.remove();
+    compose(nullptr, {});
+}
+
+void AppFixture::compose(GIDSignIn* signIn, QUrl backendBaseURL)
 {
     m_console = std::make_unique<ErrorConsoleStore>(userDefaults(), std::make_shared<SystemClock>());
     RealmConfiguration storeDefaults;
-    storeDefaults.fileURL = m_directory.filePath(QStringLiteral("default.realm"));
+    storeDefaults.fileURL = m_path + QStringLiteral("/default.realm");
     m_services = std::make_unique<AppServices>(AppServices::Parts {
         .notificationCenter = &m_notificationCenter,
         .console = m_console.get(),
@@ -25,7 +38,7 @@ AppFixture::AppFixture(GIDSignIn* signIn, QUrl backendBaseURL)
 
 UserDefaults AppFixture::userDefaults() const
 {
-    return UserDefaults(m_directory.filePath(QStringLiteral("Tolvane.conf")));
+    return UserDefaults(m_path + QStringLiteral("/Tolvane.conf"));
 }
 
 void AppFixture::storeLocalUser(const QString& firstName, const QString& lastName)

@@ -5,6 +5,7 @@
 #include "screens/common/ErrorConsoleStore.h"
 
 #include <QTemporaryDir>
+#include <QUrl>
 
 #include <memory>
 
@@ -14,19 +15,24 @@
 class AppFixture {
 public:
     explicit AppFixture(GIDSignIn* signIn = nullptr, QUrl backendBaseURL = {});
+    // Over a folder that another fixture filled (a child process of a benchmark); it is kept.
+    explicit AppFixture(const QString& existingDirectory);
 
     AppServices& services() { return *m_services; }
     NotificationCenter& notificationCenter() { return m_notificationCenter; }
     ErrorConsoleStore& console() { return *m_console; }
     UserDefaults userDefaults() const;
-    QString directory() const { return m_directory.path(); }
+    QString directory() const { return m_path; }
 
     // Stores a local account, as the chip's set-up does.
     void storeLocalUser(
         const QString& firstName = QStringLiteral("Ada"), const QString& lastName = QStringLiteral("Lovelace"));
 
 private:
-    QTemporaryDir m_directory;
+    void compose(GIDSignIn* signIn, QUrl backendBaseURL);
+
+    QTemporaryDir m_scratch;
+    QString m_path;
     NotificationCenter m_notificationCenter;
     std::unique_ptr<ErrorConsoleStore> m_console;
     std::unique_ptr<AppServices> m_services;
