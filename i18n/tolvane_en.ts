@@ -3,6 +3,50 @@
 <TS version="2.1" language="en">
 <context>
     <name></name>
+    <message id="bitacora-choose-day-button">
+        <source>Choose a day</source>
+        <translation>Choose a day</translation>
+    </message>
+    <message id="bitacora-delete-button">
+        <source>Delete this day's entry</source>
+        <translation>Delete this day's entry</translation>
+    </message>
+    <message id="bitacora-delete-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="bitacora-delete-confirm-button">
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message id="bitacora-delete-confirmation-title">
+        <source>Delete this day's entry?</source>
+        <translation>Delete this day's entry?</translation>
+    </message>
+    <message id="bitacora-deleting-state">
+        <source>Deleting…</source>
+        <translation>Deleting…</translation>
+    </message>
+    <message id="bitacora-entry-placeholder">
+        <source>Write what happened in this project today</source>
+        <translation>Write what happened in this project today</translation>
+    </message>
+    <message id="bitacora-next-day-button">
+        <source>Next day</source>
+        <translation>Next day</translation>
+    </message>
+    <message id="bitacora-no-projects-state">
+        <source>Create a project in the projects workspace to start its logbook.</source>
+        <translation>Create a project in the projects workspace to start its logbook.</translation>
+    </message>
+    <message id="bitacora-previous-day-button">
+        <source>Previous day</source>
+        <translation>Previous day</translation>
+    </message>
+    <message id="daily-events-today-button">
+        <source>Today</source>
+        <translation>Today</translation>
+    </message>
     <message id="detail-select-option-text">
         <source>Choose a workspace in the sidebar</source>
         <translation>Choose a workspace in the sidebar</translation>
@@ -50,6 +94,18 @@
     <message id="info-console-title">
         <source>Information console</source>
         <translation>Information console</translation>
+    </message>
+    <message id="meet-alarm-message-error">
+        <source>The message must include {event} where the event's name goes</source>
+        <translation>The message must include {event} where the event's name goes</translation>
+    </message>
+    <message id="meet-alarm-notification-body">
+        <source>Your event is starting</source>
+        <translation>Your event is starting</translation>
+    </message>
+    <message id="meet-alarm-open-action">
+        <source>Open</source>
+        <translation>Open</translation>
     </message>
     <message id="menu-app">
         <source>&amp;Tolvane</source>

@@ -3,6 +3,50 @@
 <TS version="2.1" language="es">
 <context>
     <name></name>
+    <message id="bitacora-choose-day-button">
+        <source>Choose a day</source>
+        <translation>Elegir un día</translation>
+    </message>
+    <message id="bitacora-delete-button">
+        <source>Delete this day's entry</source>
+        <translation>Eliminar la entrada de este día</translation>
+    </message>
+    <message id="bitacora-delete-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="bitacora-delete-confirm-button">
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message id="bitacora-delete-confirmation-title">
+        <source>Delete this day's entry?</source>
+        <translation>¿Eliminar la entrada de este día?</translation>
+    </message>
+    <message id="bitacora-deleting-state">
+        <source>Deleting…</source>
+        <translation>Eliminando…</translation>
+    </message>
+    <message id="bitacora-entry-placeholder">
+        <source>Write what happened in this project today</source>
+        <translation>Escribe lo que pasó hoy en este proyecto</translation>
+    </message>
+    <message id="bitacora-next-day-button">
+        <source>Next day</source>
+        <translation>Día siguiente</translation>
+    </message>
+    <message id="bitacora-no-projects-state">
+        <source>Create a project in the projects workspace to start its logbook.</source>
+        <translation>Crea un proyecto en el espacio de proyectos para empezar su bitácora.</translation>
+    </message>
+    <message id="bitacora-previous-day-button">
+        <source>Previous day</source>
+        <translation>Día anterior</translation>
+    </message>
+    <message id="daily-events-today-button">
+        <source>Today</source>
+        <translation>Hoy</translation>
+    </message>
     <message id="detail-select-option-text">
         <source>Choose a workspace in the sidebar</source>
         <translation>Elige un espacio de trabajo en la barra lateral</translation>
@@ -50,6 +94,18 @@
     <message id="info-console-title">
         <source>Information console</source>
         <translation>Consola de información</translation>
+    </message>
+    <message id="meet-alarm-message-error">
+        <source>The message must include {event} where the event's name goes</source>
+        <translation>El mensaje debe incluir {event} donde va el nombre del evento</translation>
+    </message>
+    <message id="meet-alarm-notification-body">
+        <source>Your event is starting</source>
+        <translation>Tu evento está comenzando</translation>
+    </message>
+    <message id="meet-alarm-open-action">
+        <source>Open</source>
+        <translation>Abrir</translation>
     </message>
     <message id="menu-app">
         <source>&amp;Tolvane</source>

@@ -1,7 +1,14 @@
 #pragma once
 
+#include <memory>
+
 class AppServices;
+class NotificationCenter;
+class MeetAlarmNotificationDelegate;
 
 // Runs before the first window: the alarms install the notification delegate that opens a meet
 // when its alarm is clicked.
 void runAlarmStartupHook(const AppServices& services);
+
+// The delegate whose click posts "openMeetFromAlarm" with the meet's MeetAlarmNavigationPayload.
+std::shared_ptr<MeetAlarmNotificationDelegate> makeMeetAlarmNotificationDelegate(NotificationCenter& center);

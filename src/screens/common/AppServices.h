@@ -2,11 +2,14 @@
 
 #include "login/LoginApplication.h"
 #include "login/SupportApplication.h"
+#include "meetings/alarms/MeetAlarmScheduler.h"
+#include "meetings/templates/LocalAlarmMessageTemplateRepositoryImpl.h"
 #include "networking/APIClient.h"
 #include "platform/Keychain.h"
 #include "platform/NotificationCenter.h"
 #include "platform/SecureRandom.h"
 #include "platform/UserDefaults.h"
+#include "platform/notifications/LiveUserNotificationCenter.h"
 #include "screens/common/ErrorConsoleStore.h"
 #include "storage/RealmConfiguration.h"
 #include "tasks/TasksApplicationFactory.h"
@@ -35,6 +38,9 @@ public:
         QUrl backendBaseURL;
         // Null: Google sign-in not configured.
         GIDSignIn* signIn = nullptr;
+        // Null: the shared desktop notification centre and espeak-ng.
+        std::shared_ptr<UserNotificationCenter> userNotificationCenter;
+        std::shared_ptr<SpeechSynthesizer> speechSynthesizer;
     };
 
     explicit AppServices(Parts parts);
@@ -53,6 +59,21 @@ public:
     std::optional<APIClient> apiClient() const;
     // The Tasks module for that user's kind of account.
     TaskResultEntity tasksApplications(bool isGoogleAccount) const;
+
+    // Alarms: arming meets, the day switch, the settings' preview and delete-all.
+    std::shared_ptr<UserNotificationCenter> userNotificationCenter() const
+    {
+        return m_parts.userNotificationCenter ? m_parts.userNotificationCenter : LiveUserNotificationCenter::shared();
+    }
+    MeetAlarmScheduler meetAlarmScheduler() const
+    {
+        return MeetAlarmScheduler::live(m_parts.userDefaults, userNotificationCenter(), m_parts.speechSynthesizer);
+    }
+    AlarmMessageApplication alarmMessageApplication() const
+    {
+        return AlarmMessageApplication(std::make_shared<LocalAlarmMessageTemplateRepositoryImpl>(
+            AlarmMessageTemplateDatabase(m_parts.userDefaults)));
+    }
 
 private:
     Parts m_parts;

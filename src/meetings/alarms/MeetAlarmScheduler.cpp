@@ -1,0 +1,191 @@
+#include "meetings/alarms/MeetAlarmScheduler.h"
+
+#include "calendar_providers/stores/AlarmEnabledCalendarsStore.h"
+#include "meetings/alarms/MeetAlarmSettingsStores.h"
+#include "meetings/templates/LocalAlarmMessageTemplateRepositoryImpl.h"
+#include "platform/Logging.h"
+#include "platform/SystemClock.h"
+#include "platform/notifications/EspeakSpeechSynthesizer.h"
+#include "platform/notifications/LiveUserNotificationCenter.h"
+
+#include <QDir>
+
+MeetAlarmScheduler::MeetAlarmScheduler(Dependencies dependencies)
+    : m_dependencies(std::move(dependencies))
+    , m_messages(std::make_shared<LocalAlarmMessageTemplateRepositoryImpl>(
+          AlarmMessageTemplateDatabase(m_dependencies.defaults)))
+{
+}
+
+MeetAlarmScheduler MeetAlarmScheduler::live(UserDefaults defaults,
+    std::shared_ptr<UserNotificationCenter> notificationCenter, std::shared_ptr<SpeechSynthesizer> speechSynthesizer)
+{
+    if (!notificationCenter)
+        notificationCenter = LiveUserNotificationCenter::shared();
+    if (!speechSynthesizer)
+        speechSynthesizer = std::make_shared<EspeakSpeechSynthesizer>();
+    return MeetAlarmScheduler({std::move(defaults), std::move(notificationCenter), std::move(speechSynthesizer),
+        AlarmSoundFiles::live(), std::make_shared<SystemClock>()});
+}
+
+bool MeetAlarmScheduler::canHaveAlarm(const MeetEntity& meet, const QDateTime& now) const
+{
+    if (meet.metSource == MeetSource::eventKit) {
+        const bool createdHere
+            = AppCreatedEventIdentifiersStore(m_dependencies.defaults).load().contains(meet.metOriginalIdentifier);
+        if (!createdHere
+            && !AlarmEnabledCalendarsStore(m_dependencies.defaults).load().contains(meet.metCalendarIdentifier))
+            return false;
+    }
+    return !meet.metIsAllDay && meet.metDate >= now;
+}
+
+bool MeetAlarmScheduler::canHaveAlarm(const MeetEntity& meet) const
+{
+    return canHaveAlarm(meet, m_dependencies.clock->now());
+}
+
+bool MeetAlarmScheduler::isArmed(const MeetEntity& meet) const
+{
+    return ArmedAlarmsStore(m_dependencies.defaults).contains(meet.metId.toString(QUuid::WithoutBraces));
+}
+
+bool MeetAlarmScheduler::isAuthorized() const
+{
+    switch (m_dependencies.notificationCenter->authorizationStatus()) {
+    case UserNotificationAuthorizationStatus::authorized:
+    case UserNotificationAuthorizationStatus::provisional:
+        return true;
+    case UserNotificationAuthorizationStatus::notDetermined:
+        return m_dependencies.notificationCenter->requestAuthorization();
+    case UserNotificationAuthorizationStatus::denied:
+        break;
+    }
+    return false;
+}
+
+bool MeetAlarmScheduler::arm(const MeetEntity& meet) const
+{
+    if (!isAuthorized())
+        return false;
+    const QString identifier = meet.metId.toString(QUuid::WithoutBraces);
+    if (!schedule(meet, identifier, UserNotificationTrigger::calendar(meet.metDate)))
+        return false;
+    ArmedAlarmsStore(m_dependencies.defaults).add(identifier);
+    return true;
+}
+
+bool MeetAlarmScheduler::schedule(
+    const MeetEntity& meet, const QString& identifier, const UserNotificationTrigger& trigger) const
+{
+    UserNotificationRequest request;
+    request.identifier = identifier;
+    request.content.title = meet.metName;
+    //% "Your event is starting"
+    request.content.body = qtTrId("meet-alarm-notification-body");
+    request.content.userInfo = {{QStringLiteral("metName"), meet.metName},
+        {QStringLiteral("metDate"), double(meet.metDate.toMSecsSinceEpoch()) / 1000.0}};
+    const MeetAlarmModeEnum mode = MeetAlarmModeStore(m_dependencies.defaults).load();
+    // Without a file the centre falls back to the default sound: the alarm still rings.
+    const std::optional<QString> sound = mode == MeetAlarmModeEnum::voice
+        ? synthesizeAlarmSound(spokenSentence(meet.metName), identifier)
+        : m_dependencies.soundFiles.installAlarmSound(mode);
+    request.content.soundName = sound.value_or(QString());
+    request.trigger = trigger;
+    try {
+        m_dependencies.notificationCenter->add(request);
+    } catch (const UserNotificationError& error) {
+        qCWarning(lcAlarms) << "cannot schedule alarm" << identifier << error.what();
+        return false;
+    }
+    return true;
+}
+
+void MeetAlarmScheduler::disarm(const MeetEntity& meet) const
+{
+    const QString identifier = meet.metId.toString(QUuid::WithoutBraces);
+    m_dependencies.notificationCenter->removePendingRequests({identifier});
+    ArmedAlarmsStore(m_dependencies.defaults).remove(identifier);
+    m_dependencies.soundFiles.removeSpokenFile(identifier);
+}
+
+bool MeetAlarmScheduler::isDayArmed(const QList<MeetEntity>& dayMeets) const
+{
+    const QDateTime now = m_dependencies.clock->now();
+    const QSet<QString> armed = ArmedAlarmsStore(m_dependencies.defaults).load();
+    bool anyEligible = false;
+    for (const MeetEntity& meet : dayMeets) {
+        if (!canHaveAlarm(meet, now))
+            continue;
+        anyEligible = true;
+        if (!armed.contains(meet.metId.toString(QUuid::WithoutBraces)))
+            return false;
+    }
+    return anyEligible;
+}
+
+bool MeetAlarmScheduler::armDay(const QList<MeetEntity>& dayMeets) const
+{
+    const QDateTime now = m_dependencies.clock->now();
+    const QSet<QString> armed = ArmedAlarmsStore(m_dependencies.defaults).load();
+    bool allArmed = true;
+    for (const MeetEntity& meet : dayMeets) {
+        if (canHaveAlarm(meet, now) && !armed.contains(meet.metId.toString(QUuid::WithoutBraces)))
+            allArmed = arm(meet) && allArmed;
+    }
+    return allArmed;
+}
+
+void MeetAlarmScheduler::disarmDay(const QList<MeetEntity>& dayMeets) const
+{
+    const QSet<QString> armed = ArmedAlarmsStore(m_dependencies.defaults).load();
+    for (const MeetEntity& meet : dayMeets) {
+        if (armed.contains(meet.metId.toString(QUuid::WithoutBraces)))
+            disarm(meet);
+    }
+}
+
+void MeetAlarmScheduler::deleteAllAlarms() const
+{
+    m_dependencies.notificationCenter->removeAllPendingRequests();
+    ArmedAlarmsStore(m_dependencies.defaults).clear();
+    // With nothing pending, every spoken file is an orphan.
+    m_dependencies.soundFiles.removeSpokenFiles();
+}
+
+bool MeetAlarmScheduler::playSamplePreview() const
+{
+    if (!isAuthorized())
+        return false;
+    const bool english
+        = MeetAlarmVoiceLanguageStore(m_dependencies.defaults).load() == MeetAlarmVoiceLanguageEnum::english;
+    MeetEntity sample;
+    sample.metId = QUuid::createUuid();
+    sample.metName = english ? QStringLiteral("Team sync") : QStringLiteral("Sync con el equipo");
+    sample.metColor = MeetColor {QStringLiteral("#0A84FF")};
+    sample.metDate = m_dependencies.clock->now().addMSecs(qint64(previewDelaySeconds * 1000));
+    sample.metDuration = 30 * 60;
+    sample.metSource = MeetSource::backend;
+    // One preview's sentence is enough to keep around.
+    m_dependencies.soundFiles.removeSpokenFiles(previewIdentifierPrefix);
+    return schedule(sample, previewIdentifierPrefix + sample.metId.toString(QUuid::WithoutBraces),
+        UserNotificationTrigger::afterInterval(previewDelaySeconds));
+}
+
+QString MeetAlarmScheduler::spokenSentence(const QString& metName) const
+{
+    const MeetAlarmVoiceLanguageEnum language = MeetAlarmVoiceLanguageStore(m_dependencies.defaults).load();
+    return m_messages.message(metName, MeetAlarmVoiceLanguages::defaultSentence(language, metName));
+}
+
+std::optional<QString> MeetAlarmScheduler::synthesizeAlarmSound(
+    const QString& sentence, const QString& identifier) const
+{
+    const MeetAlarmVoiceLanguageEnum language = MeetAlarmVoiceLanguageStore(m_dependencies.defaults).load();
+    const QString fileName = AlarmSoundFiles::spokenFileName(identifier);
+    QDir().mkpath(m_dependencies.soundFiles.userSoundsDirectory());
+    if (!m_dependencies.speechSynthesizer->synthesize(
+            sentence, MeetAlarmVoiceLanguages::voice(language), m_dependencies.soundFiles.filePath(fileName)))
+        return std::nullopt;
+    return fileName;
+}

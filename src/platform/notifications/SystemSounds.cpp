@@ -1,0 +1,10 @@
+#include "platform/notifications/SystemSounds.h"
+
+namespace SystemSounds {
+
+QString defaultNotificationSoundPath()
+{
+    return themeDirectory + QLatin1Char('/') + defaultNotificationSoundName + QStringLiteral(".oga");
+}
+
+} // namespace SystemSounds
