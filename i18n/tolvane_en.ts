@@ -3,6 +3,18 @@
 <TS version="2.1" language="en">
 <context>
     <name></name>
+    <message id="alarm-tray-quit">
+        <source>Quit</source>
+        <translation>Quit</translation>
+    </message>
+    <message id="alarm-tray-show">
+        <source>Show Tolvane</source>
+        <translation>Show Tolvane</translation>
+    </message>
+    <message id="alarm-tray-tooltip">
+        <source>Tolvane: alarms pending</source>
+        <translation>Tolvane: alarms pending</translation>
+    </message>
     <message id="bitacora-choose-day-button">
         <source>Choose a day</source>
         <translation>Choose a day</translation>

@@ -3,6 +3,18 @@
 <TS version="2.1" language="es">
 <context>
     <name></name>
+    <message id="alarm-tray-quit">
+        <source>Quit</source>
+        <translation>Salir</translation>
+    </message>
+    <message id="alarm-tray-show">
+        <source>Show Tolvane</source>
+        <translation>Mostrar Tolvane</translation>
+    </message>
+    <message id="alarm-tray-tooltip">
+        <source>Tolvane: alarms pending</source>
+        <translation>Tolvane: alarmas pendientes</translation>
+    </message>
     <message id="bitacora-choose-day-button">
         <source>Choose a day</source>
         <translation>Elegir un día</translation>
