@@ -548,6 +548,25 @@ QList<CalendarStoreEvent> CalendarStore::events(
     return events;
 }
 
+QList<CalendarStoreEvent> CalendarStore::occurrences(const QString& calendarIdentifier, const QString& eventIdentifier,
+    const QDateTime& start, const QDateTime& end) const
+{
+    QList<CalendarStoreEvent> found;
+    ECalClient* calClient = client(calendarIdentifier);
+    if (!calClient || eventIdentifier.isEmpty() || !(start < end))
+        return found;
+    ICalComponent* component = nullptr;
+    if (!e_cal_client_get_object_sync(
+            calClient, eventIdentifier.toUtf8().constData(), nullptr, &component, nullptr, nullptr))
+        return found;
+    const GRef<ICalComponent> master(component);
+    Expansion expansion {calClient, calendarIdentifier, rulesOf(component),
+        e_cal_util_component_has_recurrences(component) || e_cal_util_component_is_instance(component), &found};
+    e_cal_client_generate_instances_for_object_sync(
+        calClient, component, start.toSecsSinceEpoch(), end.toSecsSinceEpoch(), nullptr, collectInstance, &expansion);
+    return found;
+}
+
 std::optional<CalendarStoreEvent> CalendarStore::event(const QString& eventIdentifier) const
 {
     if (!m_registry || eventIdentifier.isEmpty())

@@ -146,6 +146,10 @@ public:
     // Occurrences edited on their own are read in their edited form.
     QList<CalendarStoreEvent> events(
         const QDateTime& start, const QDateTime& end, const QStringList& calendarIdentifiers) const;
+    // The occurrences of one event that overlap [start, end), wherever edits moved them; read
+    // from the series itself, so a stale time index cannot hide one.
+    QList<CalendarStoreEvent> occurrences(const QString& calendarIdentifier, const QString& eventIdentifier,
+        const QDateTime& start, const QDateTime& end) const;
     // The event, or for a series its first occurrence as the series stands, searched in every
     // calendar.
     std::optional<CalendarStoreEvent> event(const QString& eventIdentifier) const;

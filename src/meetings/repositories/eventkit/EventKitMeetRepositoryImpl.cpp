@@ -195,8 +195,8 @@ CalendarStoreEvent EventKitMeetRepositoryImpl::findOccurrence(const MeetEntity& 
     if (!stored)
         throw EventKitMeetRepositoryError::eventNotFound();
     // A second either side, so that an event of no duration overlaps the range too.
-    const QList<CalendarStoreEvent> around = eventStore->events(
-        {meet.metDate.addSecs(-1), meet.metDate.addSecs(1), QStringList {stored->calendarIdentifier}});
+    const QList<CalendarStoreEvent> around = eventStore->events(eventStore->predicateForOccurrences(
+        meet.metOriginalIdentifier, stored->calendarIdentifier, meet.metDate.addSecs(-1), meet.metDate.addSecs(1)));
     for (const CalendarStoreEvent& candidate : around) {
         const QString identifier
             = candidate.eventIdentifier.isEmpty() ? candidate.calendarItemIdentifier : candidate.eventIdentifier;

@@ -11,11 +11,13 @@
 // What yields an account's identifier, title and type for the calendar accounts list.
 using EventKitSourceRepresentable = CalendarStoreSource;
 
-// Which events to read: those overlapping [startDate, endDate) in the calendars named.
+// Which events to read: those overlapping [startDate, endDate) in the calendars named, or only
+// the occurrences of one event when eventIdentifier is set.
 struct EventKitEventPredicate {
     QDateTime startDate;
     QDateTime endDate;
     QStringList calendarIdentifiers;
+    std::optional<QString> eventIdentifier;
 };
 
 // The calendar store as the meet repository needs it; LiveEventKitStore is the desktop's, tests
@@ -35,10 +37,16 @@ public:
     EventKitEventPredicate predicateForEvents(
         const QDateTime& start, const QDateTime& end, const QList<CalendarStoreCalendar>& calendars) const
     {
-        EventKitEventPredicate predicate {start, end, {}};
+        EventKitEventPredicate predicate {start, end, {}, std::nullopt};
         for (const CalendarStoreCalendar& calendar : calendars)
             predicate.calendarIdentifiers.append(calendar.identifier);
         return predicate;
+    }
+    // The occurrences of one event in its calendar, however far edits moved them.
+    EventKitEventPredicate predicateForOccurrences(const QString& eventIdentifier, const QString& calendarIdentifier,
+        const QDateTime& start, const QDateTime& end) const
+    {
+        return {start, end, {calendarIdentifier}, eventIdentifier};
     }
     virtual QList<CalendarStoreEvent> events(const EventKitEventPredicate& predicate) const = 0;
     virtual std::optional<CalendarStoreEvent> event(const QString& eventIdentifier) const = 0;

@@ -39,6 +39,13 @@ std::optional<CalendarStoreCalendar> LiveEventKitStore::defaultCalendarForNewEve
 
 QList<CalendarStoreEvent> LiveEventKitStore::events(const EventKitEventPredicate& predicate) const
 {
+    if (predicate.eventIdentifier) {
+        QList<CalendarStoreEvent> found;
+        for (const QString& calendarIdentifier : predicate.calendarIdentifiers)
+            found.append(m_store.occurrences(
+                calendarIdentifier, *predicate.eventIdentifier, predicate.startDate, predicate.endDate));
+        return found;
+    }
     return m_store.events(predicate.startDate, predicate.endDate, predicate.calendarIdentifiers);
 }
 
