@@ -37,11 +37,28 @@ const QHash<QString, Mapping>& table()
     return mappings;
 }
 
+QIcon lookUp(const QString& name);
+
 } // namespace
 
 namespace Icons {
 
 QIcon symbol(const QString& name)
+{
+    // Theme lookups and SVG loading are slow enough to show when hundreds of rows ask.
+    static QHash<QString, QIcon> cache;
+    if (const auto cached = cache.constFind(name); cached != cache.cend())
+        return *cached;
+    const QIcon icon = lookUp(name);
+    cache.insert(name, icon);
+    return icon;
+}
+
+} // namespace Icons
+
+namespace {
+
+QIcon lookUp(const QString& name)
 {
     const auto found = table().constFind(name);
     if (found == table().cend())
@@ -52,4 +69,4 @@ QIcon symbol(const QString& name)
     return QIcon::fromTheme(QLatin1String(found->themeName), bundled);
 }
 
-} // namespace Icons
+} // namespace

@@ -13,20 +13,29 @@ InlineEditableLabel::InlineEditableLabel(const QString& text, QWidget* parent)
     : QWidget(parent)
     , m_stack(new QStackedWidget(this))
     , m_label(new QLabel(text, this))
-    , m_field(new QLineEdit(this))
 {
     m_label->setTextInteractionFlags(Qt::NoTextInteraction);
     m_label->setWordWrap(true);
     m_label->installEventFilter(this);
-    m_field->installEventFilter(this);
     m_stack->addWidget(m_label);
-    m_stack->addWidget(m_field);
     m_stack->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_stack);
     setFocusPolicy(Qt::StrongFocus);
-    connect(m_field, &QLineEdit::returnPressed, this, &InlineEditableLabel::commit);
+}
+
+// Most labels are never renamed; their field is made the first time one is.
+QLineEdit* InlineEditableLabel::field()
+{
+    if (!m_field) {
+        m_field = new QLineEdit(this);
+        m_field->setFont(m_label->font());
+        m_field->installEventFilter(this);
+        m_stack->addWidget(m_field);
+        connect(m_field, &QLineEdit::returnPressed, this, &InlineEditableLabel::commit);
+    }
+    return m_field;
 }
 
 QString InlineEditableLabel::text() const
@@ -42,7 +51,8 @@ void InlineEditableLabel::setText(const QString& text)
 void InlineEditableLabel::setLabelFont(const QFont& font)
 {
     m_label->setFont(font);
-    m_field->setFont(font);
+    if (m_field)
+        m_field->setFont(font);
 }
 
 void InlineEditableLabel::setStruckOut(bool struckOut)
@@ -55,12 +65,12 @@ void InlineEditableLabel::setStruckOut(bool struckOut)
 
 bool InlineEditableLabel::isEditing() const
 {
-    return m_stack->currentWidget() == m_field;
+    return m_field && m_stack->currentWidget() == m_field;
 }
 
 void InlineEditableLabel::startEditing()
 {
-    m_field->setText(m_label->text());
+    field()->setText(m_label->text());
     m_stack->setCurrentWidget(m_field);
     m_field->setFocus(Qt::OtherFocusReason);
     m_field->selectAll();
@@ -87,7 +97,7 @@ bool InlineEditableLabel::eventFilter(QObject* watched, QEvent* event)
         startEditing();
         return true;
     }
-    if (watched == m_field) {
+    if (m_field && watched == m_field) {
         if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
             stopEditing();
             return true;

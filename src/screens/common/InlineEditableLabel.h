@@ -30,8 +30,9 @@ protected:
 private:
     void commit();
     void stopEditing();
+    QLineEdit* field();
 
     QStackedWidget* m_stack;
     QLabel* m_label;
-    QLineEdit* m_field;
+    QLineEdit* m_field = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "screens/projects/EisenhowerTagStyle.h"
 
+#include <QHash>
 #include <QPainter>
 #include <QPixmap>
 
@@ -35,6 +36,10 @@ QColor color(EisenhowerTagEnum tag)
 
 QIcon dot(std::optional<EisenhowerTagEnum> tag)
 {
+    static QHash<int, QIcon> painted;
+    const int key = tag ? int(*tag) : -1;
+    if (const auto cached = painted.constFind(key); cached != painted.cend())
+        return *cached;
     QPixmap pixmap(24, 24);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
@@ -47,7 +52,8 @@ QIcon dot(std::optional<EisenhowerTagEnum> tag)
         painter.setPen(QPen(QColor(0x8e, 0x8e, 0x93), 2));
     }
     painter.drawEllipse(QRectF(5, 5, 14, 14));
-    return QIcon(pixmap);
+    painter.end();
+    return *painted.insert(key, QIcon(pixmap));
 }
 
 } // namespace EisenhowerTagStyle

@@ -3,6 +3,7 @@
 #include "screens/common/Icons.h"
 #include "screens/common/InlineAddRowView.h"
 #include "screens/common/InlineEditableLabel.h"
+#include "screens/common/LazyMenuButton.h"
 #include "screens/projects/TaskListSidebarRowView.h"
 
 #include <QEvent>
@@ -26,12 +27,9 @@ ProjectSectionView::ProjectSectionView(const ProjectWithListsEntity& item, bool 
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
 
-    auto* header = new QFrame(this);
+    auto* header = m_header = new QFrame(this);
     header->setObjectName(QStringLiteral("projectHeader"));
-    if (isSelected) {
-        header->setAutoFillBackground(true);
-        header->setBackgroundRole(QPalette::Highlight);
-    }
+
     header->installEventFilter(this);
     auto* headerLayout = new QHBoxLayout(header);
     headerLayout->setContentsMargins(4, 4, 4, 4);
@@ -50,22 +48,23 @@ ProjectSectionView::ProjectSectionView(const ProjectWithListsEntity& item, bool 
     everyDay->setIcon(Icons::symbol(project.prjShowEveryDay ? QStringLiteral("star.fill") : QStringLiteral("star")));
     //% "Show every day"
     everyDay->setToolTip(qtTrId("projects-show-every-day-button"));
-    auto* more = new QToolButton(header);
+    auto* more = new LazyMenuButton(
+        [this, tip = everyDay->toolTip()](QMenu* menu) {
+            //% "Rename"
+            menu->addAction(Icons::symbol(QStringLiteral("pencil")), qtTrId("projects-edit-button"), this,
+                &ProjectSectionView::startRenaming);
+            QAction* everyDayAction = menu->addAction(Icons::symbol(QStringLiteral("star")), tip);
+            everyDayAction->setCheckable(true);
+            everyDayAction->setChecked(m_item.project.prjShowEveryDay);
+            connect(everyDayAction, &QAction::triggered, this,
+                [this](bool checked) { Q_EMIT showEveryDayToggled(m_item.project, checked); });
+            //% "Delete project"
+            menu->addAction(Icons::symbol(QStringLiteral("trash")), qtTrId("projects-delete-button"), this,
+                [this] { Q_EMIT deleteRequested(m_item.project); });
+        },
+        header);
     more->setObjectName(QStringLiteral("projectMenu"));
     more->setText(QStringLiteral("⋯"));
-    more->setAutoRaise(true);
-    more->setPopupMode(QToolButton::InstantPopup);
-    auto* menu = new QMenu(more);
-    //% "Rename"
-    menu->addAction(Icons::symbol(QStringLiteral("pencil")), qtTrId("projects-edit-button"), this,
-        &ProjectSectionView::startRenaming);
-    QAction* everyDayAction = menu->addAction(Icons::symbol(QStringLiteral("star")), everyDay->toolTip());
-    everyDayAction->setCheckable(true);
-    everyDayAction->setChecked(project.prjShowEveryDay);
-    //% "Delete project"
-    menu->addAction(Icons::symbol(QStringLiteral("trash")), qtTrId("projects-delete-button"), this,
-        [this] { Q_EMIT deleteRequested(m_item.project); });
-    more->setMenu(menu);
     headerLayout->addWidget(fold);
     headerLayout->addWidget(m_name, 1);
     headerLayout->addWidget(everyDay);
@@ -93,14 +92,24 @@ ProjectSectionView::ProjectSectionView(const ProjectWithListsEntity& item, bool 
         layout->addWidget(m_addList);
     }
 
+    setSelection(isSelected, selectedListId);
     connect(fold, &QToolButton::clicked, this,
         [this, isExpanded] { Q_EMIT expandedChanged(m_item.project.prjId, !isExpanded); });
     connect(m_name, &InlineEditableLabel::committed, this,
         [this](const QString& name) { Q_EMIT renameRequested(m_item.project, name); });
     connect(everyDay, &QToolButton::clicked, this,
         [this](bool checked) { Q_EMIT showEveryDayToggled(m_item.project, checked); });
-    connect(everyDayAction, &QAction::triggered, this,
-        [this](bool checked) { Q_EMIT showEveryDayToggled(m_item.project, checked); });
+}
+
+void ProjectSectionView::setSelection(bool projectSelected, const QUuid& selectedListId)
+{
+    m_header->setAutoFillBackground(projectSelected);
+    m_header->setBackgroundRole(projectSelected ? QPalette::Highlight : QPalette::Window);
+    for (QWidget* child : m_header->findChildren<QWidget*>())
+        child->setBackgroundRole(m_header->backgroundRole());
+    m_header->update();
+    for (TaskListSidebarRowView* row : findChildren<TaskListSidebarRowView*>())
+        row->setSelected(row->taskList().talId == selectedListId);
 }
 
 void ProjectSectionView::startRenaming()

@@ -20,6 +20,8 @@ public:
     const ProjectEntity& project() const { return m_item.project; }
     InlineAddRowView* addListRow() const { return m_addList; }
     void startRenaming();
+    // Highlights the project header (selectedProject) or one of its lists, without rebuilding.
+    void setSelection(bool projectSelected, const QUuid& selectedListId);
 
 Q_SIGNALS:
     void expandedChanged(const QUuid& projectId, bool expanded);
@@ -39,5 +41,6 @@ protected:
 private:
     ProjectWithListsEntity m_item;
     InlineEditableLabel* m_name;
+    QFrame* m_header;
     InlineAddRowView* m_addList = nullptr;
 };

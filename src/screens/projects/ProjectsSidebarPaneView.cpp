@@ -91,3 +91,9 @@ void ProjectsSidebarPaneView::show(const State& state)
     m_scroll->setWidget(content);
     m_scroll->verticalScrollBar()->setValue(scrolled);
 }
+
+void ProjectsSidebarPaneView::setSelection(const QUuid& selectedProjectId, const QUuid& selectedListId)
+{
+    for (ProjectSectionView* section : m_sections)
+        section->setSelection(section->project().prjId == selectedProjectId, selectedListId);
+}

@@ -30,6 +30,8 @@ public:
     explicit ProjectsSidebarPaneView(QWidget* parent = nullptr);
 
     void show(const State& state);
+    // Moves the highlight only; the rows stay as they are.
+    void setSelection(const QUuid& selectedProjectId, const QUuid& selectedListId);
     InlineAddRowView* addProjectRow() const { return m_addProject; }
     ProjectSectionView* section(const QUuid& projectId) const;
 

@@ -270,7 +270,7 @@ void ProjectsView::selectList(const TaskListEntity& taskList, const ProjectEntit
 {
     m_selectedTaskList = taskList;
     m_selectedProject = project;
-    render();
+    m_sidebar->setSelection(QUuid(), taskList.talId);
     reloadDetail();
 }
 
@@ -278,7 +278,7 @@ void ProjectsView::selectProject(const ProjectEntity& project)
 {
     m_selectedTaskList.reset();
     m_selectedProject = project;
-    render();
+    m_sidebar->setSelection(project.prjId, QUuid());
     reloadDetail();
 }
 

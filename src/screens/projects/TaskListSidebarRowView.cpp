@@ -2,6 +2,7 @@
 
 #include "screens/common/Icons.h"
 #include "screens/common/InlineEditableLabel.h"
+#include "screens/common/LazyMenuButton.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -19,11 +20,7 @@ TaskListSidebarRowView::TaskListSidebarRowView(
     setObjectName(QStringLiteral("list:") + taskList.talName);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
-    // Children take their text colour from the background role, so it is set only when selected.
-    if (isSelected) {
-        setAutoFillBackground(true);
-        setBackgroundRole(QPalette::Highlight);
-    }
+    setSelected(isSelected);
     setEnabled(!isDeleting);
 
     auto* layout = new QHBoxLayout(this);
@@ -36,27 +33,36 @@ TaskListSidebarRowView::TaskListSidebarRowView(
         badge->setStyleSheet(QStringLiteral("border: 1px solid palette(mid); border-radius: 6px; padding: 0 4px;"));
         layout->addWidget(badge);
     }
-    auto* more = new QToolButton(this);
+    auto* more = new LazyMenuButton(
+        [this](QMenu* menu) {
+            //% "Rename"
+            menu->addAction(Icons::symbol(QStringLiteral("pencil")), qtTrId("task-lists-rename-button"), this,
+                &TaskListSidebarRowView::startRenaming);
+            //% "Make default"
+            menu->addAction(Icons::symbol(QStringLiteral("star")), qtTrId("task-lists-set-default-button"), this,
+                    [this] { Q_EMIT setDefaultRequested(m_taskList); })
+                ->setEnabled(!m_taskList.talIsDefault);
+            //% "Delete list"
+            menu->addAction(Icons::symbol(QStringLiteral("trash")), qtTrId("task-lists-delete-button"), this,
+                [this] { Q_EMIT deleteRequested(m_taskList); });
+        },
+        this);
     more->setObjectName(QStringLiteral("listMenu"));
     more->setText(QStringLiteral("⋯"));
-    more->setAutoRaise(true);
-    more->setPopupMode(QToolButton::InstantPopup);
-    auto* menu = new QMenu(more);
-    //% "Rename"
-    menu->addAction(Icons::symbol(QStringLiteral("pencil")), qtTrId("task-lists-rename-button"), this,
-        &TaskListSidebarRowView::startRenaming);
-    //% "Make default"
-    QAction* makeDefault = menu->addAction(Icons::symbol(QStringLiteral("star")),
-        qtTrId("task-lists-set-default-button"), this, [this] { Q_EMIT setDefaultRequested(m_taskList); });
-    makeDefault->setEnabled(!taskList.talIsDefault);
-    //% "Delete list"
-    menu->addAction(Icons::symbol(QStringLiteral("trash")), qtTrId("task-lists-delete-button"), this,
-        [this] { Q_EMIT deleteRequested(m_taskList); });
-    more->setMenu(menu);
     layout->addWidget(more);
 
     connect(m_name, &InlineEditableLabel::committed, this,
         [this](const QString& name) { Q_EMIT renameRequested(m_taskList, name); });
+}
+
+void TaskListSidebarRowView::setSelected(bool selected)
+{
+    // Children take their text colour from the background role, so it changes with the selection.
+    setAutoFillBackground(selected);
+    setBackgroundRole(selected ? QPalette::Highlight : QPalette::Window);
+    for (QWidget* child : findChildren<QWidget*>())
+        child->setBackgroundRole(backgroundRole());
+    update();
 }
 
 void TaskListSidebarRowView::startRenaming()

@@ -16,6 +16,7 @@ public:
 
     const TaskListEntity& taskList() const { return m_taskList; }
     void startRenaming();
+    void setSelected(bool selected);
 
 Q_SIGNALS:
     void selected(const TaskListEntity& taskList);

@@ -2,6 +2,7 @@
 
 #include "screens/common/Icons.h"
 #include "screens/common/InlineEditableLabel.h"
+#include "screens/common/LazyMenuButton.h"
 #include "screens/projects/EisenhowerTagStyle.h"
 
 #include <QApplication>
@@ -21,7 +22,18 @@ TaskRowView::TaskRowView(const TaskEntity& task, QWidget* parent)
     , m_task(task)
     , m_done(new QCheckBox(this))
     , m_title(new InlineEditableLabel(task.tasTitle, this))
-    , m_tag(new QToolButton(this))
+    , m_tag(new LazyMenuButton(
+          [this](QMenu* menu) {
+              //% "Quadrant"
+              menu->addSection(qtTrId("eisenhower-tag-menu-title"));
+              for (const EisenhowerTagEnum tag : EisenhowerTag::allCases) {
+                  menu->addAction(EisenhowerTagStyle::dot(tag), EisenhowerTagStyle::label(tag), this,
+                      [this, tag] { Q_EMIT setTag(m_task, tag); });
+              }
+              menu->addAction(EisenhowerTagStyle::dot(std::nullopt), EisenhowerTagStyle::label(std::nullopt), this,
+                  [this] { Q_EMIT setTag(m_task, std::nullopt); });
+          },
+          this))
 {
     setObjectName(QStringLiteral("task:") + task.tasTitle);
     setFocusPolicy(Qt::ClickFocus);
@@ -33,18 +45,6 @@ TaskRowView::TaskRowView(const TaskEntity& task, QWidget* parent)
     m_tag->setObjectName(QStringLiteral("taskTag"));
     m_tag->setIcon(EisenhowerTagStyle::dot(task.tasEisenhowerTag));
     m_tag->setToolTip(EisenhowerTagStyle::label(task.tasEisenhowerTag));
-    m_tag->setPopupMode(QToolButton::InstantPopup);
-    m_tag->setAutoRaise(true);
-    auto* menu = new QMenu(m_tag);
-    //% "Quadrant"
-    menu->addSection(qtTrId("eisenhower-tag-menu-title"));
-    for (const EisenhowerTagEnum tag : EisenhowerTag::allCases) {
-        menu->addAction(EisenhowerTagStyle::dot(tag), EisenhowerTagStyle::label(tag), this,
-            [this, tag] { Q_EMIT setTag(m_task, tag); });
-    }
-    menu->addAction(EisenhowerTagStyle::dot(std::nullopt), EisenhowerTagStyle::label(std::nullopt), this,
-        [this] { Q_EMIT setTag(m_task, std::nullopt); });
-    m_tag->setMenu(menu);
 
     auto* remove = new QToolButton(this);
     remove->setObjectName(QStringLiteral("taskDelete"));

@@ -6,7 +6,7 @@
 
 class InlineEditableLabel;
 class QCheckBox;
-class QToolButton;
+class LazyMenuButton;
 
 // One task: its done box, its title (renamed in place), its quadrant menu and delete. It can be
 // dragged onto a quadrant of the matrix.
@@ -36,6 +36,6 @@ private:
     TaskEntity m_task;
     QCheckBox* m_done;
     InlineEditableLabel* m_title;
-    QToolButton* m_tag;
+    LazyMenuButton* m_tag;
     QPoint m_pressPosition;
 };

@@ -2,6 +2,7 @@
 #include "InformationConsoleView.h"
 #include "MainWindow.h"
 #include "screens/common/InlineAddRowView.h"
+#include "screens/common/LazyMenuButton.h"
 #include "screens/projects/ProjectsView.h"
 #include "screens/projects/TaskRowView.h"
 #include "screens/settings/UserProfileChipView.h"
@@ -201,7 +202,7 @@ private Q_SLOTS:
         openListOf(QStringLiteral("Work"), QStringLiteral("Launch"));
         addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Fix the crash"));
         auto* row = waitFor<TaskRowView>(QStringLiteral("task:Fix the crash"));
-        QMenu* menu = row->findChild<QToolButton*>(QStringLiteral("taskTag"))->menu();
+        QMenu* menu = row->findChild<LazyMenuButton*>(QStringLiteral("taskTag"))->builtMenu();
         for (QAction* action : menu->actions()) {
             if (action->text() == u"eisenhower-tag-do")
                 action->trigger();
@@ -262,8 +263,9 @@ private Q_SLOTS:
                 static_cast<QMessageBox*>(failure)->accept();
             });
         });
-        QMenu* menu
-            = waitFor(QStringLiteral("project:Garden"))->findChild<QToolButton*>(QStringLiteral("projectMenu"))->menu();
+        QMenu* menu = waitFor(QStringLiteral("project:Garden"))
+                          ->findChild<LazyMenuButton*>(QStringLiteral("projectMenu"))
+                          ->builtMenu();
         for (QAction* action : menu->actions()) {
             if (action->text() == u"projects-delete-button")
                 action->trigger();
