@@ -34,25 +34,44 @@ QDateTime at(int month, int day, int hour, int minute = 0)
 // (UID, start, end) in seconds since 1970: what an occurrence is, whoever read it.
 using Occurrence = std::tuple<QString, qint64, qint64>;
 
-qint64 secondsOf(ICalTime* time)
+qint64 wallClockSeconds(ICalTime* time)
+{
+    return QDateTime(QDate(i_cal_time_get_year(time), i_cal_time_get_month(time), i_cal_time_get_day(time)),
+        QTime(i_cal_time_get_hour(time), i_cal_time_get_minute(time), i_cal_time_get_second(time)), Qt::LocalTime)
+        .toSecsSinceEpoch();
+}
+
+// A DTSTART with neither "Z" nor TZID floats: the same wall-clock time wherever it is read.
+// libecal's bulk expansion pins such single events to UTC, its per-object one leaves them
+// floating; the reference takes the wall-clock reading either way.
+bool floats(ICalComponent* component)
+{
+    ICalProperty* property = i_cal_component_get_first_property(component, I_CAL_DTSTART_PROPERTY);
+    ICalParameter* tzid = property ? i_cal_property_get_first_parameter(property, I_CAL_TZID_PARAMETER) : nullptr;
+    ICalTime* start = i_cal_component_get_dtstart(component);
+    const bool floating = !tzid && start && !i_cal_time_is_utc(start) && !i_cal_time_is_date(start);
+    g_clear_object(&tzid);
+    g_clear_object(&property);
+    g_clear_object(&start);
+    return floating;
+}
+
+qint64 secondsOf(ICalTime* time, bool floating)
 {
     if (i_cal_time_is_date(time))
         return QDateTime(QDate(i_cal_time_get_year(time), i_cal_time_get_month(time), i_cal_time_get_day(time)),
             QTime(0, 0), Qt::LocalTime)
             .toSecsSinceEpoch();
-    if (!i_cal_time_is_utc(time) && !i_cal_time_get_timezone(time)) {
-        // Floating: the same wall-clock time wherever the reader is.
-        return QDateTime(QDate(i_cal_time_get_year(time), i_cal_time_get_month(time), i_cal_time_get_day(time)),
-            QTime(i_cal_time_get_hour(time), i_cal_time_get_minute(time), i_cal_time_get_second(time)), Qt::LocalTime)
-            .toSecsSinceEpoch();
-    }
+    if (floating)
+        return wallClockSeconds(time);
     return i_cal_time_as_timet_with_zone(time, i_cal_time_get_timezone(time));
 }
 
 gboolean collectBare(ICalComponent* component, ICalTime* start, ICalTime* end, gpointer data, GCancellable*, GError**)
 {
+    const bool floating = floats(component);
     static_cast<std::set<Occurrence>*>(data)->insert(
-        {QString::fromUtf8(i_cal_component_get_uid(component)), secondsOf(start), secondsOf(end)});
+        {QString::fromUtf8(i_cal_component_get_uid(component)), secondsOf(start, floating), secondsOf(end, floating)});
     return TRUE;
 }
 
