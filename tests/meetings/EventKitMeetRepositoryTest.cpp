@@ -1,10 +1,15 @@
+#include "BackendClient.h"
 #include "OffMainThread.h"
+#include "meetings/applications/MeetingsApplication.h"
 #include "meetings/domain/MeetTexts.h"
+#include "meetings/repositories/CompositeMeetRepositoryImpl.h"
 #include "meetings/repositories/eventkit/EventKitMeetRepositoryError.h"
 #include "meetings/repositories/eventkit/EventKitMeetRepositoryImpl.h"
 #include "meetings/repositories/eventkit/LiveEventKitStore.h"
+#include "meetings/repositories/remote/RemoteEventRepositoryImpl.h"
 #include "support/SettableClock.h"
 #include "support/TestMain.h"
+#include "support/http/EventsBackend.h"
 
 #include <QDir>
 #include <QFile>
@@ -353,6 +358,31 @@ private Q_SLOTS:
         // Deleting the edited occurrence still takes the series with it.
         meets->deleteMeet(late.front());
         QVERIFY(meets->fetchMeets().isEmpty());
+    }
+
+    void shouldShowTheCalendarsMeetsWhateverTheBackendDoes()
+    {
+        auto store = std::make_shared<EventKitMeetRepositoryImpl>(
+            LiveEventKitStore::shared(), zone(), 1, 14, QSet<QString> {m_otherCalendarId}, m_calendarId, m_clock);
+        FakeBackend http;
+        EventsBackend events(http);
+        auto backend = std::make_shared<RemoteEventRepositoryImpl>(backendClient(http.baseURL(), http.bearerToken()));
+        // Nothing listens on the discard port of loopback.
+        auto unreachable = std::make_shared<RemoteEventRepositoryImpl>(
+            backendClient(QUrl("http://127.0.0.1:9"), QStringLiteral("t")));
+        const MeetingsApplication application(std::make_shared<CompositeMeetRepositoryImpl>(
+            std::vector<std::shared_ptr<MeetRepository>> {store, unreachable, backend}));
+
+        offMainThread([&] {
+            application.createMeet(draft(QStringLiteral("In the calendar"), at(3, 18, 9), 30));
+            backend->createMeet(draft(QStringLiteral("On the backend"), at(3, 17, 16), 30));
+        });
+        const QList<MeetEntity> meets = offMainThread([&] { return application.fetchMeets(); });
+        QCOMPARE(meets.size(), 2);
+        QCOMPARE(meets.at(0).metSource, MeetSource::backend);
+        QCOMPARE(meets.at(1).metSource, MeetSource::eventKit);
+        QCOMPARE(meets.at(1).metName, QStringLiteral("In the calendar"));
+        QCOMPARE(events.events().size(), 1);
     }
 
     void shouldReadImportedCalendarsExactlyAsEdsExpandsThem_data()
