@@ -182,7 +182,7 @@ void LiveUserNotificationCenter::checkDueRequests()
             qCInfo(lcAlarms) << "dropping alarm" << pending.request.identifier << "due at" << pending.fireDate;
         else
             deliver(pending, now);
-        Q_EMIT requestFired(pending.request.identifier, !tooLate);
+        Q_EMIT requestFired(pending.request.identifier, pending.fireDate, !tooLate);
     }
     if (!due.isEmpty())
         Q_EMIT pendingRequestsChanged();

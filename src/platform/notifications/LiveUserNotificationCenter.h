@@ -60,7 +60,7 @@ public:
 
 Q_SIGNALS:
     // After a request fired (shown or not, by what the delegate chose) or was dropped as late.
-    void requestFired(const QString& identifier, bool delivered);
+    void requestFired(const QString& identifier, const QDateTime& fireDate, bool delivered);
     void pendingRequestsChanged();
 
 private Q_SLOTS:
