@@ -55,9 +55,145 @@
         <source>Previous day</source>
         <translation>Previous day</translation>
     </message>
+    <message id="create-event-description-label">
+        <source>Description</source>
+        <translation>Description</translation>
+    </message>
+    <message id="create-event-description-placeholder">
+        <source>Add a description</source>
+        <translation>Add a description</translation>
+    </message>
+    <message id="create-event-duration-caption-format">
+        <source>Lasts %1 h %2 min</source>
+        <translation>Lasts %1 h %2 min</translation>
+    </message>
+    <message id="create-event-end-before-start-error">
+        <source>The event cannot end before it starts.</source>
+        <translation>The event cannot end before it starts.</translation>
+    </message>
+    <message id="create-event-end-label">
+        <source>Ends</source>
+        <translation>Ends</translation>
+    </message>
+    <message id="create-event-generic-error">
+        <source>The event could not be saved.</source>
+        <translation>The event could not be saved.</translation>
+    </message>
+    <message id="create-event-repeat-all-days">
+        <source>Repeats every day</source>
+        <translation>Repeats every day</translation>
+    </message>
+    <message id="create-event-repeat-every-day-format">
+        <source>Repeats every %1</source>
+        <translation>Repeats every %1</translation>
+    </message>
+    <message id="create-event-repeat-label">
+        <source>Repeat</source>
+        <translation>Repeat</translation>
+    </message>
+    <message id="create-event-repeat-list-conjunction">
+        <source>and</source>
+        <translation>and</translation>
+    </message>
+    <message id="create-event-repeat-monthly">
+        <source>Repeats every month</source>
+        <translation>Repeats every month</translation>
+    </message>
+    <message id="create-event-repeat-option-day">
+        <source>Every day</source>
+        <translation>Every day</translation>
+    </message>
+    <message id="create-event-repeat-option-month">
+        <source>Every month</source>
+        <translation>Every month</translation>
+    </message>
+    <message id="create-event-repeat-option-never">
+        <source>Never</source>
+        <translation>Never</translation>
+    </message>
+    <message id="create-event-repeat-option-week">
+        <source>Every week</source>
+        <translation>Every week</translation>
+    </message>
+    <message id="create-event-repeat-select-day-hint">
+        <source>Choose the days it repeats on</source>
+        <translation>Choose the days it repeats on</translation>
+    </message>
+    <message id="create-event-repeat-weekdays">
+        <source>Repeats on weekdays</source>
+        <translation>Repeats on weekdays</translation>
+    </message>
+    <message id="create-event-repeat-weekend">
+        <source>Repeats on weekends</source>
+        <translation>Repeats on weekends</translation>
+    </message>
+    <message id="create-event-save-button">
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message id="create-event-sheet-title">
+        <source>New event</source>
+        <translation>New event</translation>
+    </message>
+    <message id="create-event-sheet-title-edit">
+        <source>Edit event</source>
+        <translation>Edit event</translation>
+    </message>
+    <message id="create-event-start-label">
+        <source>Starts</source>
+        <translation>Starts</translation>
+    </message>
+    <message id="create-event-title-placeholder">
+        <source>Title</source>
+        <translation>Title</translation>
+    </message>
+    <message id="create-event-title-required-error">
+        <source>Give the event a title.</source>
+        <translation>Give the event a title.</translation>
+    </message>
+    <message id="daily-events-all-day-empty-state-text">
+        <source>No all-day events</source>
+        <translation>No all-day events</translation>
+    </message>
+    <message id="daily-events-all-day-section-title">
+        <source>All day</source>
+        <translation>All day</translation>
+    </message>
+    <message id="daily-events-end-hour-label">
+        <source>to</source>
+        <translation>to</translation>
+    </message>
+    <message id="daily-events-permission-denied-message">
+        <source>Tolvane cannot read your calendars. Check that the desktop's calendar service is running and try again.</source>
+        <translation>Tolvane cannot read your calendars. Check that the desktop's calendar service is running and try again.</translation>
+    </message>
+    <message id="daily-events-permission-denied-title">
+        <source>No access to your calendars</source>
+        <translation>No access to your calendars</translation>
+    </message>
+    <message id="daily-events-start-hour-label">
+        <source>Hours from</source>
+        <translation>Hours from</translation>
+    </message>
     <message id="daily-events-today-button">
         <source>Today</source>
         <translation>Today</translation>
+    </message>
+    <message id="daily-task-add-button">
+        <source>Add a task for the day</source>
+        <translation>Add a task for the day</translation>
+    </message>
+    <message id="daily-task-empty-state">
+        <source>Nothing planned for this day</source>
+        <translation>Nothing planned for this day</translation>
+    </message>
+    <message id="daily-task-title-plural">
+        <source>Tasks of the day</source>
+        <translation>Tasks of the day</translation>
+    </message>
+    <message id="daily-task-title-singular">
+        <source>Task of the day</source>
+        <translation>Task of the day</translation>
     </message>
     <message id="detail-select-option-text">
         <source>Choose a workspace in the sidebar</source>
@@ -107,6 +243,14 @@
         <source>Information console</source>
         <translation>Information console</translation>
     </message>
+    <message id="meet-alarm-button">
+        <source>Alarm</source>
+        <translation>Alarm</translation>
+    </message>
+    <message id="meet-alarm-day-button">
+        <source>Alarms for the day</source>
+        <translation>Alarms for the day</translation>
+    </message>
     <message id="meet-alarm-message-error">
         <source>The message must include {event} where the event's name goes</source>
         <translation>The message must include {event} where the event's name goes</translation>
@@ -118,6 +262,30 @@
     <message id="meet-alarm-open-action">
         <source>Open</source>
         <translation>Open</translation>
+    </message>
+    <message id="meet-delete-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="meet-delete-confirm-button">
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message id="meet-delete-confirmation-title">
+        <source>Delete this event?</source>
+        <translation>Delete this event?</translation>
+    </message>
+    <message id="meet-detail-delete-button">
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message id="meet-detail-edit-button">
+        <source>Edit</source>
+        <translation>Edit</translation>
+    </message>
+    <message id="meet-detail-join-button">
+        <source>Join</source>
+        <translation>Join</translation>
     </message>
     <message id="menu-app">
         <source>&amp;Tolvane</source>
@@ -178,6 +346,14 @@
     <message id="schedule-login-required-state">
         <source>Set up your account to start.</source>
         <translation>Set up your account to start.</translation>
+    </message>
+    <message id="schedule-projects-no-default-list-text">
+        <source>This project has no default list.</source>
+        <translation>This project has no default list.</translation>
+    </message>
+    <message id="schedule-projects-panel-title">
+        <source>Projects</source>
+        <translation>Projects</translation>
     </message>
     <message id="sidebar-agenda-link">
         <source>Schedule</source>

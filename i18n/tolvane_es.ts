@@ -55,9 +55,145 @@
         <source>Previous day</source>
         <translation>Día anterior</translation>
     </message>
+    <message id="create-event-description-label">
+        <source>Description</source>
+        <translation>Descripción</translation>
+    </message>
+    <message id="create-event-description-placeholder">
+        <source>Add a description</source>
+        <translation>Añade una descripción</translation>
+    </message>
+    <message id="create-event-duration-caption-format">
+        <source>Lasts %1 h %2 min</source>
+        <translation>Dura %1 h %2 min</translation>
+    </message>
+    <message id="create-event-end-before-start-error">
+        <source>The event cannot end before it starts.</source>
+        <translation>El evento no puede terminar antes de empezar.</translation>
+    </message>
+    <message id="create-event-end-label">
+        <source>Ends</source>
+        <translation>Termina</translation>
+    </message>
+    <message id="create-event-generic-error">
+        <source>The event could not be saved.</source>
+        <translation>No se pudo guardar el evento.</translation>
+    </message>
+    <message id="create-event-repeat-all-days">
+        <source>Repeats every day</source>
+        <translation>Se repite todos los días</translation>
+    </message>
+    <message id="create-event-repeat-every-day-format">
+        <source>Repeats every %1</source>
+        <translation>Se repite todos los %1</translation>
+    </message>
+    <message id="create-event-repeat-label">
+        <source>Repeat</source>
+        <translation>Repetir</translation>
+    </message>
+    <message id="create-event-repeat-list-conjunction">
+        <source>and</source>
+        <translation>y</translation>
+    </message>
+    <message id="create-event-repeat-monthly">
+        <source>Repeats every month</source>
+        <translation>Se repite cada mes</translation>
+    </message>
+    <message id="create-event-repeat-option-day">
+        <source>Every day</source>
+        <translation>Cada día</translation>
+    </message>
+    <message id="create-event-repeat-option-month">
+        <source>Every month</source>
+        <translation>Cada mes</translation>
+    </message>
+    <message id="create-event-repeat-option-never">
+        <source>Never</source>
+        <translation>Nunca</translation>
+    </message>
+    <message id="create-event-repeat-option-week">
+        <source>Every week</source>
+        <translation>Cada semana</translation>
+    </message>
+    <message id="create-event-repeat-select-day-hint">
+        <source>Choose the days it repeats on</source>
+        <translation>Elige los días en que se repite</translation>
+    </message>
+    <message id="create-event-repeat-weekdays">
+        <source>Repeats on weekdays</source>
+        <translation>Se repite entre semana</translation>
+    </message>
+    <message id="create-event-repeat-weekend">
+        <source>Repeats on weekends</source>
+        <translation>Se repite los fines de semana</translation>
+    </message>
+    <message id="create-event-save-button">
+        <source>Save</source>
+        <translation>Guardar</translation>
+    </message>
+    <message id="create-event-sheet-title">
+        <source>New event</source>
+        <translation>Nuevo evento</translation>
+    </message>
+    <message id="create-event-sheet-title-edit">
+        <source>Edit event</source>
+        <translation>Editar evento</translation>
+    </message>
+    <message id="create-event-start-label">
+        <source>Starts</source>
+        <translation>Empieza</translation>
+    </message>
+    <message id="create-event-title-placeholder">
+        <source>Title</source>
+        <translation>Título</translation>
+    </message>
+    <message id="create-event-title-required-error">
+        <source>Give the event a title.</source>
+        <translation>Ponle un título al evento.</translation>
+    </message>
+    <message id="daily-events-all-day-empty-state-text">
+        <source>No all-day events</source>
+        <translation>Sin eventos de todo el día</translation>
+    </message>
+    <message id="daily-events-all-day-section-title">
+        <source>All day</source>
+        <translation>Todo el día</translation>
+    </message>
+    <message id="daily-events-end-hour-label">
+        <source>to</source>
+        <translation>a</translation>
+    </message>
+    <message id="daily-events-permission-denied-message">
+        <source>Tolvane cannot read your calendars. Check that the desktop's calendar service is running and try again.</source>
+        <translation>Tolvane no puede leer tus calendarios. Comprueba que el servicio de calendario del escritorio está en marcha y vuelve a intentarlo.</translation>
+    </message>
+    <message id="daily-events-permission-denied-title">
+        <source>No access to your calendars</source>
+        <translation>Sin acceso a tus calendarios</translation>
+    </message>
+    <message id="daily-events-start-hour-label">
+        <source>Hours from</source>
+        <translation>Horas de</translation>
+    </message>
     <message id="daily-events-today-button">
         <source>Today</source>
         <translation>Hoy</translation>
+    </message>
+    <message id="daily-task-add-button">
+        <source>Add a task for the day</source>
+        <translation>Añadir una tarea del día</translation>
+    </message>
+    <message id="daily-task-empty-state">
+        <source>Nothing planned for this day</source>
+        <translation>Nada previsto para este día</translation>
+    </message>
+    <message id="daily-task-title-plural">
+        <source>Tasks of the day</source>
+        <translation>Tareas del día</translation>
+    </message>
+    <message id="daily-task-title-singular">
+        <source>Task of the day</source>
+        <translation>Tarea del día</translation>
     </message>
     <message id="detail-select-option-text">
         <source>Choose a workspace in the sidebar</source>
@@ -107,6 +243,14 @@
         <source>Information console</source>
         <translation>Consola de información</translation>
     </message>
+    <message id="meet-alarm-button">
+        <source>Alarm</source>
+        <translation>Alarma</translation>
+    </message>
+    <message id="meet-alarm-day-button">
+        <source>Alarms for the day</source>
+        <translation>Alarmas del día</translation>
+    </message>
     <message id="meet-alarm-message-error">
         <source>The message must include {event} where the event's name goes</source>
         <translation>El mensaje debe incluir {event} donde va el nombre del evento</translation>
@@ -118,6 +262,30 @@
     <message id="meet-alarm-open-action">
         <source>Open</source>
         <translation>Abrir</translation>
+    </message>
+    <message id="meet-delete-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="meet-delete-confirm-button">
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message id="meet-delete-confirmation-title">
+        <source>Delete this event?</source>
+        <translation>¿Eliminar este evento?</translation>
+    </message>
+    <message id="meet-detail-delete-button">
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message id="meet-detail-edit-button">
+        <source>Edit</source>
+        <translation>Editar</translation>
+    </message>
+    <message id="meet-detail-join-button">
+        <source>Join</source>
+        <translation>Unirse</translation>
     </message>
     <message id="menu-app">
         <source>&amp;Tolvane</source>
@@ -178,6 +346,14 @@
     <message id="schedule-login-required-state">
         <source>Set up your account to start.</source>
         <translation>Configura tu cuenta para empezar.</translation>
+    </message>
+    <message id="schedule-projects-no-default-list-text">
+        <source>This project has no default list.</source>
+        <translation>Este proyecto no tiene lista predeterminada.</translation>
+    </message>
+    <message id="schedule-projects-panel-title">
+        <source>Projects</source>
+        <translation>Proyectos</translation>
     </message>
     <message id="sidebar-agenda-link">
         <source>Schedule</source>

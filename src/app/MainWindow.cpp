@@ -4,6 +4,7 @@
 #include "InformationConsoleView.h"
 #include "screens/common/AppServices.h"
 #include "screens/projects/ProjectsView.h"
+#include "screens/schedule/DailyEventsView.h"
 
 #include <QAction>
 #include <QApplication>
@@ -36,7 +37,14 @@ MainWindow::MainWindow(const AppServices& services, QWidget* parent)
     setMinimumSize(900, 600);
     m_contentView = new ContentView(
         services,
-        [&services](SidebarItemEnum item, QWidget* parent) -> QWidget* {
+        [this, &services](SidebarItemEnum item, QWidget* parent) -> QWidget* {
+            if (item == SidebarItemEnum::schedule) {
+                auto* schedule = new DailyEventsView(
+                    services, {&m_contentView->pendingMeetNavigation, &m_contentView->pendingDateSelection}, parent);
+                connect(m_contentView, &ContentView::pendingMeetNavigationChanged, schedule,
+                    &DailyEventsView::consumePendingNavigation);
+                return schedule;
+            }
             if (item == SidebarItemEnum::projects)
                 return new ProjectsView(services, parent);
             return comingWorkspace(item, parent);

@@ -1,0 +1,111 @@
+// The schedule's layout of a very busy calendar, and a day switch with 200 meets on the day:
+// the meets read from the session's calendar store, laid out and painted, with the longest time
+// the GUI thread went without turning its event loop.
+// Needs the desktop session's EDS: scripts/with-desktop-session build/bench/bench_schedule
+#include "platform/calendar_store/CalendarStore.h"
+#include "screens/schedule/DailyEventsView.h"
+#include "screens/schedule/DailyScheduleLayout.h"
+#include "support/TestEnvironment.h"
+#include "support/ui/AppFixture.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QUuid>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+QList<MeetEntity> randomMeets(int count)
+{
+    QRandomGenerator random(42);
+    const QDateTime start(QDate(2026, 3, 10), QTime(0, 0));
+    QList<MeetEntity> meets;
+    for (int i = 0; i < count; ++i) {
+        MeetEntity meet;
+        meet.metId = QUuid::createUuid();
+        meet.metName = QString::number(i);
+        meet.metDate = start.addSecs(qint64(random.bounded(0, 24 * 60 * 60 * 30 / 300)) * 300);
+        meet.metDuration = random.bounded(0, 13) * 300.0;
+        meets.append(meet);
+    }
+    return meets;
+}
+
+void BM_Layout10000Meets(benchmark::State& state)
+{
+    const QList<MeetEntity> meets = randomMeets(10'000);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(DailyScheduleLayout::layout(meets));
+}
+BENCHMARK(BM_Layout10000Meets)->Unit(benchmark::kMillisecond);
+
+QByteArray busyDay(const QDate& day, int count)
+{
+    QByteArray ics = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Tolvane bench//EN\r\n";
+    for (int i = 0; i < count; ++i) {
+        const QDateTime start(day, QTime(6 + (i % 14), (i * 5) % 60));
+        ics += "BEGIN:VEVENT\r\nUID:" + QUuid::createUuid().toString(QUuid::WithoutBraces).toLatin1()
+            + "\r\nDTSTAMP:20260101T000000Z\r\nDTSTART:" + start.toUTC().toString(u"yyyyMMdd'T'HHmmss'Z'").toLatin1()
+            + "\r\nDTEND:" + start.addSecs(1800 + 300 * (i % 7)).toUTC().toString(u"yyyyMMdd'T'HHmmss'Z'").toLatin1()
+            + "\r\nSUMMARY:Meet " + QByteArray::number(i) + "\r\nEND:VEVENT\r\n";
+    }
+    return ics + "END:VCALENDAR\r\n";
+}
+
+void BM_SwitchToADayWith200Meets(benchmark::State& state)
+{
+    AppFixture app;
+    app.storeLocalUser();
+    const QString calendar = QStringLiteral("tolvane-bench-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    CalendarStore::shared().addLocalCalendar(calendar, QStringLiteral("Bench"), QStringLiteral("#3E8BFF"));
+    const QDate busy = QDate::currentDate().addDays(1);
+    CalendarStore::shared().importCalendarData(calendar, busyDay(busy, 200));
+    DailyEventsView view(app.services(), {});
+    view.resize(1400, 900);
+    QSignalSpy loaded(&view, &DailyEventsView::loaded);
+    view.show();
+    loaded.wait(15000);
+
+    // The longest gap between two ticks of a 5 ms timer is the longest the GUI thread stalled.
+    qint64 longestStall = 0;
+    QElapsedTimer sinceTick;
+    QTimer ticker;
+    ticker.setInterval(5);
+    QObject::connect(&ticker, &QTimer::timeout, [&] { longestStall = std::max(longestStall, sinceTick.restart()); });
+    qsizetype meetsShown = 0;
+    for (auto _ : state) {
+        view.setSelectedDate(busy.addDays(1));
+        loaded.wait(15000);
+        sinceTick.start();
+        ticker.start();
+        QElapsedTimer switching;
+        switching.start();
+        view.setSelectedDate(busy);
+        loaded.wait(15000);
+        view.repaint();
+        state.SetIterationTime(double(switching.nsecsElapsed()) / 1e9);
+        ticker.stop();
+        meetsShown = view.events().size();
+    }
+    state.counters["meets"] = double(meetsShown);
+    state.counters["longestStallMs"] = double(longestStall);
+    CalendarStore::shared().removeCalendar(calendar);
+}
+BENCHMARK(BM_SwitchToADayWith200Meets)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    TestEnvironment::pinBeforeApplication();
+    QApplication application(argc, argv);
+    TestEnvironment::pinAfterApplication();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

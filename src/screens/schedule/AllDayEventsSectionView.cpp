@@ -1,0 +1,89 @@
+#include "screens/schedule/AllDayEventsSectionView.h"
+
+#include "screens/common/Icons.h"
+
+#include <QContextMenuEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QVBoxLayout>
+
+AllDayEventRowView::AllDayEventRowView(const MeetEntity& meet, QWidget* parent)
+    : QFrame(parent)
+    , m_meet(meet)
+{
+    setObjectName(QStringLiteral("allDayEventRow"));
+    setCursor(Qt::PointingHandCursor);
+    const QColor color(meet.metColor.hexValue);
+    setStyleSheet(QStringLiteral("#allDayEventRow { background: rgba(%1,%2,%3,0.22); border-radius: 4px; }")
+                      .arg(color.red())
+                      .arg(color.green())
+                      .arg(color.blue()));
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(8, 3, 8, 3);
+    auto* name = new QLabel(meet.metName, this);
+    name->setTextFormat(Qt::PlainText);
+    layout->addWidget(name, 1);
+}
+
+void AllDayEventRowView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT detailRequested(m_meet);
+    QFrame::mouseReleaseEvent(event);
+}
+
+void AllDayEventRowView::contextMenuEvent(QContextMenuEvent* event)
+{
+    QMenu menu(this);
+    menu.addAction(Icons::symbol(QStringLiteral("pencil")), qtTrId("meet-detail-edit-button"), this,
+        [this] { Q_EMIT onEdit(m_meet); });
+    menu.addAction(Icons::symbol(QStringLiteral("trash")), qtTrId("meet-detail-delete-button"), this,
+        [this] { Q_EMIT onDelete(m_meet); });
+    menu.exec(event->globalPos());
+}
+
+AllDayEventsSectionView::AllDayEventsSectionView(QWidget* parent)
+    : QWidget(parent)
+    , m_rows(new QVBoxLayout)
+{
+    setObjectName(QStringLiteral("allDayEventsSection"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    //% "All day"
+    auto* title = new QLabel(qtTrId("daily-events-all-day-section-title"), this);
+    QFont bold = title->font();
+    bold.setBold(true);
+    title->setFont(bold);
+    layout->addWidget(title);
+    m_rows->setSpacing(2);
+    layout->addLayout(m_rows);
+}
+
+void AllDayEventsSectionView::setMeets(const QList<MeetEntity>& meets)
+{
+    while (QLayoutItem* item = m_rows->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+    if (meets.isEmpty()) {
+        //% "No all-day events"
+        auto* empty = new QLabel(qtTrId("daily-events-all-day-empty-state-text"), this);
+        empty->setObjectName(QStringLiteral("allDayEmptyState"));
+        empty->setEnabled(false);
+        m_rows->addWidget(empty);
+        return;
+    }
+    for (const MeetEntity& meet : meets) {
+        auto* row = new AllDayEventRowView(meet, this);
+        connect(row, &AllDayEventRowView::detailRequested, this, &AllDayEventsSectionView::detailRequested);
+        connect(row, &AllDayEventRowView::onEdit, this, &AllDayEventsSectionView::onEditMeet);
+        connect(row, &AllDayEventRowView::onDelete, this, &AllDayEventsSectionView::onDeleteMeet);
+        m_rows->addWidget(row);
+    }
+}
+
+QList<AllDayEventRowView*> AllDayEventsSectionView::rows() const
+{
+    return findChildren<AllDayEventRowView*>();
+}

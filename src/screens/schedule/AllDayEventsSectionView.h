@@ -1,0 +1,46 @@
+#pragma once
+
+#include "meetings/entities/MeetEntity.h"
+
+#include <QFrame>
+
+class QVBoxLayout;
+
+// One all-day meet: its colour, its name; a click opens its detail.
+class AllDayEventRowView final : public QFrame {
+    Q_OBJECT
+
+public:
+    AllDayEventRowView(const MeetEntity& meet, QWidget* parent = nullptr);
+    const MeetEntity& meet() const { return m_meet; }
+
+Q_SIGNALS:
+    void detailRequested(const MeetEntity& meet);
+    void onEdit(const MeetEntity& meet);
+    void onDelete(const MeetEntity& meet);
+
+protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    MeetEntity m_meet;
+};
+
+// The day's all-day meets, above the timeline.
+class AllDayEventsSectionView final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit AllDayEventsSectionView(QWidget* parent = nullptr);
+    void setMeets(const QList<MeetEntity>& meets);
+    QList<AllDayEventRowView*> rows() const;
+
+Q_SIGNALS:
+    void detailRequested(const MeetEntity& meet);
+    void onEditMeet(const MeetEntity& meet);
+    void onDeleteMeet(const MeetEntity& meet);
+
+private:
+    QVBoxLayout* m_rows;
+};

@@ -1,0 +1,225 @@
+#include "screens/schedule/CreateEventView.h"
+
+#include "meetings/entities/MeetEntity.h"
+
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
+    : QDialog(parent)
+    , m_isEditing(isEditing)
+    , m_onSave(std::move(onSave))
+    , m_title(new QLineEdit(this))
+    , m_start(new QDateTimeEdit(this))
+    , m_end(new QDateTimeEdit(this))
+    , m_duration(new QLabel(this))
+    , m_description(new QPlainTextEdit(this))
+    , m_repeat(new QComboBox(this))
+    , m_weekdays(new QWidget(this))
+    , m_weekdayHint(new QLabel(this))
+    , m_summary(new QLabel(this))
+    , m_error(new QLabel(this))
+    , m_save(new QPushButton(this))
+{
+    setObjectName(QStringLiteral("createEventView"));
+    setMinimumWidth(420);
+    m_title->setObjectName(QStringLiteral("createEventTitle"));
+    //% "Title"
+    m_title->setPlaceholderText(qtTrId("create-event-title-placeholder"));
+    m_start->setObjectName(QStringLiteral("createEventStart"));
+    m_end->setObjectName(QStringLiteral("createEventEnd"));
+    m_start->setCalendarPopup(true);
+    m_end->setCalendarPopup(true);
+    //% "Add a description"
+    m_description->setPlaceholderText(qtTrId("create-event-description-placeholder"));
+    m_description->setFixedHeight(70);
+    m_repeat->setObjectName(QStringLiteral("createEventRepeat"));
+    for (const RepeatOption option : Repeat::allCases)
+        m_repeat->addItem(Repeat::label(option), int(option));
+
+    auto* weekdayRow = new QHBoxLayout(m_weekdays);
+    weekdayRow->setContentsMargins(0, 0, 0, 0);
+    const QLocale locale;
+    for (const int weekday : {2, 3, 4, 5, 6, 7, 1}) {
+        auto* toggle = new QToolButton(m_weekdays);
+        toggle->setObjectName(QStringLiteral("createEventWeekday%1").arg(weekday));
+        toggle->setCheckable(true);
+        toggle->setText(Repeat::weekdayName(weekday, locale, QLocale::ShortFormat));
+        toggle->setProperty("weekday", weekday);
+        connect(toggle, &QToolButton::toggled, this, &CreateEventView::refresh);
+        weekdayRow->addWidget(toggle);
+        m_weekdayToggles.append(toggle);
+    }
+    weekdayRow->addStretch();
+    //% "Choose the days it repeats on"
+    m_weekdayHint->setText(qtTrId("create-event-repeat-select-day-hint"));
+    m_weekdayHint->setEnabled(false);
+    m_summary->setObjectName(QStringLiteral("createEventRepeatSummary"));
+    m_summary->setEnabled(false);
+    m_duration->setEnabled(false);
+    m_error->setObjectName(QStringLiteral("createEventError"));
+    m_error->setStyleSheet(QStringLiteral("color: #D32F2F;"));
+    m_error->setWordWrap(true);
+
+    auto* form = new QFormLayout;
+    form->addRow(m_title);
+    //% "Starts"
+    form->addRow(qtTrId("create-event-start-label"), m_start);
+    //% "Ends"
+    form->addRow(qtTrId("create-event-end-label"), m_end);
+    form->addRow(QString(), m_duration);
+    //% "Description"
+    form->addRow(qtTrId("create-event-description-label"), m_description);
+    //% "Repeat"
+    form->addRow(qtTrId("create-event-repeat-label"), m_repeat);
+    form->addRow(QString(), m_weekdays);
+    form->addRow(QString(), m_weekdayHint);
+    form->addRow(QString(), m_summary);
+
+    //% "Save"
+    m_save->setText(qtTrId("create-event-save-button"));
+    m_save->setObjectName(QStringLiteral("createEventSaveButton"));
+    m_save->setDefault(true);
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(m_save, QDialogButtonBox::AcceptRole);
+    buttons->addButton(QDialogButtonBox::Cancel);
+    connect(m_save, &QPushButton::clicked, this, &CreateEventView::save);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(form);
+    layout->addWidget(m_error);
+    layout->addWidget(buttons);
+
+    connect(m_title, &QLineEdit::textChanged, this, &CreateEventView::refresh);
+    connect(m_start, &QDateTimeEdit::dateTimeChanged, this, [this](const QDateTime& start) {
+        // Moving the start keeps the length the user chose, as calendars do.
+        if (m_end->dateTime() <= start)
+            m_end->setDateTime(start.addSecs(3600));
+        refresh();
+    });
+    connect(m_end, &QDateTimeEdit::dateTimeChanged, this, &CreateEventView::refresh);
+    connect(m_repeat, &QComboBox::currentIndexChanged, this, &CreateEventView::refresh);
+}
+
+CreateEventView::CreateEventView(const QDateTime& start, OnSave onSave, QWidget* parent)
+    : CreateEventView(false, std::move(onSave), parent)
+{
+    //% "New event"
+    setWindowTitle(qtTrId("create-event-sheet-title"));
+    fill(QString(), QString(), start, start.addSecs(3600), RepeatOption::never, {});
+}
+
+CreateEventView::CreateEventView(const MeetEntity& meet, OnSave onSave, QWidget* parent)
+    : CreateEventView(true, std::move(onSave), parent)
+{
+    //% "Edit event"
+    setWindowTitle(qtTrId("create-event-sheet-title-edit"));
+    fill(meet.metName, meet.metDescription, meet.metDate, meet.endDate(), Repeat::option(meet.metRecurrenceFrequency),
+        meet.metRecurringWeekdays);
+}
+
+void CreateEventView::fill(const QString& title, const QString& description, const QDateTime& start,
+    const QDateTime& end, RepeatOption repeat, const QSet<int>& weekdays)
+{
+    m_title->setText(title);
+    m_description->setPlainText(description);
+    m_start->setDateTime(start.toLocalTime());
+    m_end->setDateTime(end.toLocalTime());
+    m_repeat->setCurrentIndex(m_repeat->findData(int(repeat)));
+    for (QToolButton* toggle : std::as_const(m_weekdayToggles))
+        toggle->setChecked(weekdays.contains(toggle->property("weekday").toInt()));
+    refresh();
+}
+
+QToolButton* CreateEventView::weekdayToggle(int weekday) const
+{
+    for (QToolButton* toggle : m_weekdayToggles) {
+        if (toggle->property("weekday").toInt() == weekday)
+            return toggle;
+    }
+    return nullptr;
+}
+
+MeetDraft CreateEventView::draft() const
+{
+    MeetDraft draft;
+    draft.title = m_title->text().trimmed();
+    draft.description = m_description->toPlainText();
+    draft.start = m_start->dateTime();
+    draft.end = m_end->dateTime();
+    draft.recurrence = Repeat::frequency(RepeatOption(m_repeat->currentData().toInt()));
+    if (draft.recurrence == MeetRecurrenceFrequency::weekly) {
+        for (const QToolButton* toggle : m_weekdayToggles) {
+            if (toggle->isChecked())
+                draft.weekdays.insert(toggle->property("weekday").toInt());
+        }
+    }
+    return draft;
+}
+
+QString CreateEventView::repetitionSummary() const
+{
+    return m_summary->isHidden() ? QString() : m_summary->text();
+}
+
+std::optional<QString> CreateEventView::validationError() const
+{
+    const MeetDraft values = draft();
+    if (values.title.isEmpty())
+        //% "Give the event a title"
+        return qtTrId("create-event-title-required-error");
+    if (values.end < values.start)
+        //% "The event cannot end before it starts"
+        return qtTrId("create-event-end-before-start-error");
+    return std::nullopt;
+}
+
+void CreateEventView::refresh()
+{
+    const MeetDraft values = draft();
+    const qint64 minutes = values.start.secsTo(values.end) / 60;
+    //% "%1 h %2 min"
+    m_duration->setText(qtTrId("create-event-duration-caption-format").arg(minutes / 60).arg(minutes % 60));
+    const bool weekly = values.recurrence == MeetRecurrenceFrequency::weekly;
+    m_weekdays->setVisible(weekly);
+    m_weekdayHint->setVisible(weekly);
+    const std::optional<QString> summary = Repeat::summary(values.recurrence, values.weekdays);
+    m_summary->setText(summary.value_or(QString()));
+    m_summary->setVisible(summary.has_value());
+    m_save->setEnabled(!m_isSaving);
+    m_error->setText(m_errorMessage.value_or(QString()));
+    m_error->setVisible(m_errorMessage.has_value());
+}
+
+void CreateEventView::save()
+{
+    if (m_isSaving)
+        return;
+    if (const std::optional<QString> invalid = validationError()) {
+        m_errorMessage = invalid;
+        refresh();
+        return;
+    }
+    m_isSaving = true;
+    m_errorMessage.reset();
+    refresh();
+    m_onSave(draft(), [this](const std::optional<QString>& errorMessage) {
+        m_isSaving = false;
+        if (!errorMessage) {
+            accept();
+            return;
+        }
+        m_errorMessage = errorMessage;
+        refresh();
+    });
+}

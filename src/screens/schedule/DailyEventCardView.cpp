@@ -1,0 +1,108 @@
+#include "screens/schedule/DailyEventCardView.h"
+
+#include "screens/common/Icons.h"
+
+#include <QContextMenuEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QMenu>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+DailyEventCardView::DailyEventCardView(const MeetEntity& meet, bool isAlarmSet, QWidget* parent)
+    : QFrame(parent)
+    , m_meet(meet)
+    , m_isAlarmSet(isAlarmSet)
+    , m_title(new QLabel(meet.metName, this))
+    , m_time(new QLabel(timeText(meet), this))
+    , m_alarm(new QToolButton(this))
+{
+    setObjectName(QStringLiteral("dailyEventCard"));
+    setCursor(Qt::PointingHandCursor);
+    setToolTip(meet.metName + QLatin1Char('\n') + timeText(meet));
+    const QColor color(meet.metColor.hexValue);
+    QColor fill = color;
+    fill.setAlphaF(0.22f);
+    setStyleSheet(QStringLiteral("#dailyEventCard { background: rgba(%1,%2,%3,%4); border-left: 3px solid %5; "
+                                 "border-radius: 4px; }")
+                      .arg(fill.red())
+                      .arg(fill.green())
+                      .arg(fill.blue())
+                      .arg(fill.alphaF())
+                      .arg(color.name()));
+    QFont bold = m_title->font();
+    bold.setBold(true);
+    m_title->setFont(bold);
+    m_title->setTextFormat(Qt::PlainText);
+    m_time->setEnabled(false);
+    m_alarm->setObjectName(QStringLiteral("meetAlarmButton"));
+    m_alarm->setCheckable(true);
+    m_alarm->setChecked(isAlarmSet);
+    m_alarm->setAutoRaise(true);
+    m_alarm->setIcon(Icons::symbol(QStringLiteral("alarm")));
+    //% "Alarm"
+    m_alarm->setToolTip(qtTrId("meet-alarm-button"));
+    m_alarm->setIconSize(QSize(14, 14));
+    connect(m_alarm, &QToolButton::clicked, this, [this](bool checked) {
+        m_alarm->setEnabled(false);
+        Q_EMIT alarmToggled(m_meet, checked);
+    });
+    arrange();
+}
+
+QString DailyEventCardView::timeText(const MeetEntity& meet)
+{
+    const QLocale locale;
+    const QDateTime start = meet.metDate.toLocalTime();
+    return locale.toString(start.time(), QLocale::ShortFormat) + QStringLiteral(" – ")
+        + locale.toString(meet.endDate().toLocalTime().time(), QLocale::ShortFormat);
+}
+
+void DailyEventCardView::arrange()
+{
+    delete layout();
+    // The compact form puts everything on one line, so a quarter-hour meet is still legible.
+    const bool compact = isCompact();
+    QBoxLayout* box = compact ? static_cast<QBoxLayout*>(new QHBoxLayout(this)) : new QVBoxLayout(this);
+    box->setContentsMargins(6, compact ? 0 : 3, 4, compact ? 0 : 3);
+    box->setSpacing(compact ? 6 : 1);
+    if (compact) {
+        box->addWidget(m_title);
+        box->addWidget(m_time);
+        box->addStretch();
+        box->addWidget(m_alarm);
+    } else {
+        auto* top = new QHBoxLayout;
+        top->addWidget(m_title, 1);
+        top->addWidget(m_alarm);
+        box->addLayout(top);
+        box->addWidget(m_time);
+        box->addStretch();
+    }
+}
+
+void DailyEventCardView::resizeEvent(QResizeEvent* event)
+{
+    const bool wasCompact = event->oldSize().height() < compactHeightThreshold;
+    QFrame::resizeEvent(event);
+    if (wasCompact != isCompact())
+        arrange();
+}
+
+void DailyEventCardView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+        Q_EMIT detailRequested(m_meet);
+    QFrame::mouseReleaseEvent(event);
+}
+
+void DailyEventCardView::contextMenuEvent(QContextMenuEvent* event)
+{
+    QMenu menu(this);
+    menu.addAction(Icons::symbol(QStringLiteral("pencil")), qtTrId("meet-detail-edit-button"), this,
+        [this] { Q_EMIT onEdit(m_meet); });
+    menu.addAction(Icons::symbol(QStringLiteral("trash")), qtTrId("meet-detail-delete-button"), this,
+        [this] { Q_EMIT onDelete(m_meet); });
+    menu.exec(event->globalPos());
+}

@@ -1,0 +1,144 @@
+#include "screens/schedule/DailyEventsController.h"
+
+#include "calendar_providers/stores/HiddenCalendarsStore.h"
+#include "meetings/alarms/MeetAlarmSettingsStores.h"
+#include "meetings/applications/MeetingsApplication.h"
+#include "meetings/repositories/CompositeMeetRepositoryImpl.h"
+#include "meetings/repositories/eventkit/EventKitMeetRepositoryImpl.h"
+#include "meetings/repositories/eventkit/LiveEventKitStore.h"
+#include "meetings/repositories/remote/RemoteEventRepositoryImpl.h"
+#include "platform/Clock.h"
+#include "platform/calendar_store/CalendarStore.h"
+#include "screens/common/AppServices.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+
+namespace {
+
+const QString defaultCalendarKey = QStringLiteral("defaultCalendarIdentifier");
+
+// The calendar store's repository reads the day around "now"; pinning now to the chosen day
+// makes it read that day alone, wherever it lies in the navigator's six months.
+class PinnedClock final : public Clock {
+public:
+    explicit PinnedClock(QDateTime now)
+        : m_now(std::move(now))
+    {
+    }
+    QDateTime now() const override { return m_now; }
+
+private:
+    QDateTime m_now;
+};
+
+} // namespace
+
+DailyEventsController::DailyEventsController(const AppServices& services, std::optional<UserEntity> user,
+    std::shared_ptr<EventKitStoring> eventStore, QTimeZone calendar)
+    : m_user(std::move(user))
+    , m_eventStore(eventStore ? std::move(eventStore) : LiveEventKitStore::shared())
+    , m_calendar(std::move(calendar))
+    , m_defaults(services.userDefaults())
+    , m_center(&services.notificationCenter())
+    , m_apiClient(m_user && m_user->usrIsGoogleAccount ? services.apiClient() : std::nullopt)
+    , m_alarms(services.meetAlarmScheduler())
+    , m_isDark(qGuiApp && qGuiApp->palette().color(QPalette::Window).lightness() < 128)
+{
+}
+
+bool DailyEventsController::hasCalendarAccess() const
+{
+    const int status = m_eventStore->authorizationStatus();
+    if (status == CalendarAuthorizationStatus::fullAccess)
+        return true;
+    return status == CalendarAuthorizationStatus::notDetermined && m_eventStore->requestFullAccessToEvents();
+}
+
+std::shared_ptr<MeetRepository> DailyEventsController::repository(const QDate& day) const
+{
+    const QString chosen = m_defaults.value(defaultCalendarKey).toString();
+    std::vector<std::shared_ptr<MeetRepository>> sources {
+        std::make_shared<EventKitMeetRepositoryImpl>(m_eventStore, m_calendar, 0, 1,
+            HiddenCalendarsStore::standard(*m_center).load(), chosen.isEmpty() ? std::nullopt : std::optional(chosen),
+            std::make_shared<PinnedClock>(QDateTime(day, QTime(12, 0), m_calendar)))};
+    if (m_apiClient) {
+        const bool isDark = m_isDark;
+        const UserDefaults defaults = m_defaults;
+        sources.push_back(std::make_shared<RemoteEventRepositoryImpl>(
+            *m_apiClient, [isDark] { return isDark; },
+            [defaults](const QUuid& metId) {
+                return ArmedAlarmsStore(defaults).contains(metId.toString(QUuid::WithoutBraces));
+            }));
+    }
+    return std::make_shared<CompositeMeetRepositoryImpl>(std::move(sources));
+}
+
+DailyEventsDay DailyEventsController::loadDay(const QDate& day) const
+{
+    DailyEventsDay loaded;
+    loaded.date = day;
+    if (!hasCalendarAccess()) {
+        loaded.isPermissionDenied = true;
+        return loaded;
+    }
+    const QDateTime dayStart(day, QTime(0, 0), m_calendar);
+    const QDateTime dayEnd(day.addDays(1), QTime(0, 0), m_calendar);
+    const MeetingsApplication meetings(repository(day), m_calendar);
+    for (const MeetEntity& meet : meetings.fetchMeets()) {
+        // The backend answers with every event of the user; a meet of no length at midnight still
+        // belongs to the day it starts.
+        const bool touches = meet.metDate < dayEnd && (meet.endDate() > dayStart || meet.metDate == dayStart);
+        if (touches)
+            loaded.meets.append(meet);
+    }
+    for (const MeetEntity& meet : std::as_const(loaded.meets)) {
+        if (m_alarms.isArmed(meet))
+            loaded.armedMeetIds.insert(meet.metId);
+    }
+    loaded.isDayAlarmSet = m_alarms.isDayArmed(loaded.meets);
+    return loaded;
+}
+
+MeetEntity DailyEventsController::create(const MeetDraft& draft) const
+{
+    const QDate day = draft.start.toTimeZone(m_calendar).date();
+    const MeetEntity made = MeetingsApplication(repository(day), m_calendar).createMeet(draft);
+    if (made.metSource == MeetSource::eventKit)
+        AppCreatedEventIdentifiersStore(m_defaults).add(made.metOriginalIdentifier);
+    return made;
+}
+
+MeetEntity DailyEventsController::update(const MeetEntity& meet, const MeetDraft& draft) const
+{
+    const QDate day = meet.metDate.toTimeZone(m_calendar).date();
+    return MeetingsApplication(repository(day), m_calendar).updateMeet(meet, draft);
+}
+
+void DailyEventsController::remove(const MeetEntity& meet) const
+{
+    const QDate day = meet.metDate.toTimeZone(m_calendar).date();
+    MeetingsApplication(repository(day), m_calendar).deleteMeet(meet);
+}
+
+bool DailyEventsController::setAlarm(const MeetEntity& meet, bool armed) const
+{
+    bool done = true;
+    if (armed)
+        done = m_alarms.arm(meet);
+    else
+        m_alarms.disarm(meet);
+    m_center->post(NotificationName::alarmScheduleDidChange);
+    return done;
+}
+
+bool DailyEventsController::setDayAlarms(const QList<MeetEntity>& dayMeets, bool armed) const
+{
+    bool done = true;
+    if (armed)
+        done = m_alarms.armDay(dayMeets);
+    else
+        m_alarms.disarmDay(dayMeets);
+    m_center->post(NotificationName::alarmScheduleDidChange);
+    return done;
+}

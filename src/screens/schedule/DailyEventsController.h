@@ -1,0 +1,67 @@
+#pragma once
+
+#include "login/UserEntity.h"
+#include "meetings/alarms/MeetAlarmScheduler.h"
+#include "meetings/entities/MeetDraft.h"
+#include "meetings/entities/MeetEntity.h"
+#include "meetings/repositories/eventkit/EventKitStoring.h"
+#include "networking/APIClient.h"
+
+#include <QDate>
+#include <QSet>
+#include <QTimeZone>
+
+#include <memory>
+#include <optional>
+
+class AppServices;
+class MeetRepository;
+class NotificationCenter;
+
+// One day of the schedule as the screen shows it.
+struct DailyEventsDay {
+    QDate date;
+    // Every meet that touches the day, earliest first; all-day ones included.
+    QList<MeetEntity> meets;
+    QSet<QUuid> armedMeetIds;
+    bool isDayAlarmSet = false;
+    bool isPermissionDenied = false;
+};
+
+// The schedule's way to the meets and their alarms. It is built on the GUI thread (where the
+// calendar store must first be touched) and then copied into worker threads: every other call
+// blocks on the calendar store, the backend or speech synthesis, and throws what the meetings
+// module throws.
+class DailyEventsController {
+public:
+    DailyEventsController(const AppServices& services, std::optional<UserEntity> user,
+        std::shared_ptr<EventKitStoring> eventStore = nullptr, QTimeZone calendar = QTimeZone::systemTimeZone());
+
+    const std::optional<UserEntity>& user() const { return m_user; }
+    const QTimeZone& calendar() const { return m_calendar; }
+
+    DailyEventsDay loadDay(const QDate& day) const;
+    // Also remembers a meet made in the calendar store as the program's own, so that it may ring
+    // whatever its calendar.
+    MeetEntity create(const MeetDraft& draft) const;
+    MeetEntity update(const MeetEntity& meet, const MeetDraft& draft) const;
+    void remove(const MeetEntity& meet) const;
+
+    // False when the alarm could not be armed (notifications refused, a meet already begun).
+    bool setAlarm(const MeetEntity& meet, bool armed) const;
+    bool setDayAlarms(const QList<MeetEntity>& dayMeets, bool armed) const;
+    bool isArmed(const MeetEntity& meet) const { return m_alarms.isArmed(meet); }
+
+private:
+    bool hasCalendarAccess() const;
+    std::shared_ptr<MeetRepository> repository(const QDate& day) const;
+
+    std::optional<UserEntity> m_user;
+    std::shared_ptr<EventKitStoring> m_eventStore;
+    QTimeZone m_calendar;
+    UserDefaults m_defaults;
+    NotificationCenter* m_center;
+    std::optional<APIClient> m_apiClient;
+    MeetAlarmScheduler m_alarms;
+    bool m_isDark;
+};

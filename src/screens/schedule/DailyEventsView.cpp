@@ -1,0 +1,468 @@
+#include "screens/schedule/DailyEventsView.h"
+
+#include "meetings/domain/MeetingsError.h"
+#include "platform/NotificationCenter.h"
+#include "platform/SystemClock.h"
+#include "screens/common/AppServices.h"
+#include "screens/common/Async.h"
+#include "screens/common/Icons.h"
+#include "screens/schedule/AllDayEventsSectionView.h"
+#include "screens/schedule/CreateEventView.h"
+#include "screens/schedule/DailyEventsController.h"
+#include "screens/schedule/DailyEventsDateNavigatorView.h"
+#include "screens/schedule/DailyScheduleTimelineView.h"
+#include "screens/schedule/MeetDetailView.h"
+#include "screens/schedule/MiniCalendarHolidaySource.h"
+#include "screens/schedule/MiniCalendarView.h"
+#include "screens/schedule/ScheduleProjectsPaneView.h"
+
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace {
+
+struct LoadedDay {
+    DailyEventsDay day;
+    std::optional<QString> failure;
+};
+
+QString messageOf(const std::exception& error)
+{
+    if (const auto* meetings = dynamic_cast<const MeetingsError*>(&error))
+        return meetings->localizedDescription();
+    return QString::fromUtf8(error.what());
+}
+
+} // namespace
+
+DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings, QWidget* parent,
+    std::shared_ptr<const Clock> clock, std::shared_ptr<EventKitStoring> eventStore)
+    : QWidget(parent)
+    , m_services(services)
+    , m_bindings(bindings)
+    , m_clock(clock ? std::move(clock) : std::make_shared<SystemClock>())
+    , m_eventStore(std::move(eventStore))
+    , m_selectedDate(m_clock->now().toLocalTime().date())
+    , m_navigator(new DailyEventsDateNavigatorView(this))
+    , m_timeRange(new DailyEventsTimeRangeControlView(this))
+    , m_allDay(new AllDayEventsSectionView(this))
+    , m_timeline(new DailyScheduleTimelineView(m_clock, QTimeZone::systemTimeZone(), this))
+{
+    setObjectName(QStringLiteral("dailyEventsView"));
+    const std::shared_ptr<const MiniCalendarHolidaySource> holidays
+        = MiniCalendarHolidaySource::live(services.notificationCenter());
+    m_miniCalendar = new MiniCalendarView(holidays, m_clock, this);
+    m_projectsPane = new ScheduleProjectsPaneView(services, holidays, this);
+
+    const QVariant storedStart = services.userDefaults().value(startHourKey);
+    const QVariant storedEnd = services.userDefaults().value(endHourKey);
+    const int firstHour = storedStart.isValid() ? storedStart.toInt() : defaultStartHour;
+    const int lastHour = storedEnd.isValid() ? storedEnd.toInt() : defaultEndHour;
+    // A range that was damaged outside the program falls back to the default one.
+    if (firstHour >= 0 && firstHour < lastHour && lastHour <= 23) {
+        m_startHour = firstHour;
+        m_endHour = lastHour;
+    }
+    m_timeRange->setRange(m_startHour, m_endHour);
+    m_timeline->setHourRange(m_startHour, m_endHour);
+    m_navigator->setBounds(minDate(), maxDate());
+    m_navigator->setSelectedDate(m_selectedDate);
+    m_miniCalendar->setSelectedDate(m_selectedDate);
+    m_projectsPane->setSelectedDate(m_selectedDate);
+
+    auto* dayContent = new QWidget;
+    auto* dayLayout = new QVBoxLayout(dayContent);
+    dayLayout->addWidget(m_allDay);
+    dayLayout->addSpacing(6);
+    dayLayout->addWidget(m_timeline);
+    dayLayout->addStretch();
+    auto* dayScroll = new QScrollArea(this);
+    dayScroll->setObjectName(QStringLiteral("dailyEventsScroll"));
+    dayScroll->setWidgetResizable(true);
+    dayScroll->setFrameShape(QFrame::NoFrame);
+    dayScroll->setWidget(dayContent);
+
+    auto* dayColumn = new QWidget(this);
+    auto* dayColumnLayout = new QVBoxLayout(dayColumn);
+    dayColumnLayout->addWidget(m_navigator);
+    dayColumnLayout->addWidget(m_timeRange);
+    dayColumnLayout->addWidget(dayScroll, 1);
+
+    auto* side = new QWidget(this);
+    auto* sideLayout = new QVBoxLayout(side);
+    sideLayout->addWidget(m_miniCalendar, 0, Qt::AlignHCenter);
+    sideLayout->addWidget(m_projectsPane, 1);
+
+    auto* splitter = new QSplitter(this);
+    splitter->addWidget(dayColumn);
+    splitter->addWidget(side);
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 2);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+
+    connect(m_navigator, &DailyEventsDateNavigatorView::selectedDateChanged, this, &DailyEventsView::setSelectedDate);
+    connect(m_navigator, &DailyEventsDateNavigatorView::todayRequested, this,
+        [this] { setSelectedDate(m_clock->now().toLocalTime().date()); });
+    connect(m_navigator, &DailyEventsDateNavigatorView::dayAlarmToggled, this, &DailyEventsView::setDayAlarms);
+    connect(m_miniCalendar, &MiniCalendarView::onSelectDate, this, &DailyEventsView::setSelectedDate);
+    connect(m_timeRange, &DailyEventsTimeRangeControlView::rangeChanged, this, &DailyEventsView::setHourRange);
+    connect(m_timeline, &DailyScheduleTimelineView::onCreateEvent, this, &DailyEventsView::createEvent);
+    connect(m_timeline, &DailyScheduleTimelineView::onEditMeet, this, &DailyEventsView::editMeet);
+    connect(m_timeline, &DailyScheduleTimelineView::onDeleteMeet, this, &DailyEventsView::deleteMeet);
+    connect(m_timeline, &DailyScheduleTimelineView::detailRequested, this, &DailyEventsView::showDetail);
+    connect(m_timeline, &DailyScheduleTimelineView::alarmToggled, this, &DailyEventsView::setAlarm);
+    connect(m_allDay, &AllDayEventsSectionView::onEditMeet, this, &DailyEventsView::editMeet);
+    connect(m_allDay, &AllDayEventsSectionView::onDeleteMeet, this, &DailyEventsView::deleteMeet);
+    connect(m_allDay, &AllDayEventsSectionView::detailRequested, this, &DailyEventsView::showDetail);
+
+    NotificationCenter& center = services.notificationCenter();
+    for (const QString& name : {NotificationName::calendarAccountsDidChange, NotificationName::hiddenCalendarsDidChange,
+             NotificationName::alarmScheduleDidChange}) {
+        center.addObserver(name, this, [this](const QVariant&) {
+            if (m_controller)
+                loadDay();
+        });
+    }
+    center.addObserver(NotificationName::userAccountDidChange, this, [this](const QVariant&) {
+        if (m_started)
+            start();
+    });
+}
+
+DailyEventsView::~DailyEventsView() = default;
+
+QDate DailyEventsView::minDate() const
+{
+    return m_clock->now().toLocalTime().date().addMonths(-3);
+}
+
+QDate DailyEventsView::maxDate() const
+{
+    return m_clock->now().toLocalTime().date().addMonths(3);
+}
+
+void DailyEventsView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (!m_started) {
+        m_started = true;
+        start();
+    }
+    consumePendingNavigation();
+}
+
+void DailyEventsView::start()
+{
+    const quint64 generation = ++m_generation;
+    m_isLoading = true;
+    const LoginApplication login = m_services.loginApplication();
+    runAsync(
+        this,
+        [login]() -> std::optional<UserEntity> {
+            const LoginResultEntity current = login.getCurrentUser();
+            if (const UserEntity* user = current.dataAs<UserEntity>())
+                return *user;
+            return std::nullopt;
+        },
+        [this, generation](const std::optional<UserEntity>& user) {
+            if (generation != m_generation)
+                return;
+            m_user = user;
+            // Built here: the calendar store must be reached first from the GUI thread.
+            m_controller = std::make_shared<const DailyEventsController>(m_services, user, m_eventStore);
+            loadDay();
+        });
+}
+
+void DailyEventsView::setSelectedDate(const QDate& date)
+{
+    const QDate bounded = std::clamp(date, minDate(), maxDate());
+    if (bounded == m_selectedDate)
+        return;
+    m_selectedDate = bounded;
+    m_navigator->setSelectedDate(bounded);
+    m_miniCalendar->setSelectedDate(bounded);
+    if (m_miniCalendar->displayedMonth().month() != bounded.month()
+        || m_miniCalendar->displayedMonth().year() != bounded.year())
+        m_miniCalendar->setDisplayedMonth(bounded);
+    m_projectsPane->setSelectedDate(bounded);
+    if (m_controller)
+        loadDay();
+}
+
+void DailyEventsView::loadDay()
+{
+    const quint64 generation = ++m_generation;
+    m_isLoading = true;
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    const QDate date = m_selectedDate;
+    runAsync(
+        this,
+        [controller, date] {
+            LoadedDay loaded;
+            loaded.day.date = date;
+            try {
+                loaded.day = controller->loadDay(date);
+            } catch (const std::exception& error) {
+                loaded.failure = messageOf(error);
+            }
+            return loaded;
+        },
+        [this, generation](const LoadedDay& loaded) {
+            if (generation != m_generation)
+                return;
+            if (loaded.failure)
+                m_services.console().appendLine(
+                    QStringLiteral("DailyEventsController.loadDay failed: ") + *loaded.failure);
+            apply(loaded.day);
+        });
+}
+
+void DailyEventsView::apply(const DailyEventsDay& day)
+{
+    m_isLoading = false;
+    m_events = day.meets;
+    m_armedMeetIds = day.armedMeetIds;
+    QList<MeetEntity> allDay;
+    QList<MeetEntity> timed;
+    for (const MeetEntity& meet : std::as_const(m_events))
+        (meet.metIsAllDay ? allDay : timed).append(meet);
+    m_allDay->setMeets(allDay);
+    m_timeline->setDay(day.date, timed, m_armedMeetIds);
+    m_navigator->setTogglingDayAlarms(false);
+    m_navigator->setDayAlarm(day.isDayAlarmSet, !timed.isEmpty());
+    if (m_detail)
+        m_detail->finishTogglingAlarm(m_armedMeetIds.contains(m_detail->meet().metId));
+    openPendingMeet();
+    Q_EMIT loaded();
+    if (day.isPermissionDenied && !m_isShowingPermissionDeniedAlert) {
+        m_isShowingPermissionDeniedAlert = true;
+        //% "No access to your calendars"
+        auto* alert = new QMessageBox(QMessageBox::Warning, qtTrId("daily-events-permission-denied-title"),
+            //% "Tolvane cannot read your calendars. Check that the desktop's calendar service is running."
+            qtTrId("daily-events-permission-denied-message"), QMessageBox::Ok, this);
+        alert->setObjectName(QStringLiteral("permissionDeniedAlert"));
+        alert->setAttribute(Qt::WA_DeleteOnClose);
+        connect(alert, &QMessageBox::finished, this, [this] { m_isShowingPermissionDeniedAlert = false; });
+        alert->open();
+    }
+}
+
+void DailyEventsView::consumePendingNavigation()
+{
+    if (m_bindings.pendingMeetNavigation && *m_bindings.pendingMeetNavigation) {
+        m_meetAwaited = *m_bindings.pendingMeetNavigation;
+        m_bindings.pendingMeetNavigation->reset();
+    }
+    std::optional<QDate> day;
+    if (m_bindings.pendingDateSelection && *m_bindings.pendingDateSelection) {
+        day = m_bindings.pendingDateSelection->value().toLocalTime().date();
+        m_bindings.pendingDateSelection->reset();
+    }
+    if (m_meetAwaited)
+        day = m_meetAwaited->metDate.toLocalTime().date();
+    if (!day)
+        return;
+    if (*day != m_selectedDate)
+        setSelectedDate(*day);
+    else if (m_controller)
+        loadDay();
+}
+
+void DailyEventsView::openPendingMeet()
+{
+    if (!m_meetAwaited || m_selectedDate != m_meetAwaited->metDate.toLocalTime().date())
+        return;
+    const MeetAlarmNavigationPayload awaited = *m_meetAwaited;
+    m_meetAwaited.reset();
+    for (const MeetEntity& meet : std::as_const(m_events)) {
+        if (meet.metName == awaited.metName && meet.metDate == awaited.metDate) {
+            m_meetOpenedFromAlarm = meet;
+            showDetail(meet);
+            return;
+        }
+    }
+}
+
+void DailyEventsView::setHourRange(int startHour, int endHour)
+{
+    if (startHour < 0 || startHour >= endHour || endHour > 23)
+        return;
+    m_startHour = startHour;
+    m_endHour = endHour;
+    UserDefaults defaults = m_services.userDefaults();
+    defaults.setValue(startHourKey, startHour);
+    defaults.setValue(endHourKey, endHour);
+    m_timeline->setHourRange(startHour, endHour);
+}
+
+void DailyEventsView::showDetail(const MeetEntity& meet)
+{
+    if (m_detail)
+        m_detail->close();
+    m_detail = new MeetDetailView(meet, m_armedMeetIds.contains(meet.metId), this);
+    connect(m_detail, &MeetDetailView::onEdit, this, [this, meet] { editMeet(meet); });
+    connect(m_detail, &MeetDetailView::onDelete, this, [this, meet] { deleteMeet(meet); });
+    connect(m_detail, &MeetDetailView::alarmToggled, this, &DailyEventsView::setAlarm);
+    connect(m_detail, &QDialog::finished, this, [this] { m_meetOpenedFromAlarm.reset(); });
+    m_detail->open();
+}
+
+namespace {
+
+// Saves through work off the GUI thread and answers the editor: no message when saved, the
+// error's own message (or the generic one) when not. The editor may be closed meanwhile.
+template <typename Work>
+CreateEventView::OnSave savingWith(
+    DailyEventsView* view, ErrorConsoleStore* console, const QString& action, std::function<void()> onSaved, Work work)
+{
+    return [view, console, action, onSaved = std::move(onSaved), work](
+               const MeetDraft& draft, CreateEventView::Done done) {
+        runAsync(
+            view,
+            [work, draft]() -> std::optional<QString> {
+                try {
+                    work(draft);
+                    return std::nullopt;
+                } catch (const std::exception& error) {
+                    const QString message = messageOf(error);
+                    //% "The event could not be saved"
+                    return message.isEmpty() ? qtTrId("create-event-generic-error") : message;
+                }
+            },
+            [console, action, onSaved, done](const std::optional<QString>& failure) {
+                if (failure)
+                    console->appendLine(action + QStringLiteral(" failed: ") + *failure);
+                else
+                    onSaved();
+                done(failure);
+            });
+    };
+}
+
+} // namespace
+
+void DailyEventsView::openEditor(CreateEventView* editor)
+{
+    editor->setAttribute(Qt::WA_DeleteOnClose);
+    m_editor = editor;
+    editor->open();
+}
+
+void DailyEventsView::createEvent(const QDateTime& start)
+{
+    if (!m_controller)
+        return;
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    QPointer<DailyEventsView> self(this);
+    auto* editor = new CreateEventView(start,
+        savingWith(
+            this, &m_services.console(), QStringLiteral("DailyEventsController.create"),
+            [self] {
+                if (self)
+                    self->loadDay();
+            },
+            [controller](const MeetDraft& draft) { controller->create(draft); }),
+        this);
+    openEditor(editor);
+}
+
+void DailyEventsView::editMeet(const MeetEntity& meet)
+{
+    if (!m_controller)
+        return;
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    QPointer<DailyEventsView> self(this);
+    auto* editor = new CreateEventView(meet,
+        savingWith(
+            this, &m_services.console(), QStringLiteral("DailyEventsController.update"),
+            [self] {
+                if (self)
+                    self->loadDay();
+            },
+            [controller, meet](const MeetDraft& draft) { controller->update(meet, draft); }),
+        this);
+    openEditor(editor);
+}
+
+void DailyEventsView::deleteMeet(const MeetEntity& meet)
+{
+    if (!m_controller)
+        return;
+    m_meetPendingDeletion = meet;
+    //% "Delete this event?"
+    QMessageBox box(QMessageBox::Question, qtTrId("meet-delete-confirmation-title"),
+        qtTrId("meet-delete-confirmation-title"), QMessageBox::NoButton, this);
+    box.setInformativeText(meet.metName);
+    box.setObjectName(QStringLiteral("meetDeleteConfirmation"));
+    //% "Delete"
+    QPushButton* confirm = box.addButton(qtTrId("meet-delete-confirm-button"), QMessageBox::DestructiveRole);
+    confirm->setIcon(Icons::symbol(QStringLiteral("trash")));
+    //% "Cancel"
+    box.addButton(qtTrId("meet-delete-cancel-button"), QMessageBox::RejectRole);
+    box.exec();
+    if (box.clickedButton() != confirm) {
+        m_meetPendingDeletion.reset();
+        return;
+    }
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    runAsync(
+        this,
+        [controller, meet]() -> std::optional<QString> {
+            try {
+                controller->remove(meet);
+                return std::nullopt;
+            } catch (const std::exception& error) {
+                return messageOf(error);
+            }
+        },
+        [this](const std::optional<QString>& failure) {
+            m_meetPendingDeletion.reset();
+            m_deleteErrorMessage = failure;
+            if (failure) {
+                m_services.console().appendLine(QStringLiteral("DailyEventsController.delete failed: ") + *failure);
+                QMessageBox::warning(this, qtTrId("meet-delete-confirmation-title"), *failure);
+                return;
+            }
+            loadDay();
+        });
+}
+
+void DailyEventsView::setAlarm(const MeetEntity& meet, bool armed)
+{
+    if (!m_controller)
+        return;
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    runAsync(
+        this, [controller, meet, armed] { return controller->setAlarm(meet, armed); },
+        [this, meet, armed](bool done) {
+            if (!done)
+                m_services.console().appendLine(
+                    QStringLiteral("DailyEventsController.setAlarm failed: ") + meet.metName);
+            Q_UNUSED(armed);
+            // The controller posted the change; the reload that follows refreshes every switch.
+        });
+}
+
+void DailyEventsView::setDayAlarms(bool armed)
+{
+    if (!m_controller)
+        return;
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    const QList<MeetEntity> meets = m_events;
+    runAsync(
+        this, [controller, meets, armed] { return controller->setDayAlarms(meets, armed); },
+        [this](bool done) {
+            if (!done)
+                m_services.console().appendLine(QStringLiteral("DailyEventsController.setDayAlarms failed"));
+            m_navigator->setTogglingDayAlarms(false);
+            loadDay();
+        });
+}

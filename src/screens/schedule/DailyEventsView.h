@@ -1,0 +1,129 @@
+#pragma once
+
+#include "app/MeetAlarmNavigationPayload.h"
+#include "login/UserEntity.h"
+#include "meetings/entities/MeetEntity.h"
+#include "meetings/repositories/eventkit/EventKitStoring.h"
+#include "platform/Clock.h"
+
+#include <QDate>
+#include <QPointer>
+#include <QSet>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+class AllDayEventsSectionView;
+class CreateEventView;
+class AppServices;
+class DailyEventsController;
+class DailyEventsDateNavigatorView;
+class DailyEventsTimeRangeControlView;
+class DailyScheduleTimelineView;
+class MeetDetailView;
+class MiniCalendarView;
+class ScheduleProjectsPaneView;
+struct DailyEventsDay;
+
+// The daily schedule: the chosen day's meets on an hour timeline with the all-day ones above,
+// the day's alarms, and beside them the mini calendar, the daily checklist and the projects.
+// Meets are read from the calendar store (and the backend for a Google account) off the GUI
+// thread and reloaded after every change and on the application-wide notifications.
+class DailyEventsView final : public QWidget {
+    Q_OBJECT
+
+public:
+    static inline const QString startHourKey = QStringLiteral("dailyEventsStartHour");
+    static inline const QString endHourKey = QStringLiteral("dailyEventsEndHour");
+    static constexpr int defaultStartHour = 5;
+    static constexpr int defaultEndHour = 21;
+
+    // Shared with the window: an opened alarm's meet, and a day to jump to. The view clears them
+    // once it has acted on them.
+    struct Bindings {
+        std::optional<MeetAlarmNavigationPayload>* pendingMeetNavigation = nullptr;
+        std::optional<QDateTime>* pendingDateSelection = nullptr;
+    };
+
+    DailyEventsView(const AppServices& services, Bindings bindings, QWidget* parent = nullptr,
+        std::shared_ptr<const Clock> clock = nullptr, std::shared_ptr<EventKitStoring> eventStore = nullptr);
+    ~DailyEventsView() override;
+
+    QDate selectedDate() const { return m_selectedDate; }
+    void setSelectedDate(const QDate& date);
+    QDate minDate() const;
+    QDate maxDate() const;
+    int startHour() const { return m_startHour; }
+    int endHour() const { return m_endHour; }
+    const QList<MeetEntity>& events() const { return m_events; }
+    const std::optional<MeetEntity>& meetOpenedFromAlarm() const { return m_meetOpenedFromAlarm; }
+    const std::optional<QString>& deleteErrorMessage() const { return m_deleteErrorMessage; }
+    bool isShowingPermissionDeniedAlert() const { return m_isShowingPermissionDeniedAlert; }
+    bool isLoading() const { return m_isLoading; }
+
+    DailyEventsDateNavigatorView* navigator() const { return m_navigator; }
+    DailyEventsTimeRangeControlView* timeRangeControl() const { return m_timeRange; }
+    DailyScheduleTimelineView* timeline() const { return m_timeline; }
+    AllDayEventsSectionView* allDaySection() const { return m_allDay; }
+    ScheduleProjectsPaneView* projectsPane() const { return m_projectsPane; }
+    MeetDetailView* meetDetail() const { return m_detail; }
+    CreateEventView* editor() const { return m_editor; }
+
+    // Acts on what the window left in the bindings: the day to show and the meet to open.
+    void consumePendingNavigation();
+
+    // The editor for a new meet starting at start, or for meet.
+    void createEvent(const QDateTime& start);
+    void editMeet(const MeetEntity& meet);
+    // Asks for confirmation, then deletes.
+    void deleteMeet(const MeetEntity& meet);
+    void showDetail(const MeetEntity& meet);
+
+Q_SIGNALS:
+    // After every load of the day's meets, for tests and benchmarks.
+    void loaded();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void start();
+    void loadDay();
+    void apply(const DailyEventsDay& day);
+    void setHourRange(int startHour, int endHour);
+    void setAlarm(const MeetEntity& meet, bool armed);
+    void setDayAlarms(bool armed);
+    void openPendingMeet();
+    void openEditor(CreateEventView* editor);
+
+    const AppServices& m_services;
+    Bindings m_bindings;
+    std::shared_ptr<const Clock> m_clock;
+    std::shared_ptr<EventKitStoring> m_eventStore;
+    std::shared_ptr<const DailyEventsController> m_controller;
+    std::optional<UserEntity> m_user;
+    QDate m_selectedDate;
+    QList<MeetEntity> m_events;
+    QSet<QUuid> m_armedMeetIds;
+    bool m_isShowingPermissionDeniedAlert = false;
+    std::optional<MeetEntity> m_meetOpenedFromAlarm;
+    // The alarm's meet, waiting for its day's meets to arrive.
+    std::optional<MeetAlarmNavigationPayload> m_meetAwaited;
+    std::optional<MeetEntity> m_meetPendingDeletion;
+    std::optional<QString> m_deleteErrorMessage;
+    int m_startHour = defaultStartHour;
+    int m_endHour = defaultEndHour;
+    bool m_started = false;
+    bool m_isLoading = false;
+    quint64 m_generation = 0;
+
+    DailyEventsDateNavigatorView* m_navigator;
+    DailyEventsTimeRangeControlView* m_timeRange;
+    AllDayEventsSectionView* m_allDay;
+    DailyScheduleTimelineView* m_timeline;
+    MiniCalendarView* m_miniCalendar;
+    ScheduleProjectsPaneView* m_projectsPane;
+    QPointer<MeetDetailView> m_detail;
+    QPointer<CreateEventView> m_editor;
+};

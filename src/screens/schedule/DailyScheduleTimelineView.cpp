@@ -1,0 +1,154 @@
+#include "screens/schedule/DailyScheduleTimelineView.h"
+
+#include "screens/schedule/DailyEventCardView.h"
+
+#include <QLocale>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTimer>
+
+#include <cmath>
+
+DailyScheduleTimelineView::DailyScheduleTimelineView(
+    std::shared_ptr<const Clock> clock, QTimeZone calendar, QWidget* parent)
+    : QWidget(parent)
+    , m_clock(std::move(clock))
+    , m_calendar(std::move(calendar))
+    , m_currentTimeTimer(new QTimer(this))
+{
+    setObjectName(QStringLiteral("dailyScheduleTimeline"));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    m_currentTimeTimer->setInterval(currentTimeRefreshMs);
+    connect(m_currentTimeTimer, &QTimer::timeout, this, qOverload<>(&QWidget::update));
+}
+
+QSize DailyScheduleTimelineView::sizeHint() const
+{
+    // One row per hour, the end hour's own row included, so its meets have room.
+    return {400, (m_endHour - m_startHour + 1) * slotHeight + 1};
+}
+
+void DailyScheduleTimelineView::setDay(
+    const QDate& selectedDate, const QList<MeetEntity>& meets, const QSet<QUuid>& armedMeetIds)
+{
+    m_selectedDate = selectedDate;
+    m_layouted = DailyScheduleLayout::layout(meets);
+    m_armed = armedMeetIds;
+    if (showsCurrentTime())
+        m_currentTimeTimer->start();
+    else
+        m_currentTimeTimer->stop();
+    rebuildCards();
+    update();
+}
+
+void DailyScheduleTimelineView::setHourRange(int startHour, int endHour)
+{
+    m_startHour = startHour;
+    m_endHour = endHour;
+    setFixedHeight(sizeHint().height());
+    updateGeometry();
+    placeCards();
+    update();
+}
+
+bool DailyScheduleTimelineView::showsCurrentTime() const
+{
+    return m_selectedDate == m_clock->now().toTimeZone(m_calendar).date();
+}
+
+double DailyScheduleTimelineView::yForTime(const QDateTime& time) const
+{
+    const QDateTime rangeStart(m_selectedDate, QTime(m_startHour, 0), m_calendar);
+    return double(rangeStart.secsTo(time)) / 3600.0 * slotHeight;
+}
+
+QDateTime DailyScheduleTimelineView::timeAt(int y) const
+{
+    const int minutes = int(std::floor(double(y) / slotHeight * 60.0));
+    const int quarter = (minutes / 15) * 15;
+    return QDateTime(m_selectedDate, QTime(m_startHour, 0), m_calendar).addSecs(qint64(quarter) * 60);
+}
+
+QRect DailyScheduleTimelineView::cardGeometry(const LayoutedMeet& placed) const
+{
+    const double available = std::max(0, width() - hourLabelWidth - columnSpacing);
+    const double columnWidth
+        = (available - columnSpacing * double(placed.columnCount - 1)) / double(placed.columnCount);
+    const double x = hourLabelWidth + columnSpacing + placed.column * (columnWidth + columnSpacing);
+    const double top = std::max(0.0, yForTime(placed.meet.metDate)) + cardVerticalInset;
+    const double bottom = std::min(double(height()), yForTime(placed.meet.endDate())) - cardVerticalInset;
+    // A meet of no length still gets a sliver that can be clicked.
+    const double cardHeight = std::max(bottom - top, slotHeight / 2.0);
+    return QRectF(x, top, columnWidth, cardHeight).toAlignedRect();
+}
+
+void DailyScheduleTimelineView::rebuildCards()
+{
+    qDeleteAll(m_cards);
+    m_cards.clear();
+    for (const LayoutedMeet& placed : std::as_const(m_layouted)) {
+        auto* card = new DailyEventCardView(placed.meet, m_armed.contains(placed.meet.metId), this);
+        connect(card, &DailyEventCardView::detailRequested, this, &DailyScheduleTimelineView::detailRequested);
+        connect(card, &DailyEventCardView::onEdit, this, &DailyScheduleTimelineView::onEditMeet);
+        connect(card, &DailyEventCardView::onDelete, this, &DailyScheduleTimelineView::onDeleteMeet);
+        connect(card, &DailyEventCardView::alarmToggled, this, &DailyScheduleTimelineView::alarmToggled);
+        m_cards.append(card);
+    }
+    placeCards();
+}
+
+void DailyScheduleTimelineView::placeCards()
+{
+    for (qsizetype i = 0; i < m_cards.size(); ++i) {
+        const QRect geometry = cardGeometry(m_layouted.at(i));
+        // Meets wholly outside the chosen hours are not drawn.
+        const bool visible = geometry.bottom() > 0 && geometry.top() < height();
+        m_cards.at(i)->setGeometry(geometry);
+        m_cards.at(i)->setVisible(visible);
+    }
+}
+
+void DailyScheduleTimelineView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    placeCards();
+}
+
+void DailyScheduleTimelineView::mouseReleaseEvent(QMouseEvent* event)
+{
+    // Cards take their own clicks, so one reaching here is on an empty point.
+    const QPoint point = event->position().toPoint();
+    if (event->button() == Qt::LeftButton && point.x() > hourLabelWidth && rect().contains(point))
+        Q_EMIT onCreateEvent(timeAt(point.y()));
+    QWidget::mouseReleaseEvent(event);
+}
+
+void DailyScheduleTimelineView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    const QLocale locale;
+    QColor line = palette().color(QPalette::Mid);
+    line.setAlphaF(0.5f);
+    QFont small = font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
+    painter.setFont(small);
+    for (int hour = m_startHour; hour <= m_endHour; ++hour) {
+        const int y = (hour - m_startHour) * slotHeight;
+        painter.setPen(line);
+        painter.drawLine(hourLabelWidth, y, width(), y);
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.drawText(QRect(0, y + 1, hourLabelWidth - 6, slotHeight), Qt::AlignRight | Qt::AlignTop,
+            locale.toString(QTime(hour, 0), QLocale::ShortFormat));
+    }
+    if (showsCurrentTime()) {
+        const double y = yForTime(m_clock->now());
+        if (y >= 0 && y <= height()) {
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.setPen(QPen(QColor(0xE5, 0x39, 0x35), 1.5));
+            painter.setBrush(QColor(0xE5, 0x39, 0x35));
+            painter.drawEllipse(QPointF(hourLabelWidth, y), 3.5, 3.5);
+            painter.drawLine(QPointF(hourLabelWidth, y), QPointF(width(), y));
+        }
+    }
+}

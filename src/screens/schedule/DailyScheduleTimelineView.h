@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "screens/schedule/DailyScheduleLayout.h"
+
+#include <QDate>
+#include <QSet>
+#include <QTimeZone>
+#include <QWidget>
+
+#include <memory>
+
+class DailyEventCardView;
+class QTimer;
+
+// The hour grid of one day with its timed meets as cards, side by side where they overlap. A
+// click on an empty point proposes a new meet starting at that time (rounded down to the quarter
+// hour); on today a line marks the current time.
+class DailyScheduleTimelineView final : public QWidget {
+    Q_OBJECT
+
+public:
+    static constexpr int slotHeight = 34;
+    static constexpr int hourLabelWidth = 48;
+    static constexpr int columnSpacing = 4;
+    static constexpr double cardVerticalInset = 0.75;
+    static constexpr int currentTimeRefreshMs = 30'000;
+
+    DailyScheduleTimelineView(std::shared_ptr<const Clock> clock, QTimeZone calendar, QWidget* parent = nullptr);
+
+    // meets: the timed meets of selectedDate.
+    void setDay(const QDate& selectedDate, const QList<MeetEntity>& meets, const QSet<QUuid>& armedMeetIds);
+    void setHourRange(int startHour, int endHour);
+
+    const QList<LayoutedMeet>& layoutedMeets() const { return m_layouted; }
+    QList<DailyEventCardView*> cards() const { return m_cards; }
+    // Where a time of the selected day sits, and the time at a height.
+    double yForTime(const QDateTime& time) const;
+    QDateTime timeAt(int y) const;
+    QRect cardGeometry(const LayoutedMeet& placed) const;
+    bool showsCurrentTime() const;
+
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    void onCreateEvent(const QDateTime& start);
+    void onEditMeet(const MeetEntity& meet);
+    void onDeleteMeet(const MeetEntity& meet);
+    void detailRequested(const MeetEntity& meet);
+    void alarmToggled(const MeetEntity& meet, bool armed);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    void rebuildCards();
+    void placeCards();
+
+    std::shared_ptr<const Clock> m_clock;
+    QTimeZone m_calendar;
+    QDate m_selectedDate;
+    int m_startHour = 5;
+    int m_endHour = 21;
+    QList<LayoutedMeet> m_layouted;
+    QSet<QUuid> m_armed;
+    QList<DailyEventCardView*> m_cards;
+    QTimer* m_currentTimeTimer;
+};

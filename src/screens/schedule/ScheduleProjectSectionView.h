@@ -1,0 +1,51 @@
+#pragma once
+
+#include "tasks/entities/EisenhowerTagEnum.h"
+#include "tasks/entities/ProjectEntity.h"
+#include "tasks/entities/TaskEntity.h"
+#include "tasks/entities/TaskListEntity.h"
+
+#include <QWidget>
+
+#include <optional>
+
+class InlineAddRowView;
+class TaskRowView;
+
+// A project with its default list and that list's tasks, as the schedule shows it.
+struct ProjectWithDefaultListEntity {
+    ProjectEntity project;
+    std::optional<TaskListEntity> list;
+    QList<TaskEntity> tasks;
+};
+
+// One project of the schedule's projects pane: a header that folds it, then its default list's
+// tasks with an add row and "delete completed".
+class ScheduleProjectSectionView final : public QWidget {
+    Q_OBJECT
+
+public:
+    ScheduleProjectSectionView(const ProjectWithDefaultListEntity& item, bool isExpanded, QWidget* parent = nullptr);
+
+    const ProjectWithDefaultListEntity& item() const { return m_item; }
+    bool isExpanded() const { return m_isExpanded; }
+    void setExpanded(bool expanded);
+    QList<TaskRowView*> taskRows() const;
+    InlineAddRowView* addRow() const { return m_add; }
+
+Q_SIGNALS:
+    void isExpandedChanged(const QUuid& projectId, bool expanded);
+    void onToggleDone(const TaskEntity& task, bool isDone);
+    void onRenameTask(const TaskEntity& task, const QString& title);
+    void onDeleteTask(const TaskEntity& task);
+    void onSetEisenhowerTag(const TaskEntity& task, std::optional<EisenhowerTagEnum> tag);
+    void onAddTask(const TaskListEntity& list, const QString& title);
+    void onDeleteAllCompleted(const TaskListEntity& list, const QList<TaskEntity>& completed);
+
+private:
+    ProjectWithDefaultListEntity m_item;
+    bool m_isExpanded;
+    QWidget* m_body;
+    InlineAddRowView* m_add = nullptr;
+    class QToolButton* m_header;
+};

@@ -1,0 +1,331 @@
+#include "screens/schedule/ScheduleProjectsPaneView.h"
+
+#include "platform/NotificationCenter.h"
+#include "screens/common/AppServices.h"
+#include "screens/common/Async.h"
+#include "screens/common/InlineAddRowView.h"
+#include "screens/projects/TasksController.h"
+#include "screens/schedule/DailyTaskController.h"
+#include "screens/schedule/DailyTaskSectionView.h"
+#include "screens/schedule/MiniCalendarHolidaySource.h"
+
+#include <QLabel>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace {
+
+template <typename T> QList<T> listed(const ResultEntity& result)
+{
+    const auto* items = result.dataAs<QList<T>>();
+    return items ? *items : QList<T>();
+}
+
+struct LoadedPane {
+    QDate date;
+    QList<DailyTaskEntity> dailyTasks;
+    QList<ProjectWithDefaultListEntity> workspace;
+    bool isHoliday = false;
+    std::optional<QString> failure;
+};
+
+struct StartedPane {
+    std::optional<UserEntity> user;
+    ResultEntity applications;
+};
+
+} // namespace
+
+ScheduleProjectsPaneView::ScheduleProjectsPaneView(
+    const AppServices& services, std::shared_ptr<const MiniCalendarHolidaySource> holidays, QWidget* parent)
+    : QWidget(parent)
+    , m_services(services)
+    , m_holidays(std::move(holidays))
+    , m_selectedDate(QDate::currentDate())
+    , m_dailySection(new DailyTaskSectionView(this))
+    //% "Projects"
+    , m_projectsTitle(new QLabel(qtTrId("schedule-projects-panel-title"), this))
+    , m_projects(new QVBoxLayout)
+{
+    setObjectName(QStringLiteral("scheduleProjectsPane"));
+    QFont bold = m_projectsTitle->font();
+    bold.setBold(true);
+    bold.setPointSizeF(bold.pointSizeF() * 1.1);
+    m_projectsTitle->setFont(bold);
+    auto* content = new QWidget;
+    auto* contentLayout = new QVBoxLayout(content);
+    contentLayout->addWidget(m_dailySection);
+    contentLayout->addSpacing(12);
+    contentLayout->addWidget(m_projectsTitle);
+    contentLayout->addLayout(m_projects);
+    contentLayout->addStretch();
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidget(content);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(scroll);
+
+    connect(m_dailySection, &DailyTaskSectionView::onAddTask, this, [this](const QString& title) {
+        if (m_dailyTasksController)
+            m_dailyTasksController->add(m_userId, m_selectedDate, title);
+    });
+    connect(m_dailySection, &DailyTaskSectionView::onToggleDone, this, [this](const DailyTaskEntity& task, bool done) {
+        if (m_dailyTasksController)
+            m_dailyTasksController->setDone(task, done);
+    });
+    connect(m_dailySection, &DailyTaskSectionView::onRenameTask, this,
+        [this](const DailyTaskEntity& task, const QString& title) {
+            if (m_dailyTasksController)
+                m_dailyTasksController->rename(task, title);
+        });
+    connect(m_dailySection, &DailyTaskSectionView::onDeleteTask, this, [this](const DailyTaskEntity& task) {
+        if (m_dailyTasksController)
+            m_dailyTasksController->delete_(task);
+    });
+    m_services.notificationCenter().addObserver(NotificationName::userAccountDidChange, this, [this](const QVariant&) {
+        if (m_started)
+            start();
+    });
+}
+
+ScheduleProjectsPaneView::~ScheduleProjectsPaneView() = default;
+
+bool ScheduleProjectsPaneView::isWorkingDay(const QDate& date, bool isHoliday)
+{
+    return !isHoliday && QLocale().weekdays().contains(Qt::DayOfWeek(date.dayOfWeek()));
+}
+
+void ScheduleProjectsPaneView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (!m_started) {
+        m_started = true;
+        start();
+    }
+}
+
+void ScheduleProjectsPaneView::setSelectedDate(const QDate& date)
+{
+    if (date == m_selectedDate)
+        return;
+    m_selectedDate = date;
+    if (m_started)
+        reload();
+}
+
+void ScheduleProjectsPaneView::start()
+{
+    const quint64 generation = ++m_generation;
+    const LoginApplication login = m_services.loginApplication();
+    const AppServices* services = &m_services;
+    m_isLoading = true;
+    runAsync(
+        this,
+        [login, services] {
+            const LoginResultEntity current = login.getCurrentUser();
+            const UserEntity* user = current.dataAs<UserEntity>();
+            if (!user)
+                return StartedPane {std::nullopt, current};
+            return StartedPane {*user, services->tasksApplications(user->usrIsGoogleAccount)};
+        },
+        [this, generation](const StartedPane& started) {
+            if (generation != m_generation)
+                return;
+            m_isLoggedIn = started.user.has_value();
+            m_applications.reset();
+            m_dailyTasksController.reset();
+            m_tasksController.reset();
+            m_workspace.clear();
+            m_dailyTasks.clear();
+            if (!started.user || !started.applications.result) {
+                m_isLoading = false;
+                render();
+                if (started.user)
+                    showFailure(started.applications.firstMessage().value_or(QString()));
+                Q_EMIT loaded();
+                return;
+            }
+            m_userId = QUuid::fromString(started.user->usrId);
+            m_applications = *started.applications.dataAs<TasksApplicationFactory::Applications>();
+            m_dailyTasksController
+                = std::make_unique<DailyTaskController>(m_applications->dailyTasks, m_services.console());
+            m_tasksController = std::make_unique<TasksController>(m_applications->tasks, m_services.console());
+            connect(m_dailyTasksController.get(), &DailyTaskController::saved, this, [this] {
+                m_dailySection->finishAdding(true);
+                reload();
+            });
+            connect(m_dailyTasksController.get(), &DailyTaskController::failed, this, [this](const QString& message) {
+                m_dailySection->finishAdding(false);
+                showFailure(message);
+                reload();
+            });
+            connect(m_tasksController.get(), &TasksController::saved, this, [this] { reload(); });
+            connect(m_tasksController.get(), &TasksController::failed, this, [this](const QString& message) {
+                showFailure(message);
+                reload();
+            });
+            reload();
+        });
+}
+
+void ScheduleProjectsPaneView::reload()
+{
+    if (!m_applications)
+        return;
+    const quint64 generation = ++m_generation;
+    m_isLoading = true;
+    const TasksApplicationFactory::Applications apps = *m_applications;
+    const QDate date = m_selectedDate;
+    const QUuid userId = m_userId;
+    const std::shared_ptr<const MiniCalendarHolidaySource> holidays = m_holidays;
+    runAsync(
+        this,
+        [apps, date, userId, holidays] {
+            LoadedPane loaded;
+            loaded.date = date;
+            const ResultEntity daily = apps.dailyTasks.list(DailyTaskController::dateOf(date));
+            if (!daily.result)
+                loaded.failure = daily.firstMessage();
+            loaded.dailyTasks = listed<DailyTaskEntity>(daily);
+            if (holidays)
+                loaded.isHoliday = holidays->holidayMarks(date).contains(date);
+            const ResultEntity projects = apps.projects.list(userId);
+            if (!projects.result && !loaded.failure)
+                loaded.failure = projects.firstMessage();
+            for (const ProjectEntity& project : listed<ProjectEntity>(projects)) {
+                ProjectWithDefaultListEntity item {project, std::nullopt, {}};
+                for (const TaskListEntity& list : listed<TaskListEntity>(apps.taskLists.list(project.prjId))) {
+                    if (list.talIsDefault) {
+                        item.list = list;
+                        break;
+                    }
+                }
+                if (item.list)
+                    item.tasks = listed<TaskEntity>(apps.tasks.list(item.list->talId));
+                loaded.workspace.append(item);
+            }
+            return loaded;
+        },
+        [this, generation](const LoadedPane& result) {
+            if (generation != m_generation)
+                return;
+            m_isLoading = false;
+            m_dailyTasks = result.dailyTasks;
+            m_workspace = result.workspace;
+            m_isHolidaySelectedDate = result.isHoliday;
+            if (m_expandedFor != result.date) {
+                m_expandedFor = result.date;
+                m_expandedProjectIds.clear();
+                const bool working = isWorkingDay(result.date, result.isHoliday);
+                for (const ProjectWithDefaultListEntity& item : std::as_const(m_workspace)) {
+                    if (working || item.project.prjShowEveryDay)
+                        m_expandedProjectIds.insert(item.project.prjId);
+                }
+            }
+            render();
+            if (result.failure)
+                showFailure(*result.failure);
+            Q_EMIT loaded();
+        });
+}
+
+QList<ScheduleProjectSectionView*> ScheduleProjectsPaneView::projectSections() const
+{
+    QList<ScheduleProjectSectionView*> sections;
+    for (int i = 0; i < m_projects->count(); ++i) {
+        if (auto* section = qobject_cast<ScheduleProjectSectionView*>(m_projects->itemAt(i)->widget()))
+            sections.append(section);
+    }
+    return sections;
+}
+
+void ScheduleProjectsPaneView::render()
+{
+    m_dailySection->setTasks(m_dailyTasks, m_isLoggedIn);
+    while (QLayoutItem* item = m_projects->takeAt(0)) {
+        if (QWidget* widget = item->widget()) {
+            // A row may be replaced from inside its own signal (a rename's Enter): let it return first.
+            widget->hide();
+            widget->deleteLater();
+        }
+        delete item;
+    }
+    if (!m_isLoggedIn) {
+        auto* required = new QLabel(qtTrId("schedule-login-required-state"), this);
+        required->setEnabled(false);
+        m_projects->addWidget(required);
+        return;
+    }
+    if (m_workspace.isEmpty() && !m_isLoading) {
+        auto* empty = new QLabel(qtTrId("projects-empty-state"), this);
+        empty->setObjectName(QStringLiteral("scheduleProjectsEmptyState"));
+        empty->setWordWrap(true);
+        empty->setEnabled(false);
+        m_projects->addWidget(empty);
+        return;
+    }
+    for (const ProjectWithDefaultListEntity& item : std::as_const(m_workspace)) {
+        auto* section = new ScheduleProjectSectionView(item, m_expandedProjectIds.contains(item.project.prjId), this);
+        connect(section, &ScheduleProjectSectionView::isExpandedChanged, this,
+            [this](const QUuid& projectId, bool expanded) {
+                if (expanded)
+                    m_expandedProjectIds.insert(projectId);
+                else
+                    m_expandedProjectIds.remove(projectId);
+            });
+        connect(section, &ScheduleProjectSectionView::onToggleDone, this,
+            [this](const TaskEntity& task, bool done) { m_tasksController->setDone(task, done); });
+        connect(section, &ScheduleProjectSectionView::onRenameTask, this,
+            [this](const TaskEntity& task, const QString& title) { m_tasksController->rename(task, title); });
+        connect(section, &ScheduleProjectSectionView::onDeleteTask, this,
+            [this](const TaskEntity& task) { m_tasksController->delete_(task); });
+        connect(section, &ScheduleProjectSectionView::onSetEisenhowerTag, this,
+            [this](const TaskEntity& task, std::optional<EisenhowerTagEnum> tag) {
+                m_tasksController->setTag(task, tag);
+            });
+        connect(section, &ScheduleProjectSectionView::onAddTask, this,
+            [this](const TaskListEntity& list, const QString& title) { m_tasksController->add(list, title); });
+        connect(section, &ScheduleProjectSectionView::onDeleteAllCompleted, this,
+            &ScheduleProjectsPaneView::deleteCompleted);
+        m_projects->addWidget(section);
+    }
+}
+
+void ScheduleProjectsPaneView::showFailure(const QString& message)
+{
+    if (message.isEmpty())
+        return;
+    QMessageBox::warning(this, windowTitle(), message);
+}
+
+void ScheduleProjectsPaneView::deleteCompleted(const TaskListEntity& list, const QList<TaskEntity>& completed)
+{
+    if (m_isDeletingCompletedTasks || completed.isEmpty() || !m_applications)
+        return;
+    QMessageBox box(QMessageBox::Question, qtTrId("tasks-delete-completed-confirmation-title"),
+        qtTrId("tasks-delete-completed-confirmation-title"), QMessageBox::NoButton, this);
+    QPushButton* confirm = box.addButton(qtTrId("tasks-delete-completed-confirm-button"), QMessageBox::DestructiveRole);
+    box.addButton(qtTrId("tasks-delete-completed-cancel-button"), QMessageBox::RejectRole);
+    box.exec();
+    if (box.clickedButton() != confirm)
+        return;
+    m_isDeletingCompletedTasks = true;
+    const TasksApplication tasks = m_applications->tasks;
+    ErrorConsoleStore* console = &m_services.console();
+    runAsync(
+        this, [tasks, listId = list.talId] { return tasks.deleteCompleted(listId); },
+        [this, console](const ResultEntity& result) {
+            m_isDeletingCompletedTasks = false;
+            if (!result.result) {
+                const QString message = result.firstMessage().value_or(QString());
+                console->appendLine(QStringLiteral("ScheduleProjectsPaneView.deleteCompleted failed: ") + message);
+                QMessageBox::warning(this, qtTrId("tasks-delete-completed-error-title"), message);
+            }
+            reload();
+        });
+}
