@@ -2,6 +2,7 @@
 
 #include "ContentView.h"
 #include "InformationConsoleView.h"
+#include "screens/bitacora/BitacoraView.h"
 #include "screens/common/AppServices.h"
 #include "screens/projects/ProjectsView.h"
 #include "screens/schedule/DailyEventsView.h"
@@ -47,6 +48,8 @@ MainWindow::MainWindow(const AppServices& services, QWidget* parent)
             }
             if (item == SidebarItemEnum::projects)
                 return new ProjectsView(services, parent);
+            if (item == SidebarItemEnum::bitacora)
+                return new BitacoraView(services, parent);
             return comingWorkspace(item, parent);
         },
         this);
