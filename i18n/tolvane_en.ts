@@ -3,6 +3,70 @@
 <TS version="2.1" language="en">
 <context>
     <name></name>
+    <message id="accounts-add-button">
+        <source>Add account</source>
+        <translation>Add account</translation>
+    </message>
+    <message id="accounts-delete-button">
+        <source>Remove account</source>
+        <translation>Remove account</translation>
+    </message>
+    <message id="accounts-delete-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="accounts-delete-confirm-button">
+        <source>Remove</source>
+        <translation>Remove</translation>
+    </message>
+    <message id="accounts-delete-confirmation-title">
+        <source>Remove this account?</source>
+        <translation>Remove this account?</translation>
+    </message>
+    <message id="accounts-email-field">
+        <source>E-mail</source>
+        <translation>E-mail</translation>
+    </message>
+    <message id="accounts-empty-state-text">
+        <source>No calendar accounts yet. Add one to see your meets on the schedule.</source>
+        <translation>No calendar accounts yet. Add one to see your meets on the schedule.</translation>
+    </message>
+    <message id="accounts-enable-toggle">
+        <source>Use this account's calendars</source>
+        <translation>Use this account's calendars</translation>
+    </message>
+    <message id="accounts-permission-denied-message">
+        <source>The desktop's calendar service did not answer. Check that your calendar accounts are set up and that the service is running.</source>
+        <translation>The desktop's calendar service did not answer. Check that your calendar accounts are set up and that the service is running.</translation>
+    </message>
+    <message id="accounts-permission-denied-open-settings-button">
+        <source>Open settings</source>
+        <translation>Open settings</translation>
+    </message>
+    <message id="accounts-permission-denied-title">
+        <source>Tolvane cannot read your calendars</source>
+        <translation>Tolvane cannot read your calendars</translation>
+    </message>
+    <message id="accounts-provider-eventkit-name">
+        <source>Calendars of this computer</source>
+        <translation>Calendars of this computer</translation>
+    </message>
+    <message id="accounts-provider-picker-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="accounts-provider-picker-continue-button">
+        <source>Continue</source>
+        <translation>Continue</translation>
+    </message>
+    <message id="accounts-provider-picker-title">
+        <source>Add a calendar account</source>
+        <translation>Add a calendar account</translation>
+    </message>
+    <message id="accounts-select-account-text">
+        <source>Choose an account to see its details.</source>
+        <translation>Choose an account to see its details.</translation>
+    </message>
     <message id="alarm-tray-quit">
         <source>Quit</source>
         <translation>Quit</translation>
@@ -243,6 +307,10 @@
         <source>Information console</source>
         <translation>Information console</translation>
     </message>
+    <message id="meet-alarm-banner-style-warning">
+        <source>The desktop cannot show Tolvane's notifications right now, so alarms will not appear. Check the notification settings.</source>
+        <translation>The desktop cannot show Tolvane's notifications right now, so alarms will not appear. Check the notification settings.</translation>
+    </message>
     <message id="meet-alarm-button">
         <source>Alarm</source>
         <translation>Alarm</translation>
@@ -251,9 +319,49 @@
         <source>Alarms for the day</source>
         <translation>Alarms for the day</translation>
     </message>
+    <message id="meet-alarm-delete-all-button">
+        <source>Delete all alarms</source>
+        <translation>Delete all alarms</translation>
+    </message>
+    <message id="meet-alarm-delete-all-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="meet-alarm-delete-all-confirm-button">
+        <source>Delete all</source>
+        <translation>Delete all</translation>
+    </message>
+    <message id="meet-alarm-delete-all-confirmation-title">
+        <source>Delete every alarm?</source>
+        <translation>Delete every alarm?</translation>
+    </message>
     <message id="meet-alarm-message-error">
         <source>The message must include {event} where the event's name goes</source>
         <translation>The message must include {event} where the event's name goes</translation>
+    </message>
+    <message id="meet-alarm-message-hint">
+        <source>Write {event} where the meet's name goes, or leave it empty for the usual sentence.</source>
+        <translation>Write {event} where the meet's name goes, or leave it empty for the usual sentence.</translation>
+    </message>
+    <message id="meet-alarm-message-title">
+        <source>Spoken message</source>
+        <translation>Spoken message</translation>
+    </message>
+    <message id="meet-alarm-mode-funk">
+        <source>Bell</source>
+        <translation>Bell</translation>
+    </message>
+    <message id="meet-alarm-mode-hero">
+        <source>Alarm clock</source>
+        <translation>Alarm clock</translation>
+    </message>
+    <message id="meet-alarm-mode-title">
+        <source>Alarm sound</source>
+        <translation>Alarm sound</translation>
+    </message>
+    <message id="meet-alarm-mode-voice">
+        <source>Spoken sentence</source>
+        <translation>Spoken sentence</translation>
     </message>
     <message id="meet-alarm-notification-body">
         <source>Your event is starting</source>
@@ -262,6 +370,26 @@
     <message id="meet-alarm-open-action">
         <source>Open</source>
         <translation>Open</translation>
+    </message>
+    <message id="meet-alarm-open-notification-settings-button">
+        <source>Notification settings</source>
+        <translation>Notification settings</translation>
+    </message>
+    <message id="meet-alarm-sample-preview-button">
+        <source>Play a sample</source>
+        <translation>Play a sample</translation>
+    </message>
+    <message id="meet-alarm-voice-language-english">
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message id="meet-alarm-voice-language-spanish">
+        <source>Spanish</source>
+        <translation>Spanish</translation>
+    </message>
+    <message id="meet-alarm-voice-language-title">
+        <source>Voice language</source>
+        <translation>Voice language</translation>
     </message>
     <message id="meet-delete-cancel-button">
         <source>Cancel</source>
@@ -451,9 +579,69 @@
         <source>Completed</source>
         <translation>Completed</translation>
     </message>
+    <message id="user-settings-account-section-title">
+        <source>My account</source>
+        <translation>My account</translation>
+    </message>
+    <message id="user-settings-accounts-section-title">
+        <source>Calendar accounts</source>
+        <translation>Calendar accounts</translation>
+    </message>
+    <message id="user-settings-alarm-section-title">
+        <source>Alarms</source>
+        <translation>Alarms</translation>
+    </message>
+    <message id="user-settings-back-to-chooser-button">
+        <source>Back</source>
+        <translation>Back</translation>
+    </message>
+    <message id="user-settings-calendars-activate-column">
+        <source>Show</source>
+        <translation>Show</translation>
+    </message>
+    <message id="user-settings-calendars-alarm-column">
+        <source>Alarms</source>
+        <translation>Alarms</translation>
+    </message>
+    <message id="user-settings-calendars-default-calendar-automatic">
+        <source>The calendar store's default</source>
+        <translation>The calendar store's default</translation>
+    </message>
+    <message id="user-settings-calendars-default-calendar-title">
+        <source>Calendar for new meets</source>
+        <translation>Calendar for new meets</translation>
+    </message>
+    <message id="user-settings-calendars-empty-state">
+        <source>No calendars yet. Calendars of the accounts you set up on this computer show up here.</source>
+        <translation>No calendars yet. Calendars of the accounts you set up on this computer show up here.</translation>
+    </message>
+    <message id="user-settings-calendars-section-title">
+        <source>Calendars</source>
+        <translation>Calendars</translation>
+    </message>
     <message id="user-settings-cancel-button">
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+    <message id="user-settings-close-button">
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message id="user-settings-delete-local-account-button">
+        <source>Delete local account</source>
+        <translation>Delete local account</translation>
+    </message>
+    <message id="user-settings-delete-local-account-confirm-button">
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message id="user-settings-delete-local-account-confirmation-message">
+        <source>Tolvane forgets this account. A new local account starts with no projects.</source>
+        <translation>Tolvane forgets this account. A new local account starts with no projects.</translation>
+    </message>
+    <message id="user-settings-delete-local-account-confirmation-title">
+        <source>Delete the local account?</source>
+        <translation>Delete the local account?</translation>
     </message>
     <message id="user-settings-email-field">
         <source>E-mail</source>
@@ -463,6 +651,10 @@
         <source>First name</source>
         <translation>First name</translation>
     </message>
+    <message id="user-settings-google-account-text">
+        <source>Signed in with Google</source>
+        <translation>Signed in with Google</translation>
+    </message>
     <message id="user-settings-google-sign-in-button">
         <source>Sign in with Google</source>
         <translation>Sign in with Google</translation>
@@ -471,9 +663,53 @@
         <source>Google sign-in did not work. Please try again.</source>
         <translation>Google sign-in did not work. Please try again.</translation>
     </message>
+    <message id="user-settings-help-message-field">
+        <source>Tell us what happened or what you need</source>
+        <translation>Tell us what happened or what you need</translation>
+    </message>
+    <message id="user-settings-help-section-title">
+        <source>Help</source>
+        <translation>Help</translation>
+    </message>
+    <message id="user-settings-help-send-button">
+        <source>Send</source>
+        <translation>Send</translation>
+    </message>
+    <message id="user-settings-help-sent-button">
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message id="user-settings-help-sent-message">
+        <source>Thank you. We will answer you by e-mail.</source>
+        <translation>Thank you. We will answer you by e-mail.</translation>
+    </message>
+    <message id="user-settings-help-sent-title">
+        <source>Message sent</source>
+        <translation>Message sent</translation>
+    </message>
+    <message id="user-settings-hours-end-label">
+        <source>Day ends at</source>
+        <translation>Day ends at</translation>
+    </message>
+    <message id="user-settings-hours-hint">
+        <source>The schedule shows the hours from the first to the last; meets outside them still appear at the edges.</source>
+        <translation>The schedule shows the hours from the first to the last; meets outside them still appear at the edges.</translation>
+    </message>
+    <message id="user-settings-hours-section-title">
+        <source>Schedule hours</source>
+        <translation>Schedule hours</translation>
+    </message>
+    <message id="user-settings-hours-start-label">
+        <source>Day starts at</source>
+        <translation>Day starts at</translation>
+    </message>
     <message id="user-settings-last-name-field">
         <source>Last name</source>
         <translation>Last name</translation>
+    </message>
+    <message id="user-settings-local-account-text">
+        <source>Local account: your data stays encrypted on this computer</source>
+        <translation>Local account: your data stays encrypted on this computer</translation>
     </message>
     <message id="user-settings-logout-button">
         <source>Sign out</source>
@@ -486,6 +722,10 @@
     <message id="user-settings-logout-confirm-button">
         <source>Sign out</source>
         <translation>Sign out</translation>
+    </message>
+    <message id="user-settings-logout-confirmation-message">
+        <source>Your projects stay on the server; sign in again to see them.</source>
+        <translation>Your projects stay on the server; sign in again to see them.</translation>
     </message>
     <message id="user-settings-logout-confirmation-title">
         <source>Sign out of Tolvane?</source>

@@ -3,6 +3,70 @@
 <TS version="2.1" language="es">
 <context>
     <name></name>
+    <message id="accounts-add-button">
+        <source>Add account</source>
+        <translation>Añadir cuenta</translation>
+    </message>
+    <message id="accounts-delete-button">
+        <source>Remove account</source>
+        <translation>Quitar cuenta</translation>
+    </message>
+    <message id="accounts-delete-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="accounts-delete-confirm-button">
+        <source>Remove</source>
+        <translation>Quitar</translation>
+    </message>
+    <message id="accounts-delete-confirmation-title">
+        <source>Remove this account?</source>
+        <translation>¿Quitar esta cuenta?</translation>
+    </message>
+    <message id="accounts-email-field">
+        <source>E-mail</source>
+        <translation>Correo electrónico</translation>
+    </message>
+    <message id="accounts-empty-state-text">
+        <source>No calendar accounts yet. Add one to see your meets on the schedule.</source>
+        <translation>Aún no hay cuentas de calendario. Añade una para ver tus reuniones en la agenda.</translation>
+    </message>
+    <message id="accounts-enable-toggle">
+        <source>Use this account's calendars</source>
+        <translation>Usar los calendarios de esta cuenta</translation>
+    </message>
+    <message id="accounts-permission-denied-message">
+        <source>The desktop's calendar service did not answer. Check that your calendar accounts are set up and that the service is running.</source>
+        <translation>El servicio de calendarios del escritorio no respondió. Comprueba que tus cuentas de calendario estén configuradas y que el servicio esté en marcha.</translation>
+    </message>
+    <message id="accounts-permission-denied-open-settings-button">
+        <source>Open settings</source>
+        <translation>Abrir configuración</translation>
+    </message>
+    <message id="accounts-permission-denied-title">
+        <source>Tolvane cannot read your calendars</source>
+        <translation>Tolvane no puede leer tus calendarios</translation>
+    </message>
+    <message id="accounts-provider-eventkit-name">
+        <source>Calendars of this computer</source>
+        <translation>Calendarios de este ordenador</translation>
+    </message>
+    <message id="accounts-provider-picker-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="accounts-provider-picker-continue-button">
+        <source>Continue</source>
+        <translation>Continuar</translation>
+    </message>
+    <message id="accounts-provider-picker-title">
+        <source>Add a calendar account</source>
+        <translation>Añadir una cuenta de calendario</translation>
+    </message>
+    <message id="accounts-select-account-text">
+        <source>Choose an account to see its details.</source>
+        <translation>Elige una cuenta para ver sus detalles.</translation>
+    </message>
     <message id="alarm-tray-quit">
         <source>Quit</source>
         <translation>Salir</translation>
@@ -243,6 +307,10 @@
         <source>Information console</source>
         <translation>Consola de información</translation>
     </message>
+    <message id="meet-alarm-banner-style-warning">
+        <source>The desktop cannot show Tolvane's notifications right now, so alarms will not appear. Check the notification settings.</source>
+        <translation>El escritorio no puede mostrar ahora las notificaciones de Tolvane, así que las alarmas no aparecerán. Revisa la configuración de notificaciones.</translation>
+    </message>
     <message id="meet-alarm-button">
         <source>Alarm</source>
         <translation>Alarma</translation>
@@ -251,9 +319,49 @@
         <source>Alarms for the day</source>
         <translation>Alarmas del día</translation>
     </message>
+    <message id="meet-alarm-delete-all-button">
+        <source>Delete all alarms</source>
+        <translation>Eliminar todas las alarmas</translation>
+    </message>
+    <message id="meet-alarm-delete-all-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="meet-alarm-delete-all-confirm-button">
+        <source>Delete all</source>
+        <translation>Eliminar todas</translation>
+    </message>
+    <message id="meet-alarm-delete-all-confirmation-title">
+        <source>Delete every alarm?</source>
+        <translation>¿Eliminar todas las alarmas?</translation>
+    </message>
     <message id="meet-alarm-message-error">
         <source>The message must include {event} where the event's name goes</source>
         <translation>El mensaje debe incluir {event} donde va el nombre del evento</translation>
+    </message>
+    <message id="meet-alarm-message-hint">
+        <source>Write {event} where the meet's name goes, or leave it empty for the usual sentence.</source>
+        <translation>Escribe {event} donde va el nombre de la reunión, o déjalo vacío para la frase habitual.</translation>
+    </message>
+    <message id="meet-alarm-message-title">
+        <source>Spoken message</source>
+        <translation>Mensaje hablado</translation>
+    </message>
+    <message id="meet-alarm-mode-funk">
+        <source>Bell</source>
+        <translation>Campana</translation>
+    </message>
+    <message id="meet-alarm-mode-hero">
+        <source>Alarm clock</source>
+        <translation>Despertador</translation>
+    </message>
+    <message id="meet-alarm-mode-title">
+        <source>Alarm sound</source>
+        <translation>Sonido de la alarma</translation>
+    </message>
+    <message id="meet-alarm-mode-voice">
+        <source>Spoken sentence</source>
+        <translation>Frase hablada</translation>
     </message>
     <message id="meet-alarm-notification-body">
         <source>Your event is starting</source>
@@ -262,6 +370,26 @@
     <message id="meet-alarm-open-action">
         <source>Open</source>
         <translation>Abrir</translation>
+    </message>
+    <message id="meet-alarm-open-notification-settings-button">
+        <source>Notification settings</source>
+        <translation>Configuración de notificaciones</translation>
+    </message>
+    <message id="meet-alarm-sample-preview-button">
+        <source>Play a sample</source>
+        <translation>Probar un ejemplo</translation>
+    </message>
+    <message id="meet-alarm-voice-language-english">
+        <source>English</source>
+        <translation>Inglés</translation>
+    </message>
+    <message id="meet-alarm-voice-language-spanish">
+        <source>Spanish</source>
+        <translation>Español</translation>
+    </message>
+    <message id="meet-alarm-voice-language-title">
+        <source>Voice language</source>
+        <translation>Idioma de la voz</translation>
     </message>
     <message id="meet-delete-cancel-button">
         <source>Cancel</source>
@@ -451,9 +579,69 @@
         <source>Completed</source>
         <translation>Completadas</translation>
     </message>
+    <message id="user-settings-account-section-title">
+        <source>My account</source>
+        <translation>Mi cuenta</translation>
+    </message>
+    <message id="user-settings-accounts-section-title">
+        <source>Calendar accounts</source>
+        <translation>Cuentas de calendario</translation>
+    </message>
+    <message id="user-settings-alarm-section-title">
+        <source>Alarms</source>
+        <translation>Alarmas</translation>
+    </message>
+    <message id="user-settings-back-to-chooser-button">
+        <source>Back</source>
+        <translation>Atrás</translation>
+    </message>
+    <message id="user-settings-calendars-activate-column">
+        <source>Show</source>
+        <translation>Mostrar</translation>
+    </message>
+    <message id="user-settings-calendars-alarm-column">
+        <source>Alarms</source>
+        <translation>Alarmas</translation>
+    </message>
+    <message id="user-settings-calendars-default-calendar-automatic">
+        <source>The calendar store's default</source>
+        <translation>El predeterminado del calendario</translation>
+    </message>
+    <message id="user-settings-calendars-default-calendar-title">
+        <source>Calendar for new meets</source>
+        <translation>Calendario para reuniones nuevas</translation>
+    </message>
+    <message id="user-settings-calendars-empty-state">
+        <source>No calendars yet. Calendars of the accounts you set up on this computer show up here.</source>
+        <translation>Aún no hay calendarios. Aquí aparecen los calendarios de las cuentas que configures en este ordenador.</translation>
+    </message>
+    <message id="user-settings-calendars-section-title">
+        <source>Calendars</source>
+        <translation>Calendarios</translation>
+    </message>
     <message id="user-settings-cancel-button">
         <source>Cancel</source>
         <translation>Cancelar</translation>
+    </message>
+    <message id="user-settings-close-button">
+        <source>Close</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message id="user-settings-delete-local-account-button">
+        <source>Delete local account</source>
+        <translation>Eliminar cuenta local</translation>
+    </message>
+    <message id="user-settings-delete-local-account-confirm-button">
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message id="user-settings-delete-local-account-confirmation-message">
+        <source>Tolvane forgets this account. A new local account starts with no projects.</source>
+        <translation>Tolvane olvidará esta cuenta. Una cuenta local nueva empieza sin proyectos.</translation>
+    </message>
+    <message id="user-settings-delete-local-account-confirmation-title">
+        <source>Delete the local account?</source>
+        <translation>¿Eliminar la cuenta local?</translation>
     </message>
     <message id="user-settings-email-field">
         <source>E-mail</source>
@@ -463,6 +651,10 @@
         <source>First name</source>
         <translation>Nombre</translation>
     </message>
+    <message id="user-settings-google-account-text">
+        <source>Signed in with Google</source>
+        <translation>Sesión iniciada con Google</translation>
+    </message>
     <message id="user-settings-google-sign-in-button">
         <source>Sign in with Google</source>
         <translation>Iniciar sesión con Google</translation>
@@ -471,9 +663,53 @@
         <source>Google sign-in did not work. Please try again.</source>
         <translation>No se pudo iniciar sesión con Google. Inténtalo de nuevo.</translation>
     </message>
+    <message id="user-settings-help-message-field">
+        <source>Tell us what happened or what you need</source>
+        <translation>Cuéntanos qué pasó o qué necesitas</translation>
+    </message>
+    <message id="user-settings-help-section-title">
+        <source>Help</source>
+        <translation>Ayuda</translation>
+    </message>
+    <message id="user-settings-help-send-button">
+        <source>Send</source>
+        <translation>Enviar</translation>
+    </message>
+    <message id="user-settings-help-sent-button">
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message id="user-settings-help-sent-message">
+        <source>Thank you. We will answer you by e-mail.</source>
+        <translation>Gracias. Te responderemos por correo electrónico.</translation>
+    </message>
+    <message id="user-settings-help-sent-title">
+        <source>Message sent</source>
+        <translation>Mensaje enviado</translation>
+    </message>
+    <message id="user-settings-hours-end-label">
+        <source>Day ends at</source>
+        <translation>El día termina a las</translation>
+    </message>
+    <message id="user-settings-hours-hint">
+        <source>The schedule shows the hours from the first to the last; meets outside them still appear at the edges.</source>
+        <translation>La agenda muestra las horas de la primera a la última; las reuniones fuera de ellas siguen apareciendo en los bordes.</translation>
+    </message>
+    <message id="user-settings-hours-section-title">
+        <source>Schedule hours</source>
+        <translation>Horario de la agenda</translation>
+    </message>
+    <message id="user-settings-hours-start-label">
+        <source>Day starts at</source>
+        <translation>El día empieza a las</translation>
+    </message>
     <message id="user-settings-last-name-field">
         <source>Last name</source>
         <translation>Apellido</translation>
+    </message>
+    <message id="user-settings-local-account-text">
+        <source>Local account: your data stays encrypted on this computer</source>
+        <translation>Cuenta local: tus datos se guardan cifrados en este ordenador</translation>
     </message>
     <message id="user-settings-logout-button">
         <source>Sign out</source>
@@ -486,6 +722,10 @@
     <message id="user-settings-logout-confirm-button">
         <source>Sign out</source>
         <translation>Cerrar sesión</translation>
+    </message>
+    <message id="user-settings-logout-confirmation-message">
+        <source>Your projects stay on the server; sign in again to see them.</source>
+        <translation>Tus proyectos se quedan en el servidor; inicia sesión de nuevo para verlos.</translation>
     </message>
     <message id="user-settings-logout-confirmation-title">
         <source>Sign out of Tolvane?</source>

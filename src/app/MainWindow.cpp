@@ -6,6 +6,7 @@
 #include "screens/common/AppServices.h"
 #include "screens/projects/ProjectsView.h"
 #include "screens/schedule/DailyEventsView.h"
+#include "screens/settings/UserSettingsView.h"
 
 #include <QAction>
 #include <QApplication>
@@ -75,6 +76,9 @@ MainWindow::MainWindow(const AppServices& services, QWidget* parent)
         go->setShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_0 + number++)));
     }
 
+    services.notificationCenter().addObserver(
+        NotificationName::showUserSettings, this, [this](const QVariant&) { showUserSettings(); });
+
     const QByteArray geometry = services.userDefaults().value(geometryKey).toByteArray();
     if (geometry.isEmpty() || !restoreGeometry(geometry))
         resize(1200, 800);
@@ -95,4 +99,17 @@ void MainWindow::showConsole()
     auto* layout = new QVBoxLayout(&dialog);
     layout->addWidget(new InformationConsoleView(m_services, &dialog));
     dialog.exec();
+}
+
+void MainWindow::showUserSettings()
+{
+    if (!m_settings) {
+        m_settings = new UserSettingsView(
+            m_services, CalendarSettingsServices::standard(),
+            [this](QWidget* parent) { return new InformationConsoleView(m_services, parent); }, this);
+        m_settings->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_settings->show();
+    m_settings->raise();
+    m_settings->activateWindow();
 }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 
 class AppServices;
 class ContentView;
+class UserSettingsView;
 
 // The one window: the content view, the menus and their shortcuts; its size and place are
 // remembered between runs.
@@ -20,7 +22,9 @@ protected:
 
 private:
     void showConsole();
+    void showUserSettings();
 
     const AppServices& m_services;
     ContentView* m_contentView;
+    QPointer<UserSettingsView> m_settings;
 };
