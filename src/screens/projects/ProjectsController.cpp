@@ -14,8 +14,10 @@ template <typename Work> void ProjectsController::run(const QString& action, con
 {
     runAction(this, m_console, QStringLiteral("ProjectsController.") + action, std::forward<Work>(work),
         [this, projectId](const ResultEntity& result) {
+            // The backend gives a new project an id of its own.
+            const ProjectEntity* stored = result.dataAs<ProjectEntity>();
             if (result.result)
-                Q_EMIT saved(projectId);
+                Q_EMIT saved(stored ? stored->prjId : projectId);
             else
                 Q_EMIT failed(result.firstMessage().value_or(QString()));
         });
