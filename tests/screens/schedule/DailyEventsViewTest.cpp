@@ -20,10 +20,12 @@
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTimer>
 #include <QToolButton>
+#include <QTranslator>
 
 #include <stdexcept>
 
@@ -133,7 +135,15 @@ class DailyEventsViewTest : public QObject {
         throw std::runtime_error("no meet " + name.toStdString());
     }
 
+    QTranslator english;
+
 private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(english.load(QStringLiteral(":/i18n/tolvane_en")));
+        QCoreApplication::installTranslator(&english);
+    }
+
     void init()
     {
         app = std::make_unique<AppFixture>();
@@ -265,13 +275,13 @@ private Q_SLOTS:
     {
         TestNotificationServer server;
         QVERIFY(server.start());
-        open();
         const QDateTime soon = QDateTime::currentDateTime().addSecs(4);
         DailyEventsController controller(app->services(), std::nullopt);
         controller.create({QStringLiteral("Soon"), {}, soon, soon.addSecs(600)});
         const QDateTime later = QDateTime::currentDateTime().addSecs(3 * 3600);
         controller.create({QStringLiteral("Later"), {}, later, later.addSecs(600)});
-        showDay(soon.date());
+        open();
+        QCOMPARE(view->selectedDate(), soon.date());
 
         DailyEventCardView* card = nullptr;
         for (DailyEventCardView* candidate : view->timeline()->cards()) {
