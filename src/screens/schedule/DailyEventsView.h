@@ -5,6 +5,8 @@
 #include "meetings/entities/MeetEntity.h"
 #include "meetings/repositories/eventkit/EventKitStoring.h"
 #include "platform/Clock.h"
+#include "screens/schedule/CreateEventView.h"
+#include "screens/schedule/MeetDetailView.h"
 
 #include <QDate>
 #include <QPointer>
@@ -15,13 +17,11 @@
 #include <optional>
 
 class AllDayEventsSectionView;
-class CreateEventView;
 class AppServices;
 class DailyEventsController;
 class DailyEventsDateNavigatorView;
 class DailyEventsTimeRangeControlView;
 class DailyScheduleTimelineView;
-class MeetDetailView;
 class MiniCalendarView;
 class ScheduleProjectsPaneView;
 struct DailyEventsDay;
