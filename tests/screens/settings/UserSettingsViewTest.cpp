@@ -130,6 +130,8 @@ private Q_SLOTS:
         QDesktopServices::setUrlHandler(QStringLiteral("mailto"), &mail, "open");
     }
 
+    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(QStringLiteral("mailto")); }
+
     void init()
     {
         app = std::make_unique<AppFixture>();
@@ -300,8 +302,10 @@ private Q_SLOTS:
         QVERIFY(!find<QPushButton>(QStringLiteral("user-settings-help-send-button"))->isEnabled());
         QTest::keyClicks(find<QPlainTextEdit>(QStringLiteral("helpMessage")), QStringLiteral("No veo mis tareas & ya"));
         QSignalSpy handled(help, &HelpSettingsView::helpMessageHandled);
+        QVERIFY(find<QPushButton>(QStringLiteral("user-settings-help-send-button"))->isEnabled());
         find<QPushButton>(QStringLiteral("user-settings-help-send-button"))->click();
-        QVERIFY(handled.wait(10000));
+        QVERIFY(help->isSendingHelpMessage());
+        QVERIFY2(handled.wait(30000), qPrintable(app->console().consoleText()));
         QCOMPARE(handled.first().at(0).toBool(), false);
         QCOMPARE(mail.urls.size(), 1);
         QCOMPARE(mail.urls.first().toEncoded(),
