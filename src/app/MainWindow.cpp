@@ -5,9 +5,7 @@
 #include "screens/bitacora/BitacoraView.h"
 #include "screens/common/AppServices.h"
 #include "screens/projects/ProjectsView.h"
-#include "screens/schedule/CreateEventView.h"
 #include "screens/schedule/DailyEventsView.h"
-#include "screens/schedule/MeetDetailView.h"
 #include "screens/settings/UserSettingsView.h"
 
 #include <QAction>

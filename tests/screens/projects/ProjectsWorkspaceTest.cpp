@@ -5,6 +5,7 @@
 #include "screens/common/LazyMenuButton.h"
 #include "screens/projects/ProjectsView.h"
 #include "screens/projects/TaskRowView.h"
+#include "screens/schedule/DailyEventsView.h"
 #include "screens/settings/UserProfileChipView.h"
 #include "support/TestMain.h"
 #include "support/ui/AppFixture.h"
@@ -286,8 +287,11 @@ private Q_SLOTS:
             QVariant::fromValue(MeetAlarmNavigationPayload {QStringLiteral("Standup"), start}));
 
         QTRY_COMPARE(window->contentView()->selectedSidebarItem(), SidebarItemEnum::schedule);
-        QCOMPARE(window->contentView()->pendingMeetNavigation->metName, u"Standup");
-        QCOMPARE(window->contentView()->pendingDateSelection, start);
+        // The schedule takes the request over: it shows that day and clears what was pending.
+        QTRY_VERIFY(!window->contentView()->pendingMeetNavigation && !window->contentView()->pendingDateSelection);
+        auto* schedule = qobject_cast<DailyEventsView*>(window->contentView()->screen(SidebarItemEnum::schedule));
+        QVERIFY(schedule);
+        QCOMPARE(schedule->selectedDate(), start.date());
     }
 
     void shouldKeepEverythingAcrossARestart()
