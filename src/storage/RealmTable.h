@@ -11,8 +11,7 @@
 //   RealmRow toRow() const;                its values in column order
 //   static Model fromRow(const RealmRow&);
 // Records come back in the order they were added (the store's own order).
-template <typename Model>
-class RealmTable {
+template <typename Model> class RealmTable {
 public:
     explicit RealmTable(RealmDatabase& database)
         : m_database(database)
@@ -24,8 +23,8 @@ public:
     // Throws RealmError when a record with the same primary key exists.
     void add(const Model& record)
     {
-        m_database.execute(QStringLiteral("INSERT INTO \"%1\" VALUES (%2)").arg(m_type.name, placeholders()),
-                           record.toRow());
+        m_database.execute(
+            QStringLiteral("INSERT INTO \"%1\" VALUES (%2)").arg(m_type.name, placeholders()), record.toRow());
     }
 
     // Overwrites every field of the record with the same primary key; false when there is none.
@@ -38,7 +37,7 @@ public:
         values.append(values.takeFirst());
         m_database.execute(QStringLiteral("UPDATE \"%1\" SET %2 WHERE %3 = ?")
                                .arg(m_type.name, assignments.join(QStringLiteral(", ")), m_columns.constFirst()),
-                           values);
+            values);
         return changes() > 0;
     }
 

@@ -58,7 +58,7 @@ AlarmSettingsView::AlarmSettingsView(const AppServices& services, QWidget* paren
     auto* warningLayout = new QHBoxLayout(m_warning);
     warningLayout->setContentsMargins(0, 0, 0, 0);
     //% "The desktop cannot show Tolvane's notifications right now, so alarms will not appear. Check the notification
-    //settings."
+    // settings."
     auto* warningText = new QLabel(qtTrId("meet-alarm-banner-style-warning"), m_warning);
     warningText->setWordWrap(true);
     warningText->setStyleSheet(QStringLiteral("color: #C27C0E;"));

@@ -86,7 +86,7 @@ CalendarProvidersView::CalendarProvidersView(
     bold.setBold(true);
     deniedTitle->setFont(bold);
     //% "The desktop's calendar service did not answer. Check that your calendar accounts are set up and that the
-    //service is running."
+    // service is running."
     auto* deniedMessage = new QLabel(qtTrId("accounts-permission-denied-message"), m_deniedPage);
     deniedMessage->setWordWrap(true);
     //% "Open settings"
