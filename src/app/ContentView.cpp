@@ -3,6 +3,7 @@
 #include "platform/NotificationCenter.h"
 #include "screens/common/AppServices.h"
 #include "screens/common/Icons.h"
+#include "screens/common/LogoPlaceholderView.h"
 #include "screens/settings/UserProfileChipView.h"
 
 #include <QHBoxLayout>
@@ -24,7 +25,9 @@ ContentView::ContentView(const AppServices& services, ScreenFactory makeScreen, 
     , m_makeScreen(std::move(makeScreen))
     , m_sidebar(new QListWidget(this))
     , m_detail(new QStackedWidget(this))
-    , m_placeholder(new QWidget(this))
+    //% "Choose a workspace in the sidebar"
+    , m_placeholder(new LogoPlaceholderView(
+          qtTrId("detail-select-option-text"), QStringLiteral("detailSelectOptionText"), 128, this))
 {
     setObjectName(QStringLiteral("contentView"));
     auto* sidebarColumn = new QWidget(this);
@@ -56,20 +59,6 @@ ContentView::ContentView(const AppServices& services, ScreenFactory makeScreen, 
     sidebarLayout->addWidget(m_sidebar, 1);
     sidebarLayout->addWidget(chip);
 
-    auto* placeholderLayout = new QVBoxLayout(m_placeholder);
-    auto* logo = new QLabel(m_placeholder);
-    logo->setObjectName(QStringLiteral("QuorvelLogo"));
-    logo->setPixmap(QIcon(QStringLiteral(":/icons/QuorvelLogo.svg")).pixmap(128, 128));
-    logo->setAlignment(Qt::AlignCenter);
-    //% "Choose a workspace in the sidebar"
-    auto* hint = new QLabel(qtTrId("detail-select-option-text"), m_placeholder);
-    hint->setObjectName(QStringLiteral("detailSelectOptionText"));
-    hint->setAlignment(Qt::AlignCenter);
-    hint->setEnabled(false);
-    placeholderLayout->addStretch();
-    placeholderLayout->addWidget(logo);
-    placeholderLayout->addWidget(hint);
-    placeholderLayout->addStretch();
     m_detail->addWidget(m_placeholder);
 
     auto* layout = new QHBoxLayout(this);

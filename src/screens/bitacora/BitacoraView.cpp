@@ -23,11 +23,6 @@ const QString noConnectionToSave = QStringLiteral("No hay conexión configurada 
 const QString noConnectionToDelete = QStringLiteral("No hay conexión configurada para eliminar la bitácora");
 const QString savedEntryNotFound = QStringLiteral("No se encontró la entrada guardada para eliminar");
 
-struct StartedSession {
-    std::optional<UserEntity> user;
-    ResultEntity applications;
-};
-
 BitacoraView::Environment completed(BitacoraView::Environment environment, const AppServices& services)
 {
     if (!environment.clock)
@@ -243,18 +238,10 @@ void BitacoraView::start()
         const quint64 generation = ++m_generation;
         m_isLoading = true;
         render();
-        const LoginApplication login = m_services.loginApplication();
         const AppServices* services = &m_services;
         runAsync(
-            this,
-            [login, services] {
-                const LoginResultEntity current = login.getCurrentUser();
-                const UserEntity* user = current.dataAs<UserEntity>();
-                if (!user)
-                    return StartedSession {std::nullopt, current};
-                return StartedSession {*user, services->tasksApplications(user->usrIsGoogleAccount)};
-            },
-            [this, generation](const StartedSession& started) {
+            this, [services] { return services->tasksSession(); },
+            [this, generation](const AppServices::TasksSession& started) {
                 if (generation != m_generation)
                     return;
                 m_isLoggedIn = started.user.has_value();

@@ -66,3 +66,12 @@ TaskResultEntity AppServices::tasksApplications(bool isGoogleAccount) const
         RealmEncryptedConfigurationFactory(m_parts.keychain, m_parts.random, m_parts.storeDefaults));
     return factory.make(isGoogleAccount, apiClient());
 }
+
+AppServices::TasksSession AppServices::tasksSession() const
+{
+    const LoginResultEntity current = loginApplication().getCurrentUser();
+    const UserEntity* user = current.dataAs<UserEntity>();
+    if (!user)
+        return {std::nullopt, current};
+    return {*user, tasksApplications(user->usrIsGoogleAccount)};
+}

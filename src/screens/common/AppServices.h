@@ -60,6 +60,15 @@ public:
     // The Tasks module for that user's kind of account.
     TaskResultEntity tasksApplications(bool isGoogleAccount) const;
 
+    // What a workspace starts from: the current user, if any, and the Tasks module built for
+    // that user's kind of account. Blocking: run it off the GUI thread.
+    struct TasksSession {
+        std::optional<UserEntity> user;
+        // data: TasksApplicationFactory::Applications; without a user, why there is none.
+        ResultEntity applications;
+    };
+    TasksSession tasksSession() const;
+
     // Alarms: arming meets, the day switch, the settings' preview and delete-all.
     std::shared_ptr<UserNotificationCenter> userNotificationCenter() const
     {

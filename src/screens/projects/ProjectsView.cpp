@@ -71,19 +71,10 @@ void ProjectsView::start()
     const quint64 generation = ++m_generation;
     m_isLoading = true;
     render();
-    const LoginApplication login = m_services.loginApplication();
     const AppServices* services = &m_services;
     runAsync(
-        this,
-        [login, services] {
-            const LoginResultEntity current = login.getCurrentUser();
-            const UserEntity* user = current.dataAs<UserEntity>();
-            if (!user)
-                return std::pair<std::optional<UserEntity>, ResultEntity>(std::nullopt, current);
-            return std::pair<std::optional<UserEntity>, ResultEntity>(
-                *user, services->tasksApplications(user->usrIsGoogleAccount));
-        },
-        [this, generation](const std::pair<std::optional<UserEntity>, ResultEntity>& started) {
+        this, [services] { return services->tasksSession(); },
+        [this, generation](const AppServices::TasksSession& started) {
             if (generation != m_generation)
                 return;
             const auto& [user, made] = started;

@@ -2,6 +2,7 @@
 
 #include "screens/common/Icons.h"
 #include "screens/common/InlineAddRowView.h"
+#include "screens/common/LogoPlaceholderView.h"
 #include "screens/projects/ProjectOverviewListSectionView.h"
 #include "screens/projects/TaskActions.h"
 #include "screens/projects/TaskEisenhowerMatrixView.h"
@@ -35,26 +36,15 @@ TasksDetailPaneView::TasksDetailPaneView(TaskActions& actions, QWidget* parent)
     : QWidget(parent)
     , m_actions(actions)
     , m_pages(new QStackedWidget(this))
-    , m_placeholder(new QWidget(this))
+    //% "Choose a list or a project"
+    , m_placeholder(new LogoPlaceholderView(
+          qtTrId("tasks-select-list-placeholder"), QStringLiteral("detailPlaceholder"), 96, this))
     , m_content(new QWidget(this))
     , m_title(new QLabel(this))
     , m_listTools(new QWidget(this))
     , m_scroll(new QScrollArea(this))
 {
     setObjectName(QStringLiteral("tasksDetailPane"));
-    auto* placeholderLayout = new QVBoxLayout(m_placeholder);
-    auto* logo = new QLabel(m_placeholder);
-    logo->setPixmap(QIcon(QStringLiteral(":/icons/QuorvelLogo.svg")).pixmap(96, 96));
-    logo->setAlignment(Qt::AlignCenter);
-    //% "Choose a list or a project"
-    auto* hint = new QLabel(qtTrId("tasks-select-list-placeholder"), m_placeholder);
-    hint->setObjectName(QStringLiteral("detailPlaceholder"));
-    hint->setAlignment(Qt::AlignCenter);
-    hint->setEnabled(false);
-    placeholderLayout->addStretch();
-    placeholderLayout->addWidget(logo);
-    placeholderLayout->addWidget(hint);
-    placeholderLayout->addStretch();
 
     QFont titleFont = m_title->font();
     titleFont.setPointSizeF(titleFont.pointSizeF() * 1.6);

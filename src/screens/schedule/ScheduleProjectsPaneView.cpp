@@ -32,11 +32,6 @@ struct LoadedPane {
     std::optional<QString> failure;
 };
 
-struct StartedPane {
-    std::optional<UserEntity> user;
-    ResultEntity applications;
-};
-
 } // namespace
 
 ScheduleProjectsPaneView::ScheduleProjectsPaneView(
@@ -121,19 +116,11 @@ void ScheduleProjectsPaneView::setSelectedDate(const QDate& date)
 void ScheduleProjectsPaneView::start()
 {
     const quint64 generation = ++m_generation;
-    const LoginApplication login = m_services.loginApplication();
     const AppServices* services = &m_services;
     m_isLoading = true;
     runAsync(
-        this,
-        [login, services] {
-            const LoginResultEntity current = login.getCurrentUser();
-            const UserEntity* user = current.dataAs<UserEntity>();
-            if (!user)
-                return StartedPane {std::nullopt, current};
-            return StartedPane {*user, services->tasksApplications(user->usrIsGoogleAccount)};
-        },
-        [this, generation](const StartedPane& started) {
+        this, [services] { return services->tasksSession(); },
+        [this, generation](const AppServices::TasksSession& started) {
             if (generation != m_generation)
                 return;
             m_isLoggedIn = started.user.has_value();

@@ -9,6 +9,7 @@
 #include "screens/settings/UserProfileChipView.h"
 #include "support/TestMain.h"
 #include "support/ui/AppFixture.h"
+#include "support/ui/ModalAnswers.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
@@ -23,32 +24,10 @@
 
 #include <stdexcept>
 
+using ModalAnswers::clickButtonNamed;
+using ModalAnswers::whenModalAppears;
+
 namespace {
-
-// Answers the next modal window (a confirmation, a dialog) as soon as it shows.
-void whenModalAppears(std::function<void(QWidget*)> answer)
-{
-    auto* poll = new QTimer;
-    QObject::connect(poll, &QTimer::timeout, poll, [poll, answer = std::move(answer)] {
-        if (QWidget* modal = QApplication::activeModalWidget()) {
-            poll->stop();
-            poll->deleteLater();
-            answer(modal);
-        }
-    });
-    poll->start(10);
-}
-
-void clickButtonNamed(QWidget* dialog, const QString& text)
-{
-    for (QAbstractButton* button : dialog->findChildren<QAbstractButton*>()) {
-        if (button->text() == text) {
-            button->click();
-            return;
-        }
-    }
-    qFatal("no button %s", qPrintable(text));
-}
 
 template <typename T> QList<T> listed(const ResultEntity& result)
 {

@@ -15,6 +15,7 @@
 #include "support/TestMain.h"
 #include "support/notifications/TestNotificationServer.h"
 #include "support/ui/AppFixture.h"
+#include "support/ui/ModalAnswers.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -29,31 +30,10 @@
 
 #include <stdexcept>
 
+using ModalAnswers::clickButtonNamed;
+using ModalAnswers::whenModalAppears;
+
 namespace {
-
-void whenModalAppears(std::function<void(QWidget*)> answer)
-{
-    auto* poll = new QTimer;
-    QObject::connect(poll, &QTimer::timeout, poll, [poll, answer = std::move(answer)] {
-        if (QWidget* modal = QApplication::activeModalWidget()) {
-            poll->stop();
-            poll->deleteLater();
-            answer(modal);
-        }
-    });
-    poll->start(10);
-}
-
-void clickButtonNamed(QWidget* dialog, const QString& text)
-{
-    for (QAbstractButton* button : dialog->findChildren<QAbstractButton*>()) {
-        if (button->text() == text) {
-            button->click();
-            return;
-        }
-    }
-    qFatal("no button %s", qPrintable(text));
-}
 
 QStringList namesOf(const QList<MeetEntity>& meets)
 {

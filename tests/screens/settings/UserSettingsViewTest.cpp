@@ -12,6 +12,7 @@
 #include "screens/settings/HelpSettingsView.h"
 #include "support/TestMain.h"
 #include "support/ui/AppFixture.h"
+#include "support/ui/ModalAnswers.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
@@ -26,32 +27,10 @@
 #include <QTimer>
 #include <QUuid>
 
+using ModalAnswers::clickButtonNamed;
+using ModalAnswers::whenModalAppears;
+
 namespace {
-
-// Answers the next modal window (a confirmation, a picker) as soon as it shows.
-void whenModalAppears(std::function<void(QWidget*)> answer)
-{
-    auto* poll = new QTimer;
-    QObject::connect(poll, &QTimer::timeout, poll, [poll, answer = std::move(answer)] {
-        if (QWidget* modal = QApplication::activeModalWidget()) {
-            poll->stop();
-            poll->deleteLater();
-            answer(modal);
-        }
-    });
-    poll->start(10);
-}
-
-void clickButtonNamed(QWidget* dialog, const QString& text)
-{
-    for (QAbstractButton* button : dialog->findChildren<QAbstractButton*>()) {
-        if (button->text() == text) {
-            button->click();
-            return;
-        }
-    }
-    qFatal("no button %s", qPrintable(text));
-}
 
 } // namespace
 
