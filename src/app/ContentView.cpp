@@ -72,8 +72,13 @@ ContentView::ContentView(const AppServices& services, ScreenFactory makeScreen, 
     layout->addWidget(separator);
     layout->addWidget(m_detail, 1);
 
-    connect(m_sidebar, &QListWidget::currentRowChanged, this,
-        [this](int row) { select(row < 0 ? std::nullopt : std::optional(SidebarItem::allCases.at(size_t(row)))); });
+    // Selection, not the current row: the list makes its first row current when it takes the
+    // focus, which must not open a workspace the user did not choose.
+    connect(m_sidebar, &QListWidget::itemSelectionChanged, this, [this] {
+        const QList<QListWidgetItem*> chosen = m_sidebar->selectedItems();
+        select(chosen.isEmpty() ? std::nullopt
+                                : std::optional(SidebarItemEnum(chosen.constFirst()->data(Qt::UserRole).toInt())));
+    });
     services.notificationCenter().addObserver(
         NotificationName::openMeetFromAlarm, this, [this](const QVariant& object) {
             pendingMeetNavigation = object.value<MeetAlarmNavigationPayload>();
@@ -87,7 +92,7 @@ void ContentView::select(std::optional<SidebarItemEnum> item)
 {
     m_selectedSidebarItem = item;
     const int row = item ? int(*item) : -1;
-    if (m_sidebar->currentRow() != row)
+    if (m_sidebar->currentRow() != row || (item && m_sidebar->selectedItems().isEmpty()))
         m_sidebar->setCurrentRow(row);
     if (!item) {
         m_detail->setCurrentWidget(m_placeholder);

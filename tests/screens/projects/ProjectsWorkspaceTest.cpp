@@ -15,6 +15,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
@@ -118,6 +119,10 @@ private Q_SLOTS:
     {
         window = std::make_unique<MainWindow>(app->services());
         window->show();
+        // Tabbing into the sidebar makes a row current but chooses nothing.
+        QListWidget* sidebar = waitFor<QListWidget>(QStringLiteral("sidebar"));
+        sidebar->setFocus();
+        QApplication::processEvents();
         QCOMPARE(window->contentView()->selectedSidebarItem(), std::nullopt);
         QVERIFY(waitFor<QLabel>(QStringLiteral("QuorvelLogo"))->isVisible());
         QCOMPARE(waitFor<QLabel>(QStringLiteral("detailSelectOptionText"))->text(), u"detail-select-option-text");
@@ -271,6 +276,8 @@ private Q_SLOTS:
         auto* schedule = qobject_cast<DailyEventsView*>(window->contentView()->screen(SidebarItemEnum::schedule));
         QVERIFY(schedule);
         QCOMPARE(schedule->selectedDate(), start.date());
+        // Its calendar reads run on workers that need this thread's event loop; let them finish.
+        QTRY_VERIFY_WITH_TIMEOUT(!schedule->isLoading(), 30000);
     }
 
     void shouldKeepEverythingAcrossARestart()
