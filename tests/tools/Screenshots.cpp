@@ -107,7 +107,8 @@ void seedLogbook(AppFixture& app, bool spanish)
     const auto apps = take<TasksApplicationFactory::Applications>(app.services().tasksApplications(false));
     const QUuid user = QUuid::fromString(take<UserEntity>(app.services().loginApplication().getCurrentUser()).usrId);
     const QDateTime now = QDateTime::currentDateTime();
-    for (const ProjectEntity& project : *apps.projects.list(user).dataAs<QList<ProjectEntity>>()) {
+    const ResultEntity listed = apps.projects.list(user);
+    for (const ProjectEntity& project : *listed.dataAs<QList<ProjectEntity>>()) {
         if (project.prjName.startsWith(u"Casa") || project.prjName.startsWith(u"Home"))
             continue;
         const bool launch = project.prjName.startsWith(u"La");
@@ -119,9 +120,10 @@ void seedLogbook(AppFixture& app, bool spanish)
             ? (spanish ? QStringLiteral("• Corregido el fallo\n• Notas de versión a medias")
                        : QStringLiteral("• Crash fixed\n• Release notes half written"))
             : (spanish ? QStringLiteral("• Esquema del capítulo 2") : QStringLiteral("• Outline of chapter 2"));
-        apps.bitacora.saveText(project.prjId, now.addDays(-1),
-            QStringLiteral("%1:\n\n").arg(now.addDays(-1).date().day()) + yesterday, user);
-        apps.bitacora.saveText(project.prjId, now, QStringLiteral("%1:\n\n").arg(now.date().day()) + today, user);
+        take<BitacoraEntryEntity>(apps.bitacora.saveText(project.prjId, now.addDays(-1),
+            QStringLiteral("%1:\n\n").arg(now.addDays(-1).date().day()) + yesterday, user));
+        take<BitacoraEntryEntity>(apps.bitacora.saveText(
+            project.prjId, now, QStringLiteral("%1:\n\n").arg(now.date().day()) + today, user));
     }
 }
 

@@ -21,7 +21,8 @@ class DailyScheduleTimelineView final : public QWidget {
 
 public:
     static constexpr int slotHeight = 34;
-    static constexpr int hourLabelWidth = 48;
+    // Wide enough for "10:00 AM" in the system font.
+    static constexpr int hourLabelWidth = 68;
     static constexpr int columnSpacing = 4;
     static constexpr double cardVerticalInset = 0.75;
     static constexpr int currentTimeRefreshMs = 30'000;
