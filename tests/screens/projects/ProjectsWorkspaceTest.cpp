@@ -20,6 +20,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTimer>
 #include <QToolButton>
 
@@ -260,6 +261,15 @@ private Q_SLOTS:
                                      u"] ProjectsController.delete failed: The project still has task lists"),
             10000);
         QVERIFY(window->findChild<QWidget*>(QStringLiteral("project:Garden")));
+
+        // The console of the settings shows it.
+        InformationConsoleView consoleView(app->services());
+        QSignalSpy reloaded(&consoleView, &InformationConsoleView::reloaded);
+        consoleView.show();
+        QVERIFY(reloaded.wait(10000));
+        QVERIFY(consoleView.errorConsoleText().endsWith(
+            u"ProjectsController.delete failed: The project still has task lists"));
+        QVERIFY(consoleView.findChild<QCheckBox*>(QStringLiteral("consoleLogging"))->isChecked());
     }
 
     void shouldOpenTheScheduleWhenAnAlarmIsOpened()
