@@ -122,8 +122,8 @@ void seedLogbook(AppFixture& app, bool spanish)
             : (spanish ? QStringLiteral("• Esquema del capítulo 2") : QStringLiteral("• Outline of chapter 2"));
         take<BitacoraEntryEntity>(apps.bitacora.saveText(project.prjId, now.addDays(-1),
             QStringLiteral("%1:\n\n").arg(now.addDays(-1).date().day()) + yesterday, user));
-        take<BitacoraEntryEntity>(apps.bitacora.saveText(
-            project.prjId, now, QStringLiteral("%1:\n\n").arg(now.date().day()) + today, user));
+        take<BitacoraEntryEntity>(
+            apps.bitacora.saveText(project.prjId, now, QStringLiteral("%1:\n\n").arg(now.date().day()) + today, user));
     }
 }
 
@@ -194,8 +194,17 @@ int main(int argc, char* argv[])
     app.notificationCenter().post(NotificationName::showUserSettings);
     settle(1500);
     for (QWidget* top : QApplication::topLevelWidgets()) {
-        if (auto* settings = qobject_cast<UserSettingsView*>(top); settings && settings->isVisible())
-            settings->grab().save(shot.arg(QStringLiteral("settings")));
+        auto* settings = qobject_cast<UserSettingsView*>(top);
+        if (!settings || !settings->isVisible())
+            continue;
+        const QStringList names = {QStringLiteral("account"), QStringLiteral("hours"), QStringLiteral("accounts"),
+            QStringLiteral("calendars"), QStringLiteral("alarm"), QStringLiteral("help")};
+        int index = 0;
+        for (const UserSettingsSectionEnum section : UserSettingsSection::allCases) {
+            settings->selectSection(section);
+            settle(800);
+            settings->grab().save(shot.arg(QStringLiteral("settings-") + names.at(index++)));
+        }
     }
     return 0;
 }
