@@ -16,6 +16,7 @@
 #include "screens/schedule/MiniCalendarView.h"
 #include "screens/schedule/ScheduleProjectsPaneView.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QMessageBox>
 #include <QPushButton>
@@ -59,17 +60,7 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     m_miniCalendar = new MiniCalendarView(holidays, m_clock, this);
     m_projectsPane = new ScheduleProjectsPaneView(services, holidays, this);
 
-    const QVariant storedStart = services.userDefaults().value(startHourKey);
-    const QVariant storedEnd = services.userDefaults().value(endHourKey);
-    const int firstHour = storedStart.isValid() ? storedStart.toInt() : defaultStartHour;
-    const int lastHour = storedEnd.isValid() ? storedEnd.toInt() : defaultEndHour;
-    // A range that was damaged outside the program falls back to the default one.
-    if (firstHour >= 0 && firstHour < lastHour && lastHour <= 23) {
-        m_startHour = firstHour;
-        m_endHour = lastHour;
-    }
-    m_timeRange->setRange(m_startHour, m_endHour);
-    m_timeline->setHourRange(m_startHour, m_endHour);
+    readStoredHourRange();
     m_navigator->setBounds(minDate(), maxDate());
     m_navigator->setSelectedDate(m_selectedDate);
     m_miniCalendar->setSelectedDate(m_selectedDate);
@@ -148,9 +139,34 @@ QDate DailyEventsView::maxDate() const
     return m_clock->now().toLocalTime().date().addMonths(3);
 }
 
+// The settings window changes the same hours; the schedule picks them up whenever the user comes
+// back to it.
+void DailyEventsView::readStoredHourRange()
+{
+    const QVariant storedStart = m_services.userDefaults().value(startHourKey);
+    const QVariant storedEnd = m_services.userDefaults().value(endHourKey);
+    const int firstHour = storedStart.isValid() ? storedStart.toInt() : defaultStartHour;
+    const int lastHour = storedEnd.isValid() ? storedEnd.toInt() : defaultEndHour;
+    // A range that was damaged outside the program falls back to the default one.
+    if (firstHour >= 0 && firstHour < lastHour && lastHour <= 23) {
+        m_startHour = firstHour;
+        m_endHour = lastHour;
+    }
+    m_timeRange->setRange(m_startHour, m_endHour);
+    m_timeline->setHourRange(m_startHour, m_endHour);
+}
+
+void DailyEventsView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        readStoredHourRange();
+}
+
 void DailyEventsView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    readStoredHourRange();
     if (!m_started) {
         m_started = true;
         start();

@@ -86,8 +86,10 @@ Q_SIGNALS:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void readStoredHourRange();
     void start();
     void loadDay();
     void apply(const DailyEventsDay& day);

@@ -78,7 +78,7 @@ class DailyEventsViewTest : public QObject {
         view->resize(1200, 900);
         QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
         view->show();
-        if (!loaded.wait(15000))
+        if (!loaded.wait(45000))
             throw std::runtime_error("the day never loaded");
         return view.get();
     }
@@ -87,7 +87,7 @@ class DailyEventsViewTest : public QObject {
     {
         QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
         view->setSelectedDate(day);
-        if (!loaded.wait(15000))
+        if (!loaded.wait(45000))
             throw std::runtime_error("the day never loaded");
     }
 
@@ -235,6 +235,16 @@ private Q_SLOTS:
         QCOMPARE(app->userDefaults().value(DailyEventsView::endHourKey).toInt(), 3);
         QCOMPARE(view->timeline()->height(), 2 * DailyScheduleTimelineView::slotHeight + 1);
 
+        // Hours changed in the settings show the next time the schedule does.
+        app->userDefaults().setValue(DailyEventsView::startHourKey, 7);
+        app->userDefaults().setValue(DailyEventsView::endHourKey, 19);
+        view->hide();
+        view->show();
+        QCOMPARE(view->startHour(), 7);
+        QCOMPARE(view->endHour(), 19);
+        QCOMPARE(start->value(), 7);
+        QCOMPARE(end->value(), 19);
+
         DailyEventsDateNavigatorView* navigator = view->navigator();
         showDay(QDate(2026, 8, 19));
         QVERIFY(navigator->nextButton()->isEnabled());
@@ -329,7 +339,8 @@ private Q_SLOTS:
         const auto expandedOn = [&](const QDate& day) {
             QSignalSpy loaded(pane, &ScheduleProjectsPaneView::loaded);
             pane->setSelectedDate(day);
-            if (!loaded.wait(15000))
+            // Generous: on a loaded machine the calendar store answers slowly.
+            if (!loaded.wait(45000))
                 throw std::runtime_error("the pane never loaded");
             QStringList names;
             for (ScheduleProjectSectionView* section : pane->projectSections()) {
