@@ -266,7 +266,7 @@ private Q_SLOTS:
         InformationConsoleView consoleView(app->services());
         QSignalSpy reloaded(&consoleView, &InformationConsoleView::reloaded);
         consoleView.show();
-        QVERIFY(reloaded.wait(10000));
+        QVERIFY(reloaded.wait(30000));
         QVERIFY(consoleView.errorConsoleText().endsWith(
             u"ProjectsController.delete failed: The project still has task lists"));
         QVERIFY(consoleView.findChild<QCheckBox*>(QStringLiteral("consoleLogging"))->isChecked());
