@@ -26,8 +26,7 @@ inline QThreadPool* screenThreadPool()
 // Runs work (a use case, a repository call: anything that may block) on the screens' threads and
 // hands its result to done on receiver's thread. When receiver is destroyed first, done is not
 // called.
-template <typename Work, typename Done>
-void runAsync(QObject* receiver, Work&& work, Done&& done)
+template <typename Work, typename Done> void runAsync(QObject* receiver, Work&& work, Done&& done)
 {
     QtConcurrent::run(screenThreadPool(), std::forward<Work>(work)).then(receiver, std::forward<Done>(done));
 }
