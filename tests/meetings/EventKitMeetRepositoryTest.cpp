@@ -74,6 +74,9 @@ qint64 secondsOf(ICalTime* time, bool floating)
 
 gboolean collectBare(ICalComponent* component, ICalTime* start, ICalTime* end, gpointer data, GCancellable*, GError**)
 {
+    // An occurrence the organiser called off is on nobody's schedule.
+    if (i_cal_component_get_status(component) == I_CAL_STATUS_CANCELLED)
+        return TRUE;
     const bool floating = floats(component);
     static_cast<std::set<Occurrence>*>(data)->insert(
         {QString::fromUtf8(i_cal_component_get_uid(component)), secondsOf(start, floating), secondsOf(end, floating)});
@@ -88,9 +91,19 @@ std::set<Occurrence> expandedByEds(const QString& calendarId, const QDateTime& s
     EClient* client = e_cal_client_connect_sync(source, E_CAL_CLIENT_SOURCE_TYPE_EVENTS, 15, nullptr, nullptr);
     std::set<Occurrence> occurrences;
     if (client) {
-        e_cal_client_set_default_timezone(E_CAL_CLIENT(client), e_cal_util_get_system_timezone());
+        // The zone the program shows (TZ), not the machine's (/etc/localtime): with the two
+        // different, all-day and floating times would otherwise expand in another zone.
+        e_cal_client_set_default_timezone(
+            E_CAL_CLIENT(client), i_cal_timezone_get_builtin_timezone(QTimeZone::systemTimeZoneId().constData()));
         e_cal_client_generate_instances_sync(
             E_CAL_CLIENT(client), start.toSecsSinceEpoch(), end.toSecsSinceEpoch(), nullptr, collectBare, &occurrences);
+        // libecal also hands back occurrences that only touch the range, such as an all-day
+        // event starting where it ends; the schedule shows those that overlap it.
+        std::erase_if(occurrences, [&](const Occurrence& occurrence) {
+            const auto& [uid, from, to] = occurrence;
+            return to > from ? !(from < end.toSecsSinceEpoch() && start.toSecsSinceEpoch() < to)
+                             : !(start.toSecsSinceEpoch() <= from && from < end.toSecsSinceEpoch());
+        });
         g_object_unref(client);
     }
     g_object_unref(source);

@@ -11,7 +11,8 @@ namespace TestEnvironment {
 
 void pinBeforeApplication()
 {
-    qputenv("TZ", timeZone);
+    const QByteArray chosen = qgetenv(timeZoneOverride);
+    qputenv("TZ", chosen.isEmpty() ? QByteArray(timeZone) : chosen);
     tzset();
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("LANG", "C.UTF-8");

@@ -5,16 +5,24 @@
 #include <QCoreApplication>
 #include <QSet>
 #include <QThread>
+#include <QTimeZone>
 #include <QUuid>
 
 #include <libecal/libecal.h>
 #include <libedataserver/libedataserver.h>
 #include <memory>
+#include <tuple>
 
 namespace {
 
 // How long a calendar backend may take to come online when a client first connects.
 constexpr guint32 connectSeconds = 15;
+
+// EDS matches a range against floating and all-day times, and against times in zones far from
+// the reader's, in ways that can miss or add an occurrence near either edge. Reads ask for this
+// much more on each side (more than any two zones are apart) and then keep exactly the
+// occurrences that overlap the range by instant.
+constexpr qint64 marginSeconds = 2 * 24 * 3600;
 
 struct GObjectRelease {
     void operator()(gpointer object) const
@@ -54,6 +62,35 @@ const char* const weekdayTokens[] = {"SU", "MO", "TU", "WE", "TH", "FR", "SA"};
 ICalTimezone* utcZone()
 {
     return i_cal_timezone_get_utc_timezone();
+}
+
+// The zone the program shows times in: Qt's, which follows TZ, where EDS's own idea of the
+// local zone (e_cal_util_get_system_timezone) reads /etc/localtime only. All-day and floating
+// times are read in it and new events are written in it.
+// The zone and the name EDS knows it by (its range queries take zones by name).
+std::pair<ICalTimezone*, QByteArray> shownZone()
+{
+    const QByteArray id = QTimeZone::systemTimeZoneId();
+    if (ICalTimezone* zone = i_cal_timezone_get_builtin_timezone(id.constData()))
+        return {zone, zone == utcZone() ? QByteArrayLiteral("UTC") : id};
+    const QTimeZone qtZone = QTimeZone::systemTimeZone();
+    if (!qtZone.hasDaylightTime() && qtZone.standardTimeOffset(QDateTime::currentDateTimeUtc()) == 0)
+        return {utcZone(), QByteArrayLiteral("UTC")};
+    // A zone libical does not know by name (a POSIX TZ rule, say): the system's is the best guess.
+    qCWarning(lcCalendar) << "no calendar zone named" << id << "; using the system's";
+    const GText location(e_cal_util_get_system_timezone_location());
+    ICalTimezone* system = location ? i_cal_timezone_get_builtin_timezone(location.get()) : nullptr;
+    if (!system)
+        return {utcZone(), QByteArrayLiteral("UTC")};
+    return {system, QByteArray(location.get())};
+}
+
+// Whether an occurrence overlaps [start, end); one of no duration counts where it starts.
+bool overlaps(const CalendarStoreEvent& event, const QDateTime& start, const QDateTime& end)
+{
+    if (event.endDate <= event.startDate)
+        return start <= event.startDate && event.startDate < end;
+    return event.startDate < end && start < event.endDate;
 }
 
 // --- Reading -----------------------------------------------------------------------------------
@@ -184,18 +221,30 @@ CalendarStoreEvent readStored(ICalComponent* component, ECalClient* client, cons
     return event;
 }
 
+// Servers export an occurrence the organiser called off as an edited occurrence with STATUS
+// CANCELLED; it is not on anyone's schedule (and must not ring an alarm).
+bool isCancelled(ICalComponent* component)
+{
+    return i_cal_component_get_status(component) == I_CAL_STATUS_CANCELLED;
+}
+
 struct Expansion {
     ECalClient* client;
     QString calendarIdentifier;
     QList<CalendarStoreRecurrenceRule> seriesRules;
     bool isSeries;
     QList<CalendarStoreEvent>* out;
+    // Only occurrences overlapping this range are kept; EDS is asked for a wider one.
+    QDateTime start;
+    QDateTime end;
 };
 
 gboolean collectInstance(ICalComponent* component, ICalTime* start, ICalTime* end, gpointer data,
     GCancellable* /*cancellable*/, GError** /*error*/)
 {
     auto* expansion = static_cast<Expansion*>(data);
+    if (isCancelled(component))
+        return TRUE;
     CalendarStoreEvent event;
     event.calendarIdentifier = expansion->calendarIdentifier;
     readCommon(component, event);
@@ -206,7 +255,8 @@ gboolean collectInstance(ICalComponent* component, ICalTime* start, ICalTime* en
         event.recurrenceRules = expansion->seriesRules;
         event.occurrenceIdentifier = takeText(e_cal_util_component_get_recurid_as_string(component));
     }
-    expansion->out->append(std::move(event));
+    if (overlaps(event, expansion->start, expansion->end))
+        expansion->out->append(std::move(event));
     return TRUE;
 }
 
@@ -217,7 +267,10 @@ QByteArray isoUtc(const QDateTime& instant)
 
 // --- Writing -----------------------------------------------------------------------------------
 
-ICalTime* newTime(const QDateTime& instant, bool allDay)
+// A day, for all-day events, or the instant's wall-clock time in zone. Rules are evaluated in
+// DTSTART's zone, so a series written in the user's zone keeps its weekday, day of the month and
+// hour across daylight-saving changes, as the user chose them.
+ICalTime* newTime(const QDateTime& instant, bool allDay, ICalTimezone* zone)
 {
     if (allDay) {
         const QDate day = instant.toLocalTime().date();
@@ -226,7 +279,10 @@ ICalTime* newTime(const QDateTime& instant, bool allDay)
         i_cal_time_set_is_date(date, TRUE);
         return date;
     }
-    return i_cal_time_new_from_timet_with_zone(instant.toSecsSinceEpoch(), FALSE, utcZone());
+    ICalTime* time = i_cal_time_new_from_timet_with_zone(instant.toSecsSinceEpoch(), FALSE, zone);
+    // libical converts to the zone's wall clock but leaves the time marked as UTC.
+    i_cal_time_set_timezone(time, zone);
+    return time;
 }
 
 void removeAll(ICalComponent* component, ICalPropertyKind kind)
@@ -288,8 +344,19 @@ void stampModified(ICalComponent* component)
     i_cal_component_take_property(component, i_cal_property_new_lastmodified(now.get()));
 }
 
-// Title, notes, place, link and times of event onto component; rules only when asked.
-void writeFields(ICalComponent* component, const CalendarStoreEvent& event, bool withRules)
+// The calendar must hold the VTIMEZONE of every TZID its events name.
+void addZone(ECalClient* client, ICalTimezone* zone)
+{
+    if (zone == utcZone())
+        return;
+    GError* error = nullptr;
+    if (!e_cal_client_add_timezone_sync(client, zone, nullptr, &error))
+        raise(error, "The calendar did not take the time zone");
+}
+
+// Title, notes, place, link and times of event onto component, times in zone; rules only when
+// asked.
+void writeFields(ICalComponent* component, const CalendarStoreEvent& event, bool withRules, ICalTimezone* zone)
 {
     setText(component, I_CAL_SUMMARY_PROPERTY, event.title);
     setText(component, I_CAL_DESCRIPTION_PROPERTY, event.notes);
@@ -298,10 +365,11 @@ void writeFields(ICalComponent* component, const CalendarStoreEvent& event, bool
     removeAll(component, I_CAL_DTSTART_PROPERTY);
     removeAll(component, I_CAL_DTEND_PROPERTY);
     removeAll(component, I_CAL_DURATION_PROPERTY);
-    GRef<ICalTime> start(newTime(event.startDate, event.isAllDay));
-    GRef<ICalTime> end(newTime(event.endDate, event.isAllDay));
-    i_cal_component_take_property(component, i_cal_property_new_dtstart(start.get()));
-    i_cal_component_take_property(component, i_cal_property_new_dtend(end.get()));
+    GRef<ICalTime> start(newTime(event.startDate, event.isAllDay, zone));
+    GRef<ICalTime> end(newTime(event.endDate, event.isAllDay, zone));
+    // These setters also name the time's zone in a TZID parameter.
+    i_cal_component_set_dtstart(component, start.get());
+    i_cal_component_set_dtend(component, end.get());
     if (withRules)
         setRules(component, event.recurrenceRules);
     stampModified(component);
@@ -316,6 +384,34 @@ GRef<ICalComponent> storedObject(ECalClient* client, const QString& uid, const Q
             &component, nullptr, &error))
         raise(error, "The event is not in its calendar");
     return GRef<ICalComponent>(component);
+}
+
+// An occurrence of master as a component of its own, RECURRENCE-ID set, no rules: one edited
+// before comes from the calendar; for one that never was, EDS 3.46 cannot build it from the
+// RECURRENCE-ID text when the series is in a named zone (it reads the text as UTC and finds no
+// such occurrence), so it is built here from the series, as the desktop's other clients do.
+GRef<ICalComponent> occurrenceObject(ECalClient* client, ICalComponent* master, const QString& rid)
+{
+    ICalComponent* stored = nullptr;
+    if (e_cal_client_get_object_sync(
+            client, i_cal_component_get_uid(master), rid.toUtf8().constData(), &stored, nullptr, nullptr))
+        return GRef<ICalComponent>(stored);
+
+    GRef<ICalComponent> occurrence(i_cal_component_clone(master));
+    for (ICalPropertyKind kind : {I_CAL_RRULE_PROPERTY, I_CAL_RDATE_PROPERTY, I_CAL_EXDATE_PROPERTY,
+             I_CAL_EXRULE_PROPERTY, I_CAL_RECURRENCEID_PROPERTY})
+        removeAll(occurrence.get(), kind);
+    // The text is the occurrence's original start as DTSTART writes it: UTC, a date, or the
+    // wall clock in DTSTART's zone.
+    GRef<ICalTime> time(i_cal_time_new_from_string(rid.toUtf8().constData()));
+    if (!time || i_cal_time_is_null_time(time.get()))
+        throw CalendarStoreError(QStringLiteral("The event is not in its calendar"));
+    ICalProperty* property = i_cal_property_new_recurrenceid(time.get());
+    const QString tzid = tzidOf(master, I_CAL_DTSTART_PROPERTY);
+    if (!tzid.isEmpty() && !i_cal_time_is_utc(time.get()) && !i_cal_time_is_date(time.get()))
+        i_cal_property_take_parameter(property, i_cal_parameter_new_tzid(tzid.toUtf8().constData()));
+    i_cal_component_take_property(occurrence.get(), property);
+    return occurrence;
 }
 
 void modify(ECalClient* client, ICalComponent* component, ECalObjModType mod)
@@ -383,6 +479,7 @@ CalendarStore::CalendarStore()
         application && QThread::currentThread() != application->thread()) {
         qCWarning(lcCalendar) << "calendar store created off the GUI thread; EDS calls will stall";
     }
+    std::tie(m_zone, m_zoneLocation) = shownZone();
     GError* error = nullptr;
     m_registry = e_source_registry_new_sync(nullptr, &error);
     if (!m_registry) {
@@ -470,8 +567,8 @@ ECalClient* CalendarStore::client(const QString& calendarIdentifier, QString* wh
         return nullptr;
     }
     auto* calClient = E_CAL_CLIENT(connected);
-    // All-day and floating times then expand in the user's zone rather than in UTC.
-    e_cal_client_set_default_timezone(calClient, e_cal_util_get_system_timezone());
+    // All-day and floating times then expand in the zone shown rather than in UTC.
+    e_cal_client_set_default_timezone(calClient, m_zone);
     m_clients.insert(calendarIdentifier, calClient);
     return calClient;
 }
@@ -491,10 +588,11 @@ QList<CalendarStoreEvent> CalendarStore::events(
     QList<CalendarStoreEvent> events;
     if (!m_registry || !(start < end))
         return events;
-    const QByteArray query
-        = "(occur-in-time-range? (make-time \"" + isoUtc(start) + "\") (make-time \"" + isoUtc(end) + "\"))";
-    const time_t from = start.toSecsSinceEpoch();
-    const time_t to = end.toSecsSinceEpoch();
+    // The third argument names the zone floating times are read in (UTC otherwise).
+    const QByteArray query = "(occur-in-time-range? (make-time \"" + isoUtc(start.addSecs(-marginSeconds))
+        + "\") (make-time \"" + isoUtc(end.addSecs(marginSeconds)) + "\") \"" + m_zoneLocation + "\")";
+    const time_t from = start.toSecsSinceEpoch() - marginSeconds;
+    const time_t to = end.toSecsSinceEpoch() + marginSeconds;
     for (const QString& calendarIdentifier : calendarIdentifiers) {
         ECalClient* calClient = client(calendarIdentifier);
         if (!calClient)
@@ -520,11 +618,11 @@ QList<CalendarStoreEvent> CalendarStore::events(
             auto* component = static_cast<ICalComponent*>(item->data);
             const bool isOccurrence = e_cal_util_component_has_property(component, I_CAL_RECURRENCEID_PROPERTY);
             if (isOccurrence) {
-                if (masters.contains(QByteArray(i_cal_component_get_uid(component))))
+                if (masters.contains(QByteArray(i_cal_component_get_uid(component))) || isCancelled(component))
                     continue;
                 CalendarStoreEvent event = readStored(component, calClient, calendarIdentifier);
                 event.occurrenceIdentifier = takeText(e_cal_util_component_get_recurid_as_string(component));
-                if (event.startDate < end && (start < event.endDate || event.startDate == event.endDate)) {
+                if (overlaps(event, start, end)) {
                     if (GRef<ICalComponent> master {[&]() -> ICalComponent* {
                             ICalComponent* found = nullptr;
                             e_cal_client_get_object_sync(
@@ -537,7 +635,7 @@ QList<CalendarStoreEvent> CalendarStore::events(
                 continue;
             }
             Expansion expansion {calClient, calendarIdentifier, rulesOf(component),
-                e_cal_util_component_has_recurrences(component) != FALSE, &events};
+                e_cal_util_component_has_recurrences(component) != FALSE, &events, start, end};
             if (!expansion.isSeries && !expansion.seriesRules.isEmpty())
                 expansion.isSeries = true;
             e_cal_client_generate_instances_for_object_sync(
@@ -561,9 +659,11 @@ QList<CalendarStoreEvent> CalendarStore::occurrences(const QString& calendarIden
         return found;
     const GRef<ICalComponent> master(component);
     Expansion expansion {calClient, calendarIdentifier, rulesOf(component),
-        e_cal_util_component_has_recurrences(component) || e_cal_util_component_is_instance(component), &found};
-    e_cal_client_generate_instances_for_object_sync(
-        calClient, component, start.toSecsSinceEpoch(), end.toSecsSinceEpoch(), nullptr, collectInstance, &expansion);
+        e_cal_util_component_has_recurrences(component) || e_cal_util_component_is_instance(component), &found, start,
+        end};
+    // Expanded over a window of a second or two, a series in a named zone yields nothing.
+    e_cal_client_generate_instances_for_object_sync(calClient, component, start.toSecsSinceEpoch() - marginSeconds,
+        end.toSecsSinceEpoch() + marginSeconds, nullptr, collectInstance, &expansion);
     return found;
 }
 
@@ -593,7 +693,8 @@ void CalendarStore::save(CalendarStoreEvent& event, CalendarStoreSpan span) cons
         GRef<ICalComponent> component(i_cal_component_new_vevent());
         const QByteArray uid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUtf8();
         i_cal_component_set_uid(component.get(), uid.constData());
-        writeFields(component.get(), event, true);
+        writeFields(component.get(), event, true, m_zone);
+        addZone(calClient, m_zone);
         gchar* createdUid = nullptr;
         GError* error = nullptr;
         if (!e_cal_client_create_object_sync(
@@ -612,7 +713,8 @@ void CalendarStore::save(CalendarStoreEvent& event, CalendarStoreSpan span) cons
         && rulesOf(master.get()) == event.recurrenceRules;
     if (!ownChange) {
         // The series, or an event that does not repeat, written whole.
-        writeFields(master.get(), event, true);
+        writeFields(master.get(), event, true, m_zone);
+        addZone(calClient, m_zone);
         modify(calClient, master.get(), E_CAL_OBJ_MOD_ALL);
         event.occurrenceIdentifier.clear();
         return;
@@ -620,12 +722,13 @@ void CalendarStore::save(CalendarStoreEvent& event, CalendarStoreSpan span) cons
 
     // One occurrence edited on its own: a detached instance with the series' UID and the
     // occurrence's RECURRENCE-ID, carrying no rules of its own.
-    GRef<ICalComponent> occurrence = storedObject(calClient, event.eventIdentifier, event.occurrenceIdentifier);
+    GRef<ICalComponent> occurrence = occurrenceObject(calClient, master.get(), event.occurrenceIdentifier);
     removeAll(occurrence.get(), I_CAL_RRULE_PROPERTY);
     removeAll(occurrence.get(), I_CAL_RDATE_PROPERTY);
     removeAll(occurrence.get(), I_CAL_EXDATE_PROPERTY);
     removeAll(occurrence.get(), I_CAL_EXRULE_PROPERTY);
-    writeFields(occurrence.get(), event, false);
+    writeFields(occurrence.get(), event, false, m_zone);
+    addZone(calClient, m_zone);
     modify(calClient, occurrence.get(), E_CAL_OBJ_MOD_THIS);
 }
 
@@ -648,7 +751,8 @@ void CalendarStore::remove(const CalendarStoreEvent& event, CalendarStoreSpan sp
         removeObject(calClient, event.eventIdentifier, {}, E_CAL_OBJ_MOD_ALL);
         return;
     }
-    GRef<ICalTime> until(newTime(event.startDate.addSecs(-1), series.isAllDay));
+    // UNTIL is in UTC whenever DTSTART names a zone.
+    GRef<ICalTime> until(newTime(event.startDate.addSecs(-1), series.isAllDay, utcZone()));
     for (ICalProperty* raw = i_cal_component_get_first_property(master.get(), I_CAL_RRULE_PROPERTY); raw;
          raw = i_cal_component_get_next_property(master.get(), I_CAL_RRULE_PROPERTY)) {
         GRef<ICalProperty> property(raw);

@@ -14,6 +14,7 @@
 
 typedef struct _ESourceRegistry ESourceRegistry;
 typedef struct _ECalClient ECalClient;
+typedef struct _ICalTimezone ICalTimezone;
 
 // Authorisation answers for reading and writing events, numbered as the rest of the program
 // expects them.
@@ -115,8 +116,10 @@ private:
 // There is no permission prompt on the desktop: the user's calendars are readable whenever EDS
 // answers, so access is full when the registry connected and denied when it did not.
 //
-// Times: all-day events read as local midnights; times with a zone or in UTC read as the instant
-// they name; floating times read in the system's zone. New events are written in UTC.
+// Times: one zone throughout, the one Qt shows (it follows TZ): all-day events read as its
+// midnights, floating times read in it, and new events are written in it (TZID and VTIMEZONE),
+// so that their rules mean the weekday, day and hour the user chose. Times with a zone or in UTC
+// read as the instant they name.
 class CalendarStore {
 public:
     // The one instance the application composes with, created on first use; the first call must
@@ -178,6 +181,9 @@ private:
     ECalClient* requireClient(const QString& calendarIdentifier) const;
 
     ESourceRegistry* m_registry = nullptr;
+    // libical's own, never freed.
+    ICalTimezone* m_zone = nullptr;
+    QByteArray m_zoneLocation;
     QString m_connectionError;
     mutable QMutex m_clientsMutex;
     mutable QHash<QString, ECalClient*> m_clients;

@@ -158,13 +158,35 @@ MeetEntity EventKitMeetRepositoryImpl::converted(const CalendarStoreEvent& event
     return meet(event, eventStore->calendar(event.calendarIdentifier).value_or(CalendarStoreCalendar {}));
 }
 
+QDateTime EventKitMeetRepositoryImpl::firstOccurrence(
+    const QList<CalendarStoreRecurrenceRule>& rules, const QDateTime& start, const QTimeZone& zone)
+{
+    if (rules.isEmpty() || rules.constFirst().frequency != CalendarStoreFrequency::weekly
+        || rules.constFirst().daysOfTheWeek.isEmpty())
+        return start;
+    const QDateTime local = start.toTimeZone(zone);
+    for (int ahead = 0; ahead < 7; ++ahead) {
+        const QDate day = local.date().addDays(ahead);
+        if (rules.constFirst().daysOfTheWeek.contains(storeWeekday(day)))
+            return QDateTime(day, local.time(), zone);
+    }
+    return start;
+}
+
 void EventKitMeetRepositoryImpl::apply(const MeetDraft& draft, CalendarStoreEvent& event) const
 {
+    const QList<CalendarStoreRecurrenceRule> chosen = rules(draft.recurrence, draft.weekdays, draft.start, calendar);
+    QDateTime start = draft.start;
+    // A series written anew starts on its first occurrence: a DTSTART its own rule does not
+    // produce is an occurrence of nothing (RFC 5545), shown by some clients and not by others.
+    // One occurrence moved on its own may land on any day.
+    if (chosen != event.recurrenceRules || event.occurrenceIdentifier.isEmpty())
+        start = firstOccurrence(chosen, draft.start, calendar);
     event.title = draft.title;
     event.notes = draft.description;
-    event.startDate = draft.start;
-    event.endDate = draft.end;
-    event.recurrenceRules = rules(draft.recurrence, draft.weekdays, draft.start, calendar);
+    event.startDate = start;
+    event.endDate = start.addMSecs(draft.start.msecsTo(draft.end));
+    event.recurrenceRules = chosen;
 }
 
 MeetEntity EventKitMeetRepositoryImpl::createMeet(const MeetDraft& draft)
@@ -194,9 +216,10 @@ CalendarStoreEvent EventKitMeetRepositoryImpl::findOccurrence(const MeetEntity& 
     const std::optional<CalendarStoreEvent> stored = eventStore->event(meet.metOriginalIdentifier);
     if (!stored)
         throw EventKitMeetRepositoryError::eventNotFound();
-    // A second either side, so that an event of no duration overlaps the range too.
+    // The occurrences that overlap the second the meet starts, moved ones included; the store
+    // takes care of asking EDS for a range wide enough for every kind of series.
     const QList<CalendarStoreEvent> around = eventStore->events(eventStore->predicateForOccurrences(
-        meet.metOriginalIdentifier, stored->calendarIdentifier, meet.metDate.addSecs(-1), meet.metDate.addSecs(1)));
+        meet.metOriginalIdentifier, stored->calendarIdentifier, meet.metDate, meet.metDate.addSecs(1)));
     for (const CalendarStoreEvent& candidate : around) {
         const QString identifier
             = candidate.eventIdentifier.isEmpty() ? candidate.calendarItemIdentifier : candidate.eventIdentifier;

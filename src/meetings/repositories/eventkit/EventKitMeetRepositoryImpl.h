@@ -43,6 +43,11 @@ public:
     static QList<CalendarStoreRecurrenceRule> rules(
         MeetRecurrenceFrequency frequency, const QSet<int>& weekdays, const QDateTime& start, const QTimeZone& zone);
 
+    // Where a series with these rules, chosen to start at start, really starts: a weekly one on
+    // the first of its weekdays from start on, in zone, at the same time of day.
+    static QDateTime firstOccurrence(
+        const QList<CalendarStoreRecurrenceRule>& rules, const QDateTime& start, const QTimeZone& zone);
+
 private:
     void requireAccess();
     CalendarStoreEvent findOccurrence(const MeetEntity& meet) const;
