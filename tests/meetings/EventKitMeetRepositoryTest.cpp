@@ -401,8 +401,13 @@ private Q_SLOTS:
     void shouldReadImportedCalendarsExactlyAsEdsExpandsThem_data()
     {
         QTest::addColumn<QString>("file");
-        for (const QString& file : QDir(QStringLiteral(TOLVANE_MEET_DATA)).entryList({QStringLiteral("*.ics")}))
-            QTest::newRow(qPrintable(file)) << file;
+        for (const QString& file : QDir(QStringLiteral(TOLVANE_MEET_DATA)).entryList({QStringLiteral("*.ics")})) {
+            // Occurrences in the hours daylight-saving time skips or repeats, which libical
+            // misplaces and the repository reads as RFC 5545 says; tst_meet_time_zones compares
+            // them with an independent expansion.
+            if (file != QLatin1String("dst-edge-hours.ics"))
+                QTest::newRow(qPrintable(file)) << file;
+        }
     }
 
     void shouldReadImportedCalendarsExactlyAsEdsExpandsThem()

@@ -66,8 +66,8 @@ ICalTimezone* utcZone()
 
 // The zone the program shows times in: Qt's, which follows TZ, where EDS's own idea of the
 // local zone (e_cal_util_get_system_timezone) reads /etc/localtime only. All-day and floating
-// times are read in it and new events are written in it.
-// The zone and the name EDS knows it by (its range queries take zones by name).
+// times are read in it and new events are written in it. Returned with the name EDS knows it
+// by, as its range queries take zones by name.
 std::pair<ICalTimezone*, QByteArray> shownZone()
 {
     const QByteArray id = QTimeZone::systemTimeZoneId();
@@ -107,6 +107,41 @@ QDateTime floatingLocal(const ICalTime* time)
         QTime(i_cal_time_get_hour(time), i_cal_time_get_minute(time), i_cal_time_get_second(time)), Qt::LocalTime);
 }
 
+// A time's digits read as if they were UTC, in seconds since 1970.
+qint64 wallSeconds(const ICalTime* time)
+{
+    return QDateTime(QDate(i_cal_time_get_year(time), i_cal_time_get_month(time), i_cal_time_get_day(time)),
+        QTime(i_cal_time_get_hour(time), i_cal_time_get_minute(time), i_cal_time_get_second(time)), Qt::UTC)
+        .toSecsSinceEpoch();
+}
+
+// How far zone's clocks are ahead of UTC at an instant; libical gets this direction right.
+qint64 offsetAt(ICalTimezone* zone, qint64 instant)
+{
+    const GRef<ICalTime> local(i_cal_time_new_from_timet_with_zone(instant, FALSE, zone));
+    return wallSeconds(local.get()) - instant;
+}
+
+// The instant a wall-clock time in zone names, read as RFC 5545 (3.3.5) says and as the online
+// calendars read it: a time in the hour skipped when clocks go forward with the offset before
+// the change, a time in the hour that happens twice when they go back as its first time.
+// libical's own conversion puts the first an hour early and takes the second time of the two.
+qint64 instantInZone(const ICalTime* time, ICalTimezone* zone)
+{
+    const qint64 wall = wallSeconds(time);
+    if (zone == utcZone())
+        return wall;
+    // No zone changes its offset twice within two days.
+    const qint64 before = offsetAt(zone, wall - 24 * 3600);
+    const qint64 after = offsetAt(zone, wall + 24 * 3600);
+    // The larger offset gives the earlier instant: the first of an hour that happens twice.
+    for (const qint64 offset : {qMax(before, after), qMin(before, after)}) {
+        if (offsetAt(zone, wall - offset) == offset)
+            return wall - offset;
+    }
+    return wall - before;
+}
+
 // The instant a time names. A zone attached to the time wins; otherwise the TZID, resolved by
 // the calendar; otherwise the time floats in the local zone.
 QDateTime instantOf(const ICalTime* time, ECalClient* client, const QString& tzid)
@@ -124,7 +159,7 @@ QDateTime instantOf(const ICalTime* time, ECalClient* client, const QString& tzi
     }
     if (!zone)
         return floatingLocal(time);
-    return QDateTime::fromSecsSinceEpoch(i_cal_time_as_timet_with_zone(time, zone), Qt::UTC);
+    return QDateTime::fromSecsSinceEpoch(instantInZone(time, zone), Qt::UTC);
 }
 
 QString tzidOf(ICalComponent* component, ICalPropertyKind kind)
@@ -237,7 +272,42 @@ struct Expansion {
     // Only occurrences overlapping this range are kept; EDS is asked for a wider one.
     QDateTime start;
     QDateTime end;
+    // For a series whose rules keep DTSTART's time of day: that time, and the exact length of
+    // the first occurrence, which every occurrence has (RFC 5545 3.8.5.3).
+    std::optional<QTime> ruleTime = std::nullopt;
+    qint64 seconds = 0;
 };
+
+// The expansion of master: libical's recurrence iterator, after an occurrence in the hour
+// skipped when clocks go forward, puts the next one an hour late (03:30 for 02:30 the day after
+// the change), and EDS gives each occurrence the wall-clock length of the first, not its exact
+// one. Where the rules cannot change the time of day, it is put back.
+Expansion expansionOf(ECalClient* client, ICalComponent* master, const QString& calendarIdentifier, bool isSeries,
+    QList<CalendarStoreEvent>* out, const QDateTime& start, const QDateTime& end)
+{
+    Expansion expansion {client, calendarIdentifier, rulesOf(master), isSeries, out, start, end};
+    GRef<ICalTime> dtstart(i_cal_component_get_dtstart(master));
+    if (!dtstart || i_cal_time_is_date(dtstart.get()) || i_cal_time_is_utc(dtstart.get())
+        || e_cal_util_component_has_property(master, I_CAL_RDATE_PROPERTY)
+        || !e_cal_util_component_has_property(master, I_CAL_RRULE_PROPERTY))
+        return expansion;
+    for (ICalProperty* raw = i_cal_component_get_first_property(master, I_CAL_RRULE_PROPERTY); raw;
+         raw = i_cal_component_get_next_property(master, I_CAL_RRULE_PROPERTY)) {
+        GRef<ICalProperty> property(raw);
+        GRef<ICalRecurrence> rule(i_cal_property_get_rrule(property.get()));
+        const ICalRecurrenceFrequency frequency = rule ? i_cal_recurrence_get_freq(rule.get()) : I_CAL_NO_RECURRENCE;
+        if (!rule || frequency < I_CAL_DAILY_RECURRENCE || frequency > I_CAL_YEARLY_RECURRENCE
+            || i_cal_recurrence_get_by_hour(rule.get(), 0) != I_CAL_RECURRENCE_ARRAY_MAX
+            || i_cal_recurrence_get_by_minute(rule.get(), 0) != I_CAL_RECURRENCE_ARRAY_MAX
+            || i_cal_recurrence_get_by_second(rule.get(), 0) != I_CAL_RECURRENCE_ARRAY_MAX)
+            return expansion;
+    }
+    const CalendarStoreEvent first = readStored(master, client, calendarIdentifier);
+    expansion.ruleTime = QTime(
+        i_cal_time_get_hour(dtstart.get()), i_cal_time_get_minute(dtstart.get()), i_cal_time_get_second(dtstart.get()));
+    expansion.seconds = first.startDate.secsTo(first.endDate);
+    return expansion;
+}
 
 gboolean collectInstance(ICalComponent* component, ICalTime* start, ICalTime* end, gpointer data,
     GCancellable* /*cancellable*/, GError** /*error*/)
@@ -249,8 +319,18 @@ gboolean collectInstance(ICalComponent* component, ICalTime* start, ICalTime* en
     event.calendarIdentifier = expansion->calendarIdentifier;
     readCommon(component, event);
     event.isAllDay = i_cal_time_is_date(start);
-    event.startDate = instantOf(start, expansion->client, {});
-    event.endDate = instantOf(end, expansion->client, {});
+    // Occurrences the rules make (edited ones, on their own, carry no rules) start at the
+    // series' time of day.
+    if (expansion->ruleTime && e_cal_util_component_has_property(component, I_CAL_RRULE_PROPERTY)) {
+        GRef<ICalTime> ruled(i_cal_time_clone(start));
+        i_cal_time_set_time(
+            ruled.get(), expansion->ruleTime->hour(), expansion->ruleTime->minute(), expansion->ruleTime->second());
+        event.startDate = instantOf(ruled.get(), expansion->client, {});
+        event.endDate = event.startDate.addSecs(expansion->seconds);
+    } else {
+        event.startDate = instantOf(start, expansion->client, {});
+        event.endDate = instantOf(end, expansion->client, {});
+    }
     if (expansion->isSeries) {
         event.recurrenceRules = expansion->seriesRules;
         event.occurrenceIdentifier = takeText(e_cal_util_component_get_recurid_as_string(component));
@@ -634,8 +714,8 @@ QList<CalendarStoreEvent> CalendarStore::events(
                 }
                 continue;
             }
-            Expansion expansion {calClient, calendarIdentifier, rulesOf(component),
-                e_cal_util_component_has_recurrences(component) != FALSE, &events, start, end};
+            Expansion expansion = expansionOf(calClient, component, calendarIdentifier,
+                e_cal_util_component_has_recurrences(component) != FALSE, &events, start, end);
             if (!expansion.isSeries && !expansion.seriesRules.isEmpty())
                 expansion.isSeries = true;
             e_cal_client_generate_instances_for_object_sync(
@@ -658,9 +738,9 @@ QList<CalendarStoreEvent> CalendarStore::occurrences(const QString& calendarIden
             calClient, eventIdentifier.toUtf8().constData(), nullptr, &component, nullptr, nullptr))
         return found;
     const GRef<ICalComponent> master(component);
-    Expansion expansion {calClient, calendarIdentifier, rulesOf(component),
+    Expansion expansion = expansionOf(calClient, component, calendarIdentifier,
         e_cal_util_component_has_recurrences(component) || e_cal_util_component_is_instance(component), &found, start,
-        end};
+        end);
     // Expanded over a window of a second or two, a series in a named zone yields nothing.
     e_cal_client_generate_instances_for_object_sync(calClient, component, start.toSecsSinceEpoch() - marginSeconds,
         end.toSecsSinceEpoch() + marginSeconds, nullptr, collectInstance, &expansion);
