@@ -232,6 +232,32 @@ private Q_SLOTS:
         QCOMPARE(named(after, QStringLiteral("Kolkata sync")).size(), 4);
     }
 
+    void shouldEditAnOccurrenceNextToTheHourSkippedInSpring()
+    {
+        // 02:30 in Madrid does not exist on 29 March; libical puts the next day's occurrence at
+        // 03:30, and an edit made there would name an occurrence the series does not have.
+        QFile ics(QStringLiteral(TOLVANE_MEET_DATA "/dst-edge-hours.ics"));
+        QVERIFY(ics.open(QIODevice::ReadOnly));
+        const QByteArray text = ics.readAll();
+        QVERIFY(offMainThread([&] { return m_store->importCalendarData(m_calendarId, text); }) > 0);
+        auto meets = repository();
+        const QList<MeetEntity> nights = named(fetch(), QStringLiteral("Night backup in spring"));
+        const QTimeZone madrid("Europe/Madrid");
+        const QDateTime monday(QDate(2026, 3, 30), QTime(2, 30), madrid);
+        const auto found
+            = std::find_if(nights.begin(), nights.end(), [&](const MeetEntity& m) { return m.metDate == monday; });
+        QVERIFY(found != nights.end());
+        offMainThread([&] {
+            return meets->updateMeet(
+                *found, draft(QStringLiteral("Edited backup"), monday, 30, MeetRecurrenceFrequency::daily));
+        });
+        const QList<MeetEntity> after = fetch();
+        QCOMPARE(named(after, QStringLiteral("Night backup in spring")).size(), nights.size() - 1);
+        const QList<MeetEntity> edited = named(after, QStringLiteral("Edited backup"));
+        QCOMPARE(edited.size(), 1);
+        QCOMPARE(edited.front().metDate, monday);
+    }
+
     void shouldWriteRepeatingMeetsSoThatTheirRulesMeanTheShownZone()
     {
         // Late in the evening and just after midnight: in every zone but UTC one of them lies on

@@ -319,6 +319,10 @@ gboolean collectInstance(ICalComponent* component, ICalTime* start, ICalTime* en
     event.calendarIdentifier = expansion->calendarIdentifier;
     readCommon(component, event);
     event.isAllDay = i_cal_time_is_date(start);
+    if (expansion->isSeries) {
+        event.recurrenceRules = expansion->seriesRules;
+        event.occurrenceIdentifier = takeText(e_cal_util_component_get_recurid_as_string(component));
+    }
     // Occurrences the rules make (edited ones, on their own, carry no rules) start at the
     // series' time of day.
     if (expansion->ruleTime && e_cal_util_component_has_property(component, I_CAL_RRULE_PROPERTY)) {
@@ -330,10 +334,6 @@ gboolean collectInstance(ICalComponent* component, ICalTime* start, ICalTime* en
     } else {
         event.startDate = instantOf(start, expansion->client, {});
         event.endDate = instantOf(end, expansion->client, {});
-    }
-    if (expansion->isSeries) {
-        event.recurrenceRules = expansion->seriesRules;
-        event.occurrenceIdentifier = takeText(e_cal_util_component_get_recurid_as_string(component));
     }
     if (overlaps(event, expansion->start, expansion->end))
         expansion->out->append(std::move(event));
