@@ -146,7 +146,8 @@ public:
     std::optional<CalendarStoreCalendar> defaultCalendar() const;
 
     // Every occurrence that overlaps [start, end) in the given calendars, calendar by calendar.
-    // Occurrences edited on their own are read in their edited form.
+    // Occurrences edited on their own are read in their edited form; those called off
+    // (STATUS:CANCELLED) are left out.
     QList<CalendarStoreEvent> events(
         const QDateTime& start, const QDateTime& end, const QStringList& calendarIdentifiers) const;
     // The occurrences of one event that overlap [start, end), wherever edits moved them; read
