@@ -154,9 +154,9 @@ class StoreOpenerTest : public QObject {
     }
 
 private Q_SLOTS:
-    void shouldSayBothErrorsWhenTheFileCannotBeDeleted()
+    void shouldSayBothErrorsWhenTheFileCannotBeSetAside()
     {
-        // A directory stands where the file should be: it opens as nothing and cannot be unlinked.
+        // A directory stands where the file should be: it opens as nothing and is not ours to move.
         const QString path = scratch.filePath(QStringLiteral("occupied.realm"));
         QVERIFY(QDir().mkpath(path + QStringLiteral("/inside")));
 
@@ -166,10 +166,11 @@ private Q_SLOTS:
         QCOMPARE(opened.infrastructureMessage, std::nullopt);
         const QString text = opened.databaseMessage.value_or(QString());
         QVERIFY2(text.startsWith(QStringLiteral("Open failed (")), qPrintable(text));
-        QVERIFY2(text.endsWith(QStringLiteral(") and the recovery delete also failed: Unable to delete '%1': Is a "
-                                              "directory")
+        QVERIFY2(text.endsWith(QStringLiteral(") and setting the file aside also failed: Unable to set '%1' aside: Is "
+                                              "a directory")
                                    .arg(path)),
             qPrintable(text));
+        QVERIFY(QFileInfo::exists(path + QStringLiteral("/inside")));
     }
 
     void shouldSayBothErrorsWhenTheRecreatedFileStillFails()
@@ -233,6 +234,15 @@ private Q_SLOTS:
             database->execute(QStringLiteral("INSERT INTO ProjectRealmModel VALUES ('A', 'U', 'Duplicate', '', 0)"));
         }));
         QVERIFY(!database->isInTransaction());
+        QCOMPARE(StoreFiles::projectNames(configuration), QStringList());
+    }
+
+    void shouldRefuseTextThatWouldNotComeBackAsWritten()
+    {
+        const RealmConfiguration configuration = storeAt(scratch.filePath(QStringLiteral("surrogate.realm")));
+        const QString halfPair = QStringLiteral("Call mum ") + QChar(0xD83D);
+
+        QVERIFY_THROWS_EXCEPTION(RealmError, StoreFiles::addProject(configuration, halfPair));
         QCOMPARE(StoreFiles::projectNames(configuration), QStringList());
     }
 
