@@ -2,13 +2,15 @@
 // "Tasks.Tasks" in the session's keyring and writes tasks through the local repository, started
 // by the tests that need two writers.
 //
-//   tst_store_driver FOLDER add COUNT LIST    adds COUNT tasks to LIST
-//   tst_store_driver FOLDER hold COUNT LIST   adds COUNT tasks in one exclusive transaction held
-//                                             open until a line arrives on stdin
+//   tst_store_driver FOLDER start COUNT LIST  on "go", makes the store's key and adds COUNT tasks
+//                                             to LIST, as Tolvane's first start does
+//   tst_store_driver FOLDER add COUNT LIST    with the key made, on "go" adds COUNT tasks
+//   tst_store_driver FOLDER hold COUNT LIST   with the key made, on "go" adds COUNT tasks in one
+//                                             exclusive transaction held open until the next line
 //
-// It prints "ready" and waits for a line on stdin before touching the keyring or the store, so
-// that a test can start two of them at the same moment. Every task the store acknowledged is
-// printed as "ack <id>", every refusal as "fail <text>".
+// It prints "ready" once connected to the keyring and waits for a line on stdin, so that a test
+// can let two of them go at the same moment. Every task the store acknowledged is printed as
+// "ack <id>", every refusal as "fail <text>".
 #include "platform/SecretServiceKeychain.h"
 #include "platform/SystemSecureRandom.h"
 #include "storage/RealmTable.h"
@@ -49,7 +51,7 @@ int main(int argc, char* argv[])
     QCoreApplication application(argc, argv);
     const QStringList arguments = application.arguments();
     if (arguments.size() != 5) {
-        std::fprintf(stderr, "usage: tst_store_driver FOLDER add|hold COUNT LIST\n");
+        std::fprintf(stderr, "usage: tst_store_driver FOLDER start|add|hold COUNT LIST\n");
         return 2;
     }
     const QString folder = arguments.at(1);
@@ -57,22 +59,37 @@ int main(int argc, char* argv[])
     const int count = arguments.at(3).toInt();
     const QUuid list = QUuid::fromString(arguments.at(4));
 
-    say(QStringLiteral("ready"));
-    waitForLine();
-
     RealmConfiguration defaults;
     defaults.fileURL = folder + QStringLiteral("/default.realm");
-    const RealmEncryptedConfigurationFactory factory(
-        std::make_shared<SecretServiceKeychain>(), std::make_shared<SystemSecureRandom>(), defaults);
-    const ResultEntity made = TasksDatabase::make(factory);
-    if (!made.result) {
-        say(QStringLiteral("fail ") + made.firstMessage().value_or(QString()));
-        return 1;
-    }
-    const TasksDatabase database = *made.dataAs<TasksDatabase>();
+    const auto keychain = std::make_shared<SecretServiceKeychain>();
+    const RealmEncryptedConfigurationFactory factory(keychain, std::make_shared<SystemSecureRandom>(), defaults);
+    const auto configure = [&]() -> std::optional<TasksDatabase> {
+        const ResultEntity made = TasksDatabase::make(factory);
+        if (!made.result) {
+            say(QStringLiteral("fail ") + made.firstMessage().value_or(QString()));
+            return std::nullopt;
+        }
+        return *made.dataAs<TasksDatabase>();
+    };
 
-    if (mode == QStringLiteral("add")) {
-        LocalTaskRepositoryImpl tasks(database);
+    std::optional<TasksDatabase> database;
+    if (mode == QStringLiteral("start")) {
+        // The session to the keyring is opened now, so that after "go" only the lookup and
+        // the saving of the key are left to race.
+        keychain->copyMatching(QStringLiteral("Tolvane.Warmup"), RealmEncryptedConfigurationFactory::keychainAccount);
+        say(QStringLiteral("ready"));
+        waitForLine();
+        database = configure();
+    } else {
+        database = configure();
+        say(QStringLiteral("ready"));
+        waitForLine();
+    }
+    if (!database)
+        return 1;
+
+    if (mode != QStringLiteral("hold")) {
+        LocalTaskRepositoryImpl tasks(*database);
         for (int number = 0; number < count; ++number) {
             const TaskEntity task = taskNumbered(list, number);
             const TaskResultEntity created = tasks.create(task);
@@ -83,7 +100,7 @@ int main(int argc, char* argv[])
     }
 
     // Exclusive: not even a reader gets in until the commit.
-    const auto handle = RealmDatabase::open(database.configuration);
+    const auto handle = RealmDatabase::open(database->configuration);
     handle->execute(QStringLiteral("BEGIN EXCLUSIVE"));
     QList<TaskEntity> added;
     for (int number = 0; number < count; ++number) {
