@@ -4,12 +4,16 @@
 #include "storage/RealmDatabase.h"
 #include "storage/RealmDatabaseOpener.h"
 #include "storage/StoreFiles.h"
+#include "storage/StoreFolderLock.h"
 #include "support/TestMain.h"
 #include "tasks/database/ProjectsDatabase.h"
 #include "tasks/database/TasksDatabase.h"
 
 #include <QDir>
 #include <QTemporaryDir>
+
+#include <atomic>
+#include <thread>
 
 namespace {
 
@@ -105,6 +109,29 @@ private Q_SLOTS:
 
         QCOMPARE(StoreFiles::mode(AppPaths::tolvaneDataDirectory()), 0700);
         QCOMPARE(StoreFiles::mode(*projects.fileURL), 0600);
+    }
+
+    void shouldTakeTheKeyThatAnotherProcessIsMakingMeanwhile()
+    {
+        // Another Tolvane on its first start: it has found no key and is about to save its own.
+        const QByteArray theirs(64, '\x42');
+        std::atomic<bool> looking = false;
+        std::thread other([&] {
+            const StoreFolderLock lock(AppPaths::tolvaneDataDirectory());
+            QCOMPARE(
+                keychain->copyMatching(ProjectsDatabaseSchema::name, account).status, KeychainStatus::itemNotFound);
+            looking = true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            keychain->add(ProjectsDatabaseSchema::name, account, theirs);
+        });
+        while (!looking)
+            std::this_thread::yield();
+
+        const RealmConfiguration ours = configurationOf<ProjectsDatabase>(factory());
+        other.join();
+
+        QCOMPARE(ours.encryptionKey, theirs);
+        QCOMPARE(keychain->copyMatching(ProjectsDatabaseSchema::name, account).data, theirs);
     }
 
     void shouldStartAnEmptyStoreWhenItsKeyIsLost()
@@ -244,6 +271,39 @@ private Q_SLOTS:
 
         QVERIFY_THROWS_EXCEPTION(RealmError, StoreFiles::addProject(configuration, halfPair));
         QCOMPARE(StoreFiles::projectNames(configuration), QStringList());
+    }
+
+    void shouldWaitForAStoreThatIsBeingCreatedElsewhere()
+    {
+        // A handle keyed while the file is still empty takes a salt of its own and reads the
+        // file written meanwhile by its creator as foreign.
+        const RealmConfiguration configuration = storeAt(scratch.filePath(QStringLiteral("Tasks.Projects.realm")));
+        std::atomic<bool> creating = false;
+        std::thread creator([&] {
+            const StoreFolderLock lock(scratch.path());
+            QFile file(*configuration.fileURL);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.close();
+            const auto database = RealmDatabase::openKeyed(configuration);
+            database->execute(QStringLiteral("BEGIN EXCLUSIVE"));
+            const RealmObjectType projects = configuration.objectTypes.constFirst();
+            database->execute(QStringLiteral("CREATE TABLE %1 (%2)").arg(projects.name, projects.columns));
+            database->execute(QStringLiteral("PRAGMA user_version = 1"));
+            database->execute(
+                QStringLiteral("INSERT INTO ProjectRealmModel VALUES ('A', 'U', 'Made elsewhere', '', 0)"));
+            creating = true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            database->commitWrite();
+        });
+        while (!creating)
+            std::this_thread::yield();
+
+        const ResultEntity opened = RealmDatabaseOpener::open(configuration);
+        creator.join();
+
+        QVERIFY(opened.result);
+        QCOMPARE(StoreFiles::projectNames(configuration), QStringList {QStringLiteral("Made elsewhere")});
+        QCOMPARE(QDir(scratch.path()).entryList({QStringLiteral("Tasks.Projects.realm.unreadable-*")}), QStringList());
     }
 
     void shouldRoundTripEveryValueKind()
