@@ -4,9 +4,11 @@
 #include "MainWindow.h"
 #include "oauth/GIDSignIn.h"
 #include "platform/Logging.h"
+#include "platform/NotificationCenter.h"
 #include "screens/common/AppServices.h"
 #include "screens/common/Appearance.h"
 #include "screens/common/Async.h"
+#include "screens/common/ErrorConsoleStore.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -47,5 +49,8 @@ void TolvaneApp::start()
     m_appearance = std::make_unique<Appearance>();
     m_appearance->apply();
     m_window = std::make_unique<MainWindow>(m_services);
+    // The storage layer tells when it set an unreadable store aside; the user reads it here.
+    NotificationCenter::defaultCenter().addObserver(NotificationName::storeSetAside, m_window.get(),
+        [console = &m_services.console()](const QVariant& line) { console->appendLine(line.toString()); });
     m_window->show();
 }

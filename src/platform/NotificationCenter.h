@@ -14,6 +14,8 @@ inline const QString alarmScheduleDidChange = QStringLiteral("alarmScheduleDidCh
 inline const QString openMeetFromAlarm = QStringLiteral("openMeetFromAlarm");
 inline const QString userAccountDidChange = QStringLiteral("userAccountDidChange");
 inline const QString showUserSettings = QStringLiteral("showUserSettings");
+// A local store could not be read and was moved aside; the object is the line for the console.
+inline const QString storeSetAside = QStringLiteral("storeSetAside");
 } // namespace NotificationName
 
 // A process-wide broadcast of named notifications. Any thread may post; each observer runs in

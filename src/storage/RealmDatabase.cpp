@@ -1,6 +1,7 @@
 #include "storage/RealmDatabase.h"
 
 #include "platform/Logging.h"
+#include "storage/StoreFolderLock.h"
 
 #include <QFile>
 
@@ -8,6 +9,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -20,6 +22,28 @@ constexpr int busyTimeoutMilliseconds = 5000;
 QString errorText(sqlite3* connection)
 {
     return QString::fromUtf8(sqlite3_errmsg(connection));
+}
+
+// The connection's last error as a RealmError of the kind its code says.
+RealmError failureOf(sqlite3* connection)
+{
+    switch (sqlite3_extended_errcode(connection) & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        // Another process holds the file longer than the busy timeout: the records are fine.
+        return RealmError(RealmDatabase::busyMessage, RealmError::Kind::busy);
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return RealmError(errorText(connection), RealmError::Kind::damaged);
+    default:
+        return RealmError(errorText(connection));
+    }
+}
+
+qint64 fileSize(const QString& path)
+{
+    struct stat info { };
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? qint64(info.st_size) : -1;
 }
 
 QString systemErrorText(int error)
@@ -48,7 +72,7 @@ public:
     {
         const QByteArray text = sql.toUtf8();
         if (sqlite3_prepare_v2(connection, text.constData(), int(text.size()), &m_statement, nullptr) != SQLITE_OK)
-            throw RealmError(errorText(connection));
+            throw failureOf(connection);
     }
     ~Statement() { sqlite3_finalize(m_statement); }
     Statement(const Statement&) = delete;
@@ -68,7 +92,7 @@ public:
             return true;
         if (status == SQLITE_DONE)
             return false;
-        throw RealmError(errorText(m_connection));
+        throw failureOf(m_connection);
     }
 
     RealmRow row() const
@@ -107,7 +131,11 @@ private:
                 break;
             }
             default: {
-                const QByteArray text = value.toString().toUtf8();
+                // UTF-8 has no form for a lone surrogate; it would come back as "?".
+                const QString string = value.toString();
+                if (!string.isValidUtf16())
+                    throw RealmError(QStringLiteral("Text with an unpaired surrogate cannot be stored"));
+                const QByteArray text = string.toUtf8();
                 status = sqlite3_bind_text64(
                     m_statement, index, text.constData(), sqlite3_uint64(text.size()), SQLITE_TRANSIENT, SQLITE_UTF8);
                 break;
@@ -115,7 +143,7 @@ private:
             }
         }
         if (status != SQLITE_OK)
-            throw RealmError(errorText(m_connection));
+            throw failureOf(m_connection);
     }
 
     QVariant columnValue(int column) const
@@ -150,7 +178,41 @@ std::shared_ptr<RealmDatabase> RealmDatabase::open(const RealmConfiguration& con
     const QString path = configuration.files().constFirst();
     if (!configuration.readOnly)
         createOwnerOnlyFile(path);
+    if (fileSize(path) > 0)
+        return openExisting(configuration);
+    // SQLCipher takes the salt of a file when the handle is keyed; an empty file gets a random
+    // one, and a handle keyed while another process writes the file's first page would read that
+    // page as foreign. The store is therefore created by one process at a time, and a process
+    // that finds the file still empty waits for the one creating it.
+    const StoreFolderLock lock(StoreFolderLock::folderOf(path));
+    return openExisting(configuration);
+}
 
+std::shared_ptr<RealmDatabase> RealmDatabase::openExisting(const RealmConfiguration& configuration)
+{
+    const std::shared_ptr<RealmDatabase> database = openKeyed(configuration);
+    // A wrong key or a damaged file shows on the first read. Both reads share one read
+    // transaction: every transaction costs a lock, a hot-journal check and a header read.
+    database->execute(QStringLiteral("BEGIN"));
+    quint64 fileVersion = 0;
+    try {
+        database->query(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+        fileVersion = database->query(QStringLiteral("PRAGMA user_version")).constFirst().constFirst().toULongLong();
+        database->execute(QStringLiteral("COMMIT"));
+    } catch (const RealmError&) {
+        database->cancelWrite();
+        throw;
+    }
+    if (fileVersion != configuration.schemaVersion)
+        database->migrateSchema(configuration, fileVersion);
+    return database;
+}
+
+std::shared_ptr<RealmDatabase> RealmDatabase::openKeyed(const RealmConfiguration& configuration)
+{
+    if (configuration.encryptionKey.size() != keyLength)
+        throw RealmError(QStringLiteral("Encryption key must be 64 bytes."));
+    const QString path = configuration.files().constFirst();
     sqlite3* connection = nullptr;
     const int flags = (configuration.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX;
     const int status = sqlite3_open_v2(QFile::encodeName(path).constData(), &connection, flags, nullptr);
@@ -169,20 +231,6 @@ std::shared_ptr<RealmDatabase> RealmDatabase::open(const RealmConfiguration& con
     // anything is written.
     if (database->query(QStringLiteral("PRAGMA cipher_version")).isEmpty())
         throw RealmError(QStringLiteral("The database library does not encrypt; refusing to open '%1'").arg(path));
-    // A wrong key or a damaged file shows on the first read. Both reads share one read
-    // transaction: every transaction costs a lock, a hot-journal check and a header read.
-    database->execute(QStringLiteral("BEGIN"));
-    quint64 fileVersion = 0;
-    try {
-        database->query(QStringLiteral("SELECT count(*) FROM sqlite_master"));
-        fileVersion = database->query(QStringLiteral("PRAGMA user_version")).constFirst().constFirst().toULongLong();
-        database->execute(QStringLiteral("COMMIT"));
-    } catch (const RealmError&) {
-        database->cancelWrite();
-        throw;
-    }
-    if (fileVersion != configuration.schemaVersion)
-        database->migrateSchema(configuration, fileVersion);
     return database;
 }
 
@@ -212,6 +260,15 @@ void RealmDatabase::execute(const QString& sql, const QVariantList& bindings)
     while (statement.step()) { }
 }
 
+void RealmDatabase::forEachRow(
+    const QString& sql, const QVariantList& bindings, const std::function<void(const RealmRow&)>& receive)
+{
+    Statement statement(m_connection, sql);
+    statement.bind(bindings);
+    while (statement.step())
+        receive(statement.row());
+}
+
 QList<RealmRow> RealmDatabase::query(const QString& sql, const QVariantList& bindings)
 {
     Statement statement(m_connection, sql);
@@ -222,6 +279,17 @@ QList<RealmRow> RealmDatabase::query(const QString& sql, const QVariantList& bin
     return rows;
 }
 
+bool RealmDatabase::isIntact()
+{
+    try {
+        query(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+        return true;
+    } catch (const RealmError& error) {
+        // A busy file says nothing about its pages.
+        return error.kind() == RealmError::Kind::busy;
+    }
+}
+
 int RealmDatabase::changes() const
 {
     return sqlite3_changes(m_connection);
@@ -230,6 +298,13 @@ int RealmDatabase::changes() const
 void RealmDatabase::beginWrite()
 {
     execute(QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+void RealmDatabase::finishTransaction()
+{
+    if (!isIntact())
+        throw RealmError(unauthenticatedPage, RealmError::Kind::damaged);
+    commitWrite();
 }
 
 void RealmDatabase::commitWrite()

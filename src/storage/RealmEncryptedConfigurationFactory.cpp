@@ -1,6 +1,7 @@
 #include "storage/RealmEncryptedConfigurationFactory.h"
 
 #include "platform/Logging.h"
+#include "storage/RealmError.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -39,14 +40,16 @@ ResultEntity RealmEncryptedConfigurationFactory::makeConfiguration(const QString
 RealmEncryptedConfigurationFactory::KeyOutcome RealmEncryptedConfigurationFactory::encryptionKey(
     const QString& name) const
 {
-    const KeychainLookup lookup = m_keychain->copyMatching(name, keychainAccount);
-    if (lookup.status == KeychainStatus::success && lookup.data)
-        return {*lookup.data, {}};
-    if (lookup.status != KeychainStatus::itemNotFound) {
-        return {{},
-            QStringLiteral("Keychain lookup failed with status %1; refusing to regenerate the encryption key")
-                .arg(lookup.status)};
-    }
+    KeyOutcome stored = storedKey(name);
+    if (!stored.key.isEmpty() || !stored.failure.isEmpty())
+        return stored;
+
+    // Two processes starting together would each make a key, and the one saved last would
+    // orphan the file the other writes. Under the lock the second finds the first's key.
+    const std::optional<StoreFolderLock> lock = lockFolder();
+    stored = storedKey(name);
+    if (!stored.key.isEmpty() || !stored.failure.isEmpty())
+        return stored;
 
     QByteArray key(keyLength, '\0');
     if (m_random->copyBytes(key) != 0)
@@ -57,5 +60,36 @@ RealmEncryptedConfigurationFactory::KeyOutcome RealmEncryptedConfigurationFactor
         qCWarning(lcStorage) << "saving the key of" << name << "failed with status" << status;
         return {{}, QStringLiteral("Failed to save the encryption key to Keychain")};
     }
-    return {key, {}};
+    // The key used is always the one the keychain holds.
+    stored = storedKey(name);
+    if (stored.key.isEmpty() && stored.failure.isEmpty())
+        return {{}, QStringLiteral("Failed to save the encryption key to Keychain")};
+    return stored;
+}
+
+// The key when the keychain has one, a failure when it cannot tell, both empty when there is none.
+RealmEncryptedConfigurationFactory::KeyOutcome RealmEncryptedConfigurationFactory::storedKey(const QString& name) const
+{
+    const KeychainLookup lookup = m_keychain->copyMatching(name, keychainAccount);
+    if (lookup.status == KeychainStatus::success && lookup.data)
+        return {*lookup.data, {}};
+    if (lookup.status != KeychainStatus::itemNotFound) {
+        return {{},
+            QStringLiteral("Keychain lookup failed with status %1; refusing to regenerate the encryption key")
+                .arg(lookup.status)};
+    }
+    return {};
+}
+
+std::optional<StoreFolderLock> RealmEncryptedConfigurationFactory::lockFolder() const
+{
+    if (!m_defaultConfiguration.fileURL)
+        return std::nullopt;
+    try {
+        return std::optional<StoreFolderLock>(
+            std::in_place, StoreFolderLock::folderOf(*m_defaultConfiguration.fileURL));
+    } catch (const RealmError& error) {
+        qCWarning(lcStorage) << "making a key without the stores' lock:" << error.localizedDescription();
+        return std::nullopt;
+    }
 }

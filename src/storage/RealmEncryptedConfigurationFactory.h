@@ -4,8 +4,10 @@
 #include "platform/ResultEntity.h"
 #include "platform/SecureRandom.h"
 #include "storage/RealmConfiguration.h"
+#include "storage/StoreFolderLock.h"
 
 #include <memory>
+#include <optional>
 
 // Builds the configuration of a named store: its file "<name>.realm" beside the default store
 // file, and its 64-byte key from the keychain item (service = name, account "RealmEncryptionKey"),
@@ -28,6 +30,8 @@ private:
         QString failure;
     };
     KeyOutcome encryptionKey(const QString& name) const;
+    KeyOutcome storedKey(const QString& name) const;
+    std::optional<StoreFolderLock> lockFolder() const;
 
     std::shared_ptr<Keychain> m_keychain;
     std::shared_ptr<SecureRandom> m_random;

@@ -4,17 +4,24 @@
 
 #include <stdexcept>
 
-// A failure of the encrypted store: opening, keying, a statement, deleting its files.
+// A failure of the encrypted store: opening, keying, a statement, setting its files aside.
 class RealmError : public std::runtime_error {
 public:
-    explicit RealmError(const QString& description)
+    // What the caller may do about it: a busy store is left alone and the operation fails; a
+    // damaged one is set aside and started anew; anything else is reported as it is.
+    enum class Kind { other, busy, damaged };
+
+    explicit RealmError(const QString& description, Kind kind = Kind::other)
         : std::runtime_error(description.toStdString())
         , m_description(description)
+        , m_kind(kind)
     {
     }
 
     const QString& localizedDescription() const { return m_description; }
+    Kind kind() const { return m_kind; }
 
 private:
     QString m_description;
+    Kind m_kind;
 };

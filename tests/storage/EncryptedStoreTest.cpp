@@ -4,12 +4,16 @@
 #include "storage/RealmDatabase.h"
 #include "storage/RealmDatabaseOpener.h"
 #include "storage/StoreFiles.h"
+#include "storage/StoreFolderLock.h"
 #include "support/TestMain.h"
 #include "tasks/database/ProjectsDatabase.h"
 #include "tasks/database/TasksDatabase.h"
 
 #include <QDir>
 #include <QTemporaryDir>
+
+#include <atomic>
+#include <thread>
 
 namespace {
 
@@ -107,6 +111,29 @@ private Q_SLOTS:
         QCOMPARE(StoreFiles::mode(*projects.fileURL), 0600);
     }
 
+    void shouldTakeTheKeyThatAnotherProcessIsMakingMeanwhile()
+    {
+        // Another Tolvane on its first start: it has found no key and is about to save its own.
+        const QByteArray theirs(64, '\x42');
+        std::atomic<bool> looking = false;
+        std::thread other([&] {
+            const StoreFolderLock lock(AppPaths::tolvaneDataDirectory());
+            QCOMPARE(
+                keychain->copyMatching(ProjectsDatabaseSchema::name, account).status, KeychainStatus::itemNotFound);
+            looking = true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            keychain->add(ProjectsDatabaseSchema::name, account, theirs);
+        });
+        while (!looking)
+            std::this_thread::yield();
+
+        const RealmConfiguration ours = configurationOf<ProjectsDatabase>(factory());
+        other.join();
+
+        QCOMPARE(ours.encryptionKey, theirs);
+        QCOMPARE(keychain->copyMatching(ProjectsDatabaseSchema::name, account).data, theirs);
+    }
+
     void shouldStartAnEmptyStoreWhenItsKeyIsLost()
     {
         const RealmConfiguration before = configurationOf<ProjectsDatabase>(factory());
@@ -154,9 +181,9 @@ class StoreOpenerTest : public QObject {
     }
 
 private Q_SLOTS:
-    void shouldSayBothErrorsWhenTheFileCannotBeDeleted()
+    void shouldSayBothErrorsWhenTheFileCannotBeSetAside()
     {
-        // A directory stands where the file should be: it opens as nothing and cannot be unlinked.
+        // A directory stands where the file should be: it opens as nothing and is not ours to move.
         const QString path = scratch.filePath(QStringLiteral("occupied.realm"));
         QVERIFY(QDir().mkpath(path + QStringLiteral("/inside")));
 
@@ -166,10 +193,11 @@ private Q_SLOTS:
         QCOMPARE(opened.infrastructureMessage, std::nullopt);
         const QString text = opened.databaseMessage.value_or(QString());
         QVERIFY2(text.startsWith(QStringLiteral("Open failed (")), qPrintable(text));
-        QVERIFY2(text.endsWith(QStringLiteral(") and the recovery delete also failed: Unable to delete '%1': Is a "
-                                              "directory")
+        QVERIFY2(text.endsWith(QStringLiteral(") and setting the file aside also failed: Unable to set '%1' aside: Is "
+                                              "a directory")
                                    .arg(path)),
             qPrintable(text));
+        QVERIFY(QFileInfo::exists(path + QStringLiteral("/inside")));
     }
 
     void shouldSayBothErrorsWhenTheRecreatedFileStillFails()
@@ -234,6 +262,48 @@ private Q_SLOTS:
         }));
         QVERIFY(!database->isInTransaction());
         QCOMPARE(StoreFiles::projectNames(configuration), QStringList());
+    }
+
+    void shouldRefuseTextThatWouldNotComeBackAsWritten()
+    {
+        const RealmConfiguration configuration = storeAt(scratch.filePath(QStringLiteral("surrogate.realm")));
+        const QString halfPair = QStringLiteral("Call mum ") + QChar(0xD83D);
+
+        QVERIFY_THROWS_EXCEPTION(RealmError, StoreFiles::addProject(configuration, halfPair));
+        QCOMPARE(StoreFiles::projectNames(configuration), QStringList());
+    }
+
+    void shouldWaitForAStoreThatIsBeingCreatedElsewhere()
+    {
+        // A handle keyed while the file is still empty takes a salt of its own and reads the
+        // file written meanwhile by its creator as foreign.
+        const RealmConfiguration configuration = storeAt(scratch.filePath(QStringLiteral("Tasks.Projects.realm")));
+        std::atomic<bool> creating = false;
+        std::thread creator([&] {
+            const StoreFolderLock lock(scratch.path());
+            QFile file(*configuration.fileURL);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.close();
+            const auto database = RealmDatabase::openKeyed(configuration);
+            database->execute(QStringLiteral("BEGIN EXCLUSIVE"));
+            const RealmObjectType projects = configuration.objectTypes.constFirst();
+            database->execute(QStringLiteral("CREATE TABLE %1 (%2)").arg(projects.name, projects.columns));
+            database->execute(QStringLiteral("PRAGMA user_version = 1"));
+            database->execute(
+                QStringLiteral("INSERT INTO ProjectRealmModel VALUES ('A', 'U', 'Made elsewhere', '', 0)"));
+            creating = true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            database->commitWrite();
+        });
+        while (!creating)
+            std::this_thread::yield();
+
+        const ResultEntity opened = RealmDatabaseOpener::open(configuration);
+        creator.join();
+
+        QVERIFY(opened.result);
+        QCOMPARE(StoreFiles::projectNames(configuration), QStringList {QStringLiteral("Made elsewhere")});
+        QCOMPARE(QDir(scratch.path()).entryList({QStringLiteral("Tasks.Projects.realm.unreadable-*")}), QStringList());
     }
 
     void shouldRoundTripEveryValueKind()

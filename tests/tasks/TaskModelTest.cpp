@@ -64,6 +64,28 @@ private Q_SLOTS:
             QStringLiteral("The daily task title cannot be empty"));
     }
 
+    void shouldRefuseNamesWithAHalfSurrogatePair_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("lone high surrogate at the end") << QStringLiteral("Call mum ") + QChar(0xD83D);
+        QTest::newRow("lone low surrogate inside") << QStringLiteral("a") + QChar(0xDE00) + QStringLiteral("b");
+        QTest::newRow("pair reversed") << QString(QChar(0xDE00)) + QChar(0xD83D);
+    }
+
+    // The store and the backend keep text as UTF-8, which would turn the half pair into "?".
+    void shouldRefuseNamesWithAHalfSurrogatePair()
+    {
+        QFETCH(QString, text);
+        verifyFailedInDomain(ProjectDomain::validateName(ProjectEntity {.prjName = text}),
+            QStringLiteral("The project name holds a broken character (a lone surrogate)"));
+        verifyFailedInDomain(TaskListDomain::validateName(TaskListEntity {.talName = text}),
+            QStringLiteral("The task list name holds a broken character (a lone surrogate)"));
+        verifyFailedInDomain(TaskDomain::validateTitle(TaskEntity {.tasTitle = text}),
+            QStringLiteral("The task title holds a broken character (a lone surrogate)"));
+        verifyFailedInDomain(DailyTaskDomain::validateTitle(DailyTaskEntity {.dtaTitle = text}),
+            QStringLiteral("The daily task title holds a broken character (a lone surrogate)"));
+    }
+
     void shouldAcceptNamesWithTextAndLeaveTheirSpacesAlone_data()
     {
         QTest::addColumn<QString>("text");

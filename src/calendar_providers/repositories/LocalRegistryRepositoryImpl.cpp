@@ -46,18 +46,20 @@ LocalRegistryRepositoryImpl::LocalRegistryRepositoryImpl(CalendarProviderDatabas
 CalendarProvidersResultEntity LocalRegistryRepositoryImpl::listProviders()
 {
     return withDatabase([](RealmDatabase& database) {
-        QList<CalendarProviderEntity> providers;
-        // rowid is the order of registration; an update keeps a record's place.
-        for (const RealmRow& row : database.query(selectAll + QStringLiteral(" ORDER BY rowid")))
-            providers.append(fromRow(row));
-        return CalendarProvidersResultEntity::success(providers);
+        return database.read([&] {
+            QList<CalendarProviderEntity> providers;
+            // rowid is the order of registration; an update keeps a record's place.
+            for (const RealmRow& row : database.query(selectAll + QStringLiteral(" ORDER BY rowid")))
+                providers.append(fromRow(row));
+            return CalendarProvidersResultEntity::success(providers);
+        });
     });
 }
 
 CalendarProvidersResultEntity LocalRegistryRepositoryImpl::findProvider(const QString& capId)
 {
     return withDatabase([&](RealmDatabase& database) {
-        const std::optional<CalendarProviderEntity> provider = lookUp(database, capId);
+        const std::optional<CalendarProviderEntity> provider = database.read([&] { return lookUp(database, capId); });
         if (!provider)
             return CalendarProvidersResultEntity::applicationFailure(CalendarProviderMessages::notFound);
         return CalendarProvidersResultEntity::success(*provider);
@@ -111,18 +113,14 @@ CalendarProvidersResultEntity LocalRegistryRepositoryImpl::removeProvider(const 
 CalendarProvidersResultEntity LocalRegistryRepositoryImpl::withDatabase(
     const std::function<CalendarProvidersResultEntity(RealmDatabase&)>& operation) const
 {
-    const ResultEntity opened = RealmDatabaseOpener::open(m_database.configuration);
-    if (!opened.result) {
-        qCWarning(lcStorage) << "calendar provider registry unavailable:" << opened.firstMessage().value_or(QString());
-        CalendarProvidersResultEntity failure
-            = CalendarProvidersResultEntity::databaseFailure(CalendarProviderMessages::databaseOpenFailed);
-        failure.infrastructureMessage = opened.databaseMessage;
-        return failure;
-    }
-    const std::shared_ptr<RealmDatabase> database = *opened.dataAs<std::shared_ptr<RealmDatabase>>();
-    try {
-        return operation(*database);
-    } catch (const RealmError& error) {
-        return CalendarProvidersResultEntity::databaseFailure(error.localizedDescription());
-    }
+    return RealmDatabaseOpener::perform(
+        m_database.configuration, operation,
+        [](const QString& text) {
+            qCWarning(lcStorage) << "calendar provider registry unavailable:" << text;
+            CalendarProvidersResultEntity failure
+                = CalendarProvidersResultEntity::databaseFailure(CalendarProviderMessages::databaseOpenFailed);
+            failure.infrastructureMessage = text;
+            return failure;
+        },
+        [](const QString& text) { return CalendarProvidersResultEntity::databaseFailure(text); });
 }

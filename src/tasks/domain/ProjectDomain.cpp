@@ -7,7 +7,11 @@ namespace ProjectDomain {
 
 TaskResultEntity validateName(const ProjectEntity& project)
 {
-    return TaskResultEntity::domainCheck(!Text::isBlank(project.prjName), TaskMessages::Project::blankName);
+    if (Text::isBlank(project.prjName))
+        return TaskResultEntity::domainFailure(TaskMessages::Project::blankName);
+    // UTF-8 in the store and JSON on the wire have no form for half a surrogate pair; it would
+    // come back as "?".
+    return TaskResultEntity::domainCheck(project.prjName.isValidUtf16(), TaskMessages::Project::unstorableName);
 }
 
 TaskResultEntity canDelete(const QList<TaskListEntity>& taskLists)

@@ -7,7 +7,11 @@ namespace TaskDomain {
 
 TaskResultEntity validateTitle(const TaskEntity& task)
 {
-    return TaskResultEntity::domainCheck(!Text::isBlank(task.tasTitle), TaskMessages::Task::blankTitle);
+    if (Text::isBlank(task.tasTitle))
+        return TaskResultEntity::domainFailure(TaskMessages::Task::blankTitle);
+    // UTF-8 in the store and JSON on the wire have no form for half a surrogate pair; it would
+    // come back as "?".
+    return TaskResultEntity::domainCheck(task.tasTitle.isValidUtf16(), TaskMessages::Task::unstorableTitle);
 }
 
 TaskResultEntity parentTaskListExists(const std::optional<TaskListEntity>& taskList)

@@ -7,7 +7,11 @@ namespace TaskListDomain {
 
 TaskResultEntity validateName(const TaskListEntity& taskList)
 {
-    return TaskResultEntity::domainCheck(!Text::isBlank(taskList.talName), TaskMessages::TaskList::blankName);
+    if (Text::isBlank(taskList.talName))
+        return TaskResultEntity::domainFailure(TaskMessages::TaskList::blankName);
+    // UTF-8 in the store and JSON on the wire have no form for half a surrogate pair; it would
+    // come back as "?".
+    return TaskResultEntity::domainCheck(taskList.talName.isValidUtf16(), TaskMessages::TaskList::unstorableName);
 }
 
 TaskResultEntity parentProjectExists(const std::optional<ProjectEntity>& project)

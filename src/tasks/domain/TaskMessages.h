@@ -8,6 +8,7 @@ namespace TaskMessages {
 
 namespace Project {
 inline const QString blankName = QStringLiteral("The project name cannot be empty");
+inline const QString unstorableName = QStringLiteral("The project name holds a broken character (a lone surrogate)");
 inline const QString notFound = QStringLiteral("The project does not exist");
 inline const QString notOwned = QStringLiteral("This project does not belong to the given user");
 inline const QString hasTaskLists = QStringLiteral("The project still has task lists");
@@ -17,6 +18,7 @@ inline const QString remoteBadId = QStringLiteral("el servidor devolvió un proy
 
 namespace TaskList {
 inline const QString blankName = QStringLiteral("The task list name cannot be empty");
+inline const QString unstorableName = QStringLiteral("The task list name holds a broken character (a lone surrogate)");
 inline const QString missingParent = QStringLiteral("The parent project does not exist");
 inline const QString notFound = QStringLiteral("The task list does not exist");
 inline const QString listingFailed = QStringLiteral("Could not load the project's task lists");
@@ -26,6 +28,7 @@ inline const QString remoteBadId = QStringLiteral("el servidor devolvió un list
 
 namespace Task {
 inline const QString blankTitle = QStringLiteral("The task title cannot be empty");
+inline const QString unstorableTitle = QStringLiteral("The task title holds a broken character (a lone surrogate)");
 inline const QString missingParent = QStringLiteral("The parent task list does not exist");
 inline const QString notFound = QStringLiteral("The task does not exist");
 inline const QString remoteNotFound = QStringLiteral("tarea no encontrada");
@@ -34,6 +37,8 @@ inline const QString remoteBadId = QStringLiteral("el servidor devolvió una tar
 
 namespace DailyTask {
 inline const QString blankTitle = QStringLiteral("The daily task title cannot be empty");
+inline const QString unstorableTitle
+    = QStringLiteral("The daily task title holds a broken character (a lone surrogate)");
 inline const QString notFound = QStringLiteral("The daily task does not exist");
 inline const QString remoteNotFound = QStringLiteral("tarea diaria no encontrada");
 inline const QString remoteBadId = QStringLiteral("el servidor devolvió una tarea diaria con un id inválido");

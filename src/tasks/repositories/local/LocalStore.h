@@ -11,29 +11,32 @@
 #include <algorithm>
 
 // What every local repository operation does around its own work: open a fresh handle on the
-// store, run the work on it, close it. A store that cannot be opened, or a statement that fails,
-// becomes an infrastructure failure; nothing is thrown past here.
+// store, run the work on it, close it. A store found damaged on the way is set aside and the work
+// runs on the new one. A store that cannot be opened, or a statement that fails, becomes an
+// infrastructure failure; nothing is thrown past here.
 namespace LocalStore {
 
-template <typename Work> TaskResultEntity withDatabase(const RealmConfiguration& configuration, Work&& work)
+template <typename Work> TaskResultEntity perform(const RealmConfiguration& configuration, Work&& work)
 {
-    const TaskResultEntity opened = RealmDatabaseOpener::open(configuration);
-    if (!opened.result) {
-        const QString text = opened.databaseMessage.value_or(QString());
-        return TaskResultEntity::infrastructureFailure(text.isEmpty() ? TaskMessages::databaseOpenFailed : text);
-    }
-    RealmDatabase& database = **opened.dataAs<std::shared_ptr<RealmDatabase>>();
-    try {
-        return work(database);
-    } catch (const RealmError& error) {
-        return TaskResultEntity::infrastructureFailure(error.localizedDescription());
-    }
+    return RealmDatabaseOpener::perform(
+        configuration, [&](RealmDatabase& database) -> TaskResultEntity { return work(database); },
+        [](const QString& text) {
+            return TaskResultEntity::infrastructureFailure(text.isEmpty() ? TaskMessages::databaseOpenFailed : text);
+        },
+        [](const QString& text) { return TaskResultEntity::infrastructureFailure(text); });
 }
 
-// The same inside one write transaction.
+// Reads inside one read transaction.
+template <typename Work> TaskResultEntity withDatabase(const RealmConfiguration& configuration, Work&& work)
+{
+    return perform(
+        configuration, [&](RealmDatabase& database) { return database.read([&] { return work(database); }); });
+}
+
+// Reads and writes inside one write transaction.
 template <typename Work> TaskResultEntity write(const RealmConfiguration& configuration, Work&& work)
 {
-    return withDatabase(
+    return perform(
         configuration, [&](RealmDatabase& database) { return database.write([&] { return work(database); }); });
 }
 

@@ -1,0 +1,121 @@
+// A second Tolvane as far as the stores are concerned: a separate process that makes the key of
+// "Tasks.Tasks" in the session's keyring and writes tasks through the local repository, started
+// by the tests that need two writers.
+//
+//   tst_store_driver FOLDER start COUNT LIST  on "go", makes the store's key and adds COUNT tasks
+//                                             to LIST, as Tolvane's first start does
+//   tst_store_driver FOLDER add COUNT LIST    with the key made, on "go" adds COUNT tasks
+//   tst_store_driver FOLDER hold COUNT LIST   with the key made, on "go" adds COUNT tasks in one
+//                                             exclusive transaction held open until the next line
+//
+// It prints "ready" once connected to the keyring and waits for a line on stdin, so that a test
+// can let two of them go at the same moment. Every task the store acknowledged is printed as
+// "ack <id>", every refusal as "fail <text>".
+#include "platform/SecretServiceKeychain.h"
+#include "platform/SystemSecureRandom.h"
+#include "storage/RealmTable.h"
+#include "tasks/database/TaskRealmModel.h"
+#include "tasks/repositories/local/LocalTaskRepositoryImpl.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <cstdio>
+#include <iostream>
+#include <string>
+
+namespace {
+
+QTextStream out(stdout);
+
+void say(const QString& line)
+{
+    out << line << Qt::endl;
+}
+
+void waitForLine()
+{
+    std::string line;
+    std::getline(std::cin, line);
+}
+
+TaskEntity taskNumbered(const QUuid& list, int number)
+{
+    return TaskEntity {.talId = list, .tasTitle = QStringLiteral("Task %1").arg(number)};
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QStringList arguments = application.arguments();
+    if (arguments.size() != 5) {
+        std::fprintf(stderr, "usage: tst_store_driver FOLDER start|add|hold COUNT LIST\n");
+        return 2;
+    }
+    const QString folder = arguments.at(1);
+    const QString mode = arguments.at(2);
+    const int count = arguments.at(3).toInt();
+    const QUuid list = QUuid::fromString(arguments.at(4));
+
+    RealmConfiguration defaults;
+    defaults.fileURL = folder + QStringLiteral("/default.realm");
+    const auto keychain = std::make_shared<SecretServiceKeychain>();
+    const RealmEncryptedConfigurationFactory factory(keychain, std::make_shared<SystemSecureRandom>(), defaults);
+    const auto configure = [&]() -> std::optional<TasksDatabase> {
+        const ResultEntity made = TasksDatabase::make(factory);
+        if (!made.result) {
+            say(QStringLiteral("fail ") + made.firstMessage().value_or(QString()));
+            return std::nullopt;
+        }
+        return *made.dataAs<TasksDatabase>();
+    };
+
+    std::optional<TasksDatabase> database;
+    if (mode == QStringLiteral("start")) {
+        // The session to the keyring is opened now, so that after "go" only the lookup and
+        // the saving of the key are left to race.
+        keychain->copyMatching(QStringLiteral("Tolvane.Warmup"), RealmEncryptedConfigurationFactory::keychainAccount);
+        say(QStringLiteral("ready"));
+        waitForLine();
+        database = configure();
+    } else {
+        database = configure();
+        say(QStringLiteral("ready"));
+        waitForLine();
+    }
+    if (!database)
+        return 1;
+
+    if (mode != QStringLiteral("hold")) {
+        LocalTaskRepositoryImpl tasks(*database);
+        for (int number = 0; number < count; ++number) {
+            const TaskEntity task = taskNumbered(list, number);
+            const TaskResultEntity created = tasks.create(task);
+            say(created.result ? QStringLiteral("ack ") + task.tasId.toString(QUuid::WithoutBraces)
+                               : QStringLiteral("fail ") + created.firstMessage().value_or(QString()));
+        }
+        return 0;
+    }
+
+    // Exclusive: not even a reader gets in until the commit.
+    const auto handle = RealmDatabase::open(database->configuration);
+    handle->execute(QStringLiteral("BEGIN EXCLUSIVE"));
+    QList<TaskEntity> added;
+    for (int number = 0; number < count; ++number) {
+        added.append(taskNumbered(list, number));
+        RealmTable<TaskRealmModel>(*handle).add(TaskRealmModel::fromEntity(added.constLast()));
+    }
+    say(QStringLiteral("holding"));
+    waitForLine();
+    try {
+        handle->commitWrite();
+    } catch (const RealmError& error) {
+        say(QStringLiteral("fail ") + error.localizedDescription());
+        return 1;
+    }
+    for (const TaskEntity& task : std::as_const(added))
+        say(QStringLiteral("ack ") + task.tasId.toString(QUuid::WithoutBraces));
+    return 0;
+}

@@ -1,0 +1,208 @@
+#include "platform/SecretServiceKeychain.h"
+#include "platform/SystemSecureRandom.h"
+#include "storage/RealmDatabase.h"
+#include "support/TestMain.h"
+#include "tasks/repositories/local/LocalTaskRepositoryImpl.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QSet>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace {
+
+const QString account = QStringLiteral("RealmEncryptionKey");
+
+// How many times each race is run; raise it to hunt for rare losses.
+int runs()
+{
+    return qEnvironmentVariableIntValue("TOLVANE_STORE_RACE_RUNS") > 0
+        ? qEnvironmentVariableIntValue("TOLVANE_STORE_RACE_RUNS")
+        : 4;
+}
+
+// One tst_store_driver process and what it printed.
+class Driver {
+public:
+    Driver(const QString& folder, const QString& mode, int count, const QUuid& list)
+    {
+        m_process.setProgram(QStringLiteral(TOLVANE_STORE_DRIVER));
+        m_process.setArguments({folder, mode, QString::number(count), list.toString(QUuid::WithoutBraces)});
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.start();
+    }
+
+    ~Driver()
+    {
+        if (m_process.state() != QProcess::NotRunning) {
+            m_process.kill();
+            m_process.waitForFinished();
+        }
+    }
+
+    // Blocks until the driver printed line (or ended); false when it never did.
+    bool waitFor(const QString& line)
+    {
+        while (true) {
+            while (m_process.canReadLine()) {
+                const QString read = QString::fromUtf8(m_process.readLine()).trimmed();
+                m_lines.append(read);
+                if (read == line)
+                    return true;
+            }
+            if (!m_process.waitForReadyRead(120000))
+                return false;
+        }
+    }
+
+    void proceed() { m_process.write("go\n"); }
+
+    // The ids of the tasks the store acknowledged, once the driver has ended.
+    QSet<QString> acknowledged()
+    {
+        m_process.closeWriteChannel();
+        m_process.waitForFinished(300000);
+        m_lines += QString::fromUtf8(m_process.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        QSet<QString> ids;
+        for (const QString& line : std::as_const(m_lines)) {
+            if (line.startsWith(QStringLiteral("ack ")))
+                ids.insert(line.mid(4).toUpper());
+            else if (line.startsWith(QStringLiteral("fail ")))
+                m_failures.append(line.mid(5));
+        }
+        return ids;
+    }
+
+    const QStringList& failures() const { return m_failures; }
+    int exitCode() const { return m_process.exitCode(); }
+
+private:
+    QProcess m_process;
+    QStringList m_lines;
+    QStringList m_failures;
+};
+
+} // namespace
+
+// Two processes on one store, as with a second Tolvane window or a restart while the first is
+// still quitting: whatever either was told is saved must still be there afterwards.
+class StoreProcessesTest : public QObject {
+    Q_OBJECT
+
+    std::shared_ptr<SecretServiceKeychain> keychain = std::make_shared<SecretServiceKeychain>();
+    std::unique_ptr<QTemporaryDir> folder;
+    const QUuid list = QUuid::createUuid();
+
+    TasksDatabase database() const
+    {
+        RealmConfiguration defaults;
+        defaults.fileURL = folder->filePath(QStringLiteral("default.realm"));
+        const RealmEncryptedConfigurationFactory factory(keychain, std::make_shared<SystemSecureRandom>(), defaults);
+        const ResultEntity made = TasksDatabase::make(factory);
+        if (!made.result)
+            qFatal("no configuration: %s", qPrintable(made.firstMessage().value_or(QString())));
+        return *made.dataAs<TasksDatabase>();
+    }
+
+    QSet<QString> surviving() const
+    {
+        const TaskResultEntity listed = LocalTaskRepositoryImpl(database()).list(list);
+        QSet<QString> ids;
+        if (listed.result) {
+            for (const TaskEntity& task : *listed.dataAs<QList<TaskEntity>>())
+                ids.insert(task.tasId.toString(QUuid::WithoutBraces).toUpper());
+        }
+        return ids;
+    }
+
+    QStringList setAside() const
+    {
+        return QDir(folder->path()).entryList({QStringLiteral("*.unreadable-*")}, QDir::Files);
+    }
+
+    // Two drivers adding perDriver tasks each, started together; returns how many acknowledged
+    // tasks are missing afterwards.
+    int lostInARace(const QString& mode, int perDriver)
+    {
+        Driver first(folder->path(), mode, perDriver, list);
+        Driver second(folder->path(), mode, perDriver, list);
+        if (!first.waitFor(QStringLiteral("ready")) || !second.waitFor(QStringLiteral("ready")))
+            qFatal("a driver did not start");
+        first.proceed();
+        second.proceed();
+        const QSet<QString> acknowledged = first.acknowledged() + second.acknowledged();
+        const QSet<QString> kept = surviving();
+        const int lost = int((acknowledged - kept).size());
+        qInfo("acknowledged %lld, kept %lld, lost %d; failures: %s", qlonglong(acknowledged.size()),
+            qlonglong(kept.size()), lost,
+            qPrintable((first.failures() + second.failures()).join(QStringLiteral("; "))));
+        return lost;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        keychain->remove(TasksDatabaseSchema::name, account);
+        folder = std::make_unique<QTemporaryDir>();
+    }
+
+    void shouldFailAReadWhileAnotherProcessHoldsTheStoreAndLoseNothing()
+    {
+        LocalTaskRepositoryImpl tasks(database());
+        for (int number = 0; number < 10; ++number)
+            QVERIFY(tasks.create(TaskEntity {.talId = list, .tasTitle = QStringLiteral("Before")}).result);
+        const QSet<QString> before = surviving();
+
+        Driver holder(folder->path(), QStringLiteral("hold"), 20, list);
+        QVERIFY(holder.waitFor(QStringLiteral("ready")));
+        holder.proceed();
+        QVERIFY(holder.waitFor(QStringLiteral("holding")));
+
+        // Waits out the busy timeout, then gives up on this read only.
+        const TaskResultEntity listed = tasks.list(list);
+        QVERIFY(!listed.result);
+        QCOMPARE(listed.infrastructureMessage, RealmDatabase::busyMessage);
+        const TaskResultEntity created = tasks.create(TaskEntity {.talId = list, .tasTitle = QStringLiteral("During")});
+        QCOMPARE(created.infrastructureMessage, RealmDatabase::busyMessage);
+
+        holder.proceed();
+        const QSet<QString> held = holder.acknowledged();
+        QCOMPARE(holder.failures(), QStringList());
+        QCOMPARE(held.size(), 20);
+        QCOMPARE(surviving(), before + held);
+        QCOMPARE(setAside(), QStringList());
+    }
+
+    void shouldKeepEveryTaskWhenTwoProcessesCreateTheStoreTogether()
+    {
+        int lost = 0;
+        for (int run = 0; run < runs(); ++run) {
+            init();
+            database(); // the key exists; the file does not
+            QVERIFY(!QFile::exists(folder->filePath(QStringLiteral("Tasks.Tasks.realm"))));
+            lost += lostInARace(QStringLiteral("add"), 100);
+            QCOMPARE(setAside(), QStringList());
+        }
+        qInfo("%d lost in %d runs", lost, runs());
+        QCOMPARE(lost, 0);
+    }
+
+    void shouldAgreeOnOneKeyWhenTwoProcessesStartFirstTogether()
+    {
+        int lost = 0;
+        for (int run = 0; run < runs(); ++run) {
+            init();
+            lost += lostInARace(QStringLiteral("start"), 100);
+            QCOMPARE(setAside(), QStringList());
+            QCOMPARE(keychain->copyMatching(TasksDatabaseSchema::name, account).data,
+                database().configuration.encryptionKey);
+        }
+        qInfo("%d lost in %d runs", lost, runs());
+        QCOMPARE(lost, 0);
+    }
+};
+
+TOLVANE_TEST_MAIN(StoreProcessesTest)
+#include "StoreProcessesTest.moc"
