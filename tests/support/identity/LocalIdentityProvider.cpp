@@ -82,10 +82,14 @@ void LocalIdentityProvider::setSigning(Signing signing)
 
 void LocalIdentityProvider::rotateSigningKey()
 {
-    auto key = std::make_unique<RsaSigningKey>(QStringLiteral("local-key-%1").arg(m_keyGeneration + 1));
+    const int generation = [this] {
+        const QMutexLocker locker(&m_mutex);
+        return ++m_keyGeneration;
+    }();
+    // Made outside the lock: RSA key generation takes a while, and the provider keeps answering.
+    auto key = std::make_unique<RsaSigningKey>(QStringLiteral("local-key-%1").arg(generation));
     const QMutexLocker locker(&m_mutex);
     m_key = std::move(key);
-    ++m_keyGeneration;
 }
 
 void LocalIdentityProvider::overrideClaims(const QJsonObject& claims)
