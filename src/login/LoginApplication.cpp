@@ -57,10 +57,14 @@ LoginResultEntity LoginApplication::signInWithGoogle(QObject* presentingContext)
     } catch (const std::exception& error) {
         return LoginResultEntity::infrastructureFailure(errorChainText(error));
     }
+    // Signed in with Google but not known to the backend (or not stored here) is no state to start
+    // from: the next start would restore the Google session with no user. Both or neither.
     LoginResultEntity registration = userRegistrationRepository->createUser(signedIn);
-    if (const UserEntity* registered = registration.result ? registration.dataAs<UserEntity>() : nullptr)
-        return repository->saveUser(*registered);
-    return registration;
+    const UserEntity* registered = registration.result ? registration.dataAs<UserEntity>() : nullptr;
+    LoginResultEntity outcome = registered ? repository->saveUser(*registered) : registration;
+    if (!outcome.result)
+        signOutFromGoogle();
+    return outcome;
 }
 
 bool LoginApplication::handle(const QUrl& url) const

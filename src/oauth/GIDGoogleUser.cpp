@@ -11,14 +11,23 @@ bool expiresBefore(const GIDToken& token, const QDateTime& limit)
     return token.expirationDate.isValid() && token.expirationDate <= limit;
 }
 
+DescribedError signedOut()
+{
+    return GIDSignInError::make(GIDSignInError::signedOut, QStringLiteral("The user has signed out."));
+}
+
 } // namespace
 
-GIDGoogleUser::GIDGoogleUser(
-    GIDSession session, GIDTokenEndpoint endpoint, std::shared_ptr<const Clock> clock, GIDSessionStore store)
+GIDGoogleUser::GIDGoogleUser(GIDSession session, GIDTokenEndpoint endpoint, IDTokenVerifier verifier,
+    std::shared_ptr<const Clock> clock, GIDSessionStore store, std::shared_ptr<GIDSignInEpoch> epochs,
+    GIDSignInEpoch::Epoch epoch)
     : m_session(std::move(session))
     , m_endpoint(std::move(endpoint))
+    , m_verifier(std::move(verifier))
     , m_clock(std::move(clock))
     , m_store(std::move(store))
+    , m_epochs(std::move(epochs))
+    , m_epoch(epoch)
 {
 }
 
@@ -59,6 +68,8 @@ void GIDGoogleUser::refreshTokensIfNeeded()
     // Held across the network exchange on purpose: requests that need a token meanwhile wait for
     // this refresh instead of spending the refresh token a second time.
     const QMutexLocker locker(&m_mutex);
+    if (m_epochs->current() != m_epoch)
+        throw signedOut();
     const QDateTime now = m_clock->now();
     const QDateTime limit = now.addSecs(refreshMarginSeconds);
     if (!expiresBefore(m_session.idToken, limit) && !expiresBefore(m_session.accessToken, limit))
@@ -67,12 +78,17 @@ void GIDGoogleUser::refreshTokensIfNeeded()
         throw GIDSignInError::make(
             GIDSignInError::refreshFailed, QStringLiteral("The session expired and cannot be renewed."));
 
-    m_session = GIDSession::fromTokenResponse(
-        m_endpoint.refresh(m_session.refreshToken), m_endpoint.configuration(), now, &m_session);
-    try {
-        m_store.save(m_session);
-    } catch (const DescribedError& error) {
-        // The renewed tokens still serve this run; the next start refreshes again.
-        qCWarning(lcLogin) << "renewed sign-in not stored:" << error.localizedDescription();
-    }
+    GIDSession renewed
+        = GIDSession::fromTokenResponse(m_endpoint.refresh(m_session.refreshToken), m_verifier, now, &m_session);
+    const bool kept = m_epochs->whileCurrent(m_epoch, [&] {
+        m_session = std::move(renewed);
+        try {
+            m_store.save(m_session);
+        } catch (const DescribedError& error) {
+            // The renewed tokens still serve this run; the next start refreshes again.
+            qCWarning(lcLogin) << "renewed sign-in not stored:" << error.localizedDescription();
+        }
+    });
+    if (!kept)
+        throw signedOut();
 }

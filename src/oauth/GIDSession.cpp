@@ -1,7 +1,7 @@
 #include "oauth/GIDSession.h"
 
 #include "oauth/GIDSignInError.h"
-#include "oauth/IDTokenClaims.h"
+#include "oauth/IDTokenVerifier.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -33,28 +33,23 @@ QDateTime readDate(const QJsonObject& object, const char* key)
 
 } // namespace
 
-GIDSession GIDSession::fromTokenResponse(const GIDTokenResponse& response, const GIDConfiguration& configuration,
-    const QDateTime& now, const GIDSession* previous)
+GIDSession GIDSession::fromTokenResponse(
+    const GIDTokenResponse& response, const IDTokenVerifier& verifier, const QDateTime& now, const GIDSession* previous)
 {
     if (response.idToken.isEmpty())
         throw GIDSignInError::make(
             GIDSignInError::invalidIdToken, QStringLiteral("The token endpoint sent no ID token."));
-    const auto claims = IDTokenClaims::decode(response.idToken);
-    if (!claims)
-        throw GIDSignInError::make(GIDSignInError::invalidIdToken, QStringLiteral("The ID token cannot be read."));
-    if (!claims->audience.contains(configuration.clientID))
-        throw GIDSignInError::make(
-            GIDSignInError::invalidIdToken, QStringLiteral("The ID token was issued to another client."));
-    if (previous && previous->userID != claims->subject)
+    const auto claims = verifier.verify(response.idToken, now);
+    if (previous && previous->userID != claims.subject)
         throw GIDSignInError::make(
             GIDSignInError::invalidIdToken, QStringLiteral("The renewed ID token belongs to another user."));
 
     GIDSession session;
-    session.userID = claims->subject;
-    session.profile = claims->profile;
+    session.userID = claims.subject;
+    session.profile = claims.profile;
     if (!session.profile && previous)
         session.profile = previous->profile;
-    session.idToken = {response.idToken, claims->expiration};
+    session.idToken = {response.idToken, claims.expiration};
     // Whole seconds, as the ID token's own expiry and the stored session have them.
     const QDateTime expiry = QDateTime::fromSecsSinceEpoch(now.toSecsSinceEpoch() + response.expiresIn, Qt::UTC);
     session.accessToken = {response.accessToken, response.expiresIn > 0 ? expiry : QDateTime()};

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "oauth/GIDConfiguration.h"
 #include "oauth/GIDProfileData.h"
 #include "oauth/GIDToken.h"
 
@@ -8,6 +7,8 @@
 #include <QDateTime>
 
 #include <optional>
+
+class IDTokenVerifier;
 
 // What the token endpoint answered, as far as the client uses it.
 struct GIDTokenResponse {
@@ -29,8 +30,8 @@ struct GIDSession {
 
     // The session a token response opens (or renews, with previous: the provider keeps the same
     // refresh token unless it sends a new one). Throws a GIDSignInError invalidIdToken when the
-    // response has no usable ID token, one for another client, or, on renewal, another user's.
-    static GIDSession fromTokenResponse(const GIDTokenResponse& response, const GIDConfiguration& configuration,
+    // response has no ID token, one the verifier refuses, or, on renewal, another user's.
+    static GIDSession fromTokenResponse(const GIDTokenResponse& response, const IDTokenVerifier& verifier,
         const QDateTime& now, const GIDSession* previous = nullptr);
 
     QByteArray toJson() const;

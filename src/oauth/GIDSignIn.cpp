@@ -2,6 +2,8 @@
 
 #include "oauth/DesktopBrowserOpener.h"
 #include "oauth/GIDSignInError.h"
+#include "oauth/IDTokenVerifier.h"
+#include "oauth/JsonWebKeySet.h"
 #include "oauth/LoopbackRedirectListener.h"
 #include "oauth/PKCE.h"
 #include "platform/Logging.h"
@@ -78,6 +80,7 @@ GIDSignIn& GIDSignIn::sharedInstance()
 
 GIDSignIn::GIDSignIn(GIDSignInServices services)
     : m_services(std::move(services))
+    , m_keys(std::make_shared<JsonWebKeySet>(m_services.http, m_services.endpoints.jwks))
 {
 }
 
@@ -107,16 +110,33 @@ void GIDSignIn::setRedirectTimeLimit(std::chrono::milliseconds limit)
     m_redirectTimeLimit = limit;
 }
 
-std::shared_ptr<GIDGoogleUser> GIDSignIn::makeUser(GIDSession session, const GIDConfiguration& configuration) const
+IDTokenVerifier GIDSignIn::idTokenVerifier(const GIDConfiguration& configuration) const
+{
+    return IDTokenVerifier(m_keys, m_services.endpoints.issuers, configuration.clientID);
+}
+
+std::shared_ptr<GIDGoogleUser> GIDSignIn::makeUser(
+    GIDSession session, const GIDConfiguration& configuration, GIDSignInEpoch::Epoch epoch) const
 {
     return std::make_shared<GIDGoogleUser>(std::move(session),
-        GIDTokenEndpoint(m_services.http, m_services.endpoints.token, configuration), m_services.clock,
-        GIDSessionStore(m_services.keychain, configuration.clientID));
+        GIDTokenEndpoint(m_services.http, m_services.endpoints.token, configuration), idTokenVerifier(configuration),
+        m_services.clock, GIDSessionStore(m_services.keychain, configuration.clientID), m_epochs, epoch);
+}
+
+bool GIDSignIn::adopt(
+    GIDSignInEpoch::Epoch epoch, std::shared_ptr<GIDGoogleUser> user, const std::function<void()>& keep)
+{
+    return m_epochs->whileCurrent(epoch, [&] {
+        keep();
+        const QMutexLocker locker(&m_mutex);
+        m_currentUser = std::move(user);
+    });
 }
 
 std::shared_ptr<GIDGoogleUser> GIDSignIn::signIn(QObject* presentingWindow)
 {
     Q_UNUSED(presentingWindow);
+    const GIDSignInEpoch::Epoch epoch = m_epochs->current();
     LoopbackRedirectListener listener;
     std::optional<GIDConfiguration> configuration;
     std::chrono::milliseconds timeLimit;
@@ -186,23 +206,26 @@ std::shared_ptr<GIDGoogleUser> GIDSignIn::signIn(QObject* presentingWindow)
     GIDSession session;
     try {
         const GIDTokenEndpoint endpoint(m_services.http, m_services.endpoints.token, *configuration);
-        session = GIDSession::fromTokenResponse(
-            endpoint.exchangeCode(code, verifier, redirectURI), *configuration, m_services.clock->now());
+        session = GIDSession::fromTokenResponse(endpoint.exchangeCode(code, verifier, redirectURI),
+            idTokenVerifier(*configuration), m_services.clock->now());
     } catch (const DescribedError& error) {
         listener.finish(false, error.localizedDescription() + QStringLiteral(" Please try again in Tolvane."));
         throw;
     }
     listener.finish(true, QStringLiteral("You can close this page and go back to Tolvane."));
 
-    try {
-        GIDSessionStore(m_services.keychain, configuration->clientID).save(session);
-    } catch (const DescribedError& error) {
-        // Signed in for this run all the same; the next start asks again.
-        qCWarning(lcLogin) << "sign-in not stored:" << error.localizedDescription();
-    }
-    auto user = makeUser(std::move(session), *configuration);
-    const QMutexLocker locker(&m_mutex);
-    m_currentUser = user;
+    auto user = makeUser(session, *configuration, epoch);
+    const bool adopted = adopt(epoch, user, [&] {
+        try {
+            GIDSessionStore(m_services.keychain, configuration->clientID).save(session);
+        } catch (const DescribedError& error) {
+            // Signed in for this run all the same; the next start asks again.
+            qCWarning(lcLogin) << "sign-in not stored:" << error.localizedDescription();
+        }
+    });
+    if (!adopted)
+        throw GIDSignInError::make(
+            GIDSignInError::signedOut, QStringLiteral("The user signed out during the sign-in."));
     return user;
 }
 
@@ -218,9 +241,11 @@ std::shared_ptr<GIDGoogleUser> GIDSignIn::restorePreviousSignIn()
     const auto configuration = this->configuration();
     if (!configuration)
         throw notConfigured();
-    auto user = makeUser(GIDSessionStore(m_services.keychain, configuration->clientID).load(), *configuration);
-    const QMutexLocker locker(&m_mutex);
-    m_currentUser = user;
+    const GIDSignInEpoch::Epoch epoch = m_epochs->current();
+    auto user = makeUser(GIDSessionStore(m_services.keychain, configuration->clientID).load(), *configuration, epoch);
+    if (!adopt(epoch, user, [] {}))
+        throw GIDSignInError::make(
+            GIDSignInError::signedOut, QStringLiteral("The user signed out during the restore."));
     return user;
 }
 
@@ -232,8 +257,14 @@ bool GIDSignIn::handle(const QUrl& url)
 
 void GIDSignIn::signOut()
 {
-    const QMutexLocker locker(&m_mutex);
-    m_currentUser.reset();
-    if (m_configuration && !GIDSessionStore(m_services.keychain, m_configuration->clientID).remove())
-        qCWarning(lcLogin) << "the stored sign-in could not be deleted from the keyring";
+    m_epochs->end([this] {
+        std::optional<GIDConfiguration> configuration;
+        {
+            const QMutexLocker locker(&m_mutex);
+            m_currentUser.reset();
+            configuration = m_configuration;
+        }
+        if (configuration && !GIDSessionStore(m_services.keychain, configuration->clientID).remove())
+            qCWarning(lcLogin) << "the stored sign-in could not be deleted from the keyring";
+    });
 }

@@ -5,6 +5,7 @@
 #include "oauth/GIDConfiguration.h"
 #include "oauth/GIDEndpoints.h"
 #include "oauth/GIDGoogleUser.h"
+#include "oauth/GIDSignInEpoch.h"
 
 #include <QMutex>
 #include <QObject>
@@ -14,6 +15,8 @@
 #include <optional>
 
 class Clock;
+class IDTokenVerifier;
+class JsonWebKeySet;
 class Keychain;
 class LoopbackRedirectListener;
 class SecureRandom;
@@ -67,16 +70,25 @@ public:
     // Always false: the redirect reaches the loopback listener directly, no URL is handed over.
     bool handle(const QUrl& url);
 
-    // Forgets the current user and deletes the stored session.
+    // Forgets the current user and deletes the stored session. Final: a sign-in, restore or token
+    // refresh still under way fails and stores nothing.
     void signOut();
 
     static constexpr std::chrono::minutes defaultRedirectTimeLimit {5};
     void setRedirectTimeLimit(std::chrono::milliseconds limit);
 
 private:
-    std::shared_ptr<GIDGoogleUser> makeUser(GIDSession session, const GIDConfiguration& configuration) const;
+    IDTokenVerifier idTokenVerifier(const GIDConfiguration& configuration) const;
+    std::shared_ptr<GIDGoogleUser> makeUser(
+        GIDSession session, const GIDConfiguration& configuration, GIDSignInEpoch::Epoch epoch) const;
+    // Makes user the current one, running keep first, unless a sign-out came since epoch began.
+    bool adopt(GIDSignInEpoch::Epoch epoch, std::shared_ptr<GIDGoogleUser> user, const std::function<void()>& keep);
 
     GIDSignInServices m_services;
+    // Shared by the sign-in and every refresh, so the provider's keys are fetched once.
+    std::shared_ptr<JsonWebKeySet> m_keys;
+    // Taken before m_mutex wherever both are held.
+    std::shared_ptr<GIDSignInEpoch> m_epochs = std::make_shared<GIDSignInEpoch>();
     mutable QMutex m_mutex;
     std::optional<GIDConfiguration> m_configuration;
     std::shared_ptr<GIDGoogleUser> m_currentUser;

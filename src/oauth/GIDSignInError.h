@@ -26,6 +26,7 @@ enum Code {
     invalidIdToken = -17,
     refreshFailed = -18,
     alreadyInProgress = -19,
+    signedOut = -20,
 };
 
 DescribedError make(Code code, const QString& description, std::shared_ptr<const DescribedError> underlying = {});

@@ -1,5 +1,6 @@
 #include "oauth/GIDTokenEndpoint.h"
 
+#include "oauth/GIDEndpoints.h"
 #include "oauth/GIDSignInError.h"
 
 #include <QJsonDocument>
@@ -80,6 +81,12 @@ GIDTokenResponse GIDTokenEndpoint::post(
     const auto fail = [&](std::shared_ptr<const DescribedError> cause) {
         return GIDSignInError::make(static_cast<GIDSignInError::Code>(failureCode), failure, std::move(cause));
     };
+    // The code, the verifier and the refresh token travel in this request: never in the clear
+    // beyond this machine.
+    if (!GIDEndpoints::isTrustworthy(m_url)) {
+        throw fail(std::make_shared<DescribedError>(
+            QStringLiteral("The token endpoint is not served over https."), GIDSignInError::transportDomain, 0));
+    }
     UrlResponse response;
     try {
         response = m_session.send(request);

@@ -14,6 +14,14 @@ std::optional<QString> stringClaim(const QJsonObject& claims, const char* name)
     return value.toString();
 }
 
+// A NumericDate claim (seconds since the epoch); invalid when absent or not a number.
+QDateTime dateClaim(const QJsonObject& claims, const char* name)
+{
+    const QJsonValue value = claims.value(QLatin1String(name));
+    return value.isDouble() ? QDateTime::fromSecsSinceEpoch(static_cast<qint64>(value.toDouble()), Qt::UTC)
+                            : QDateTime();
+}
+
 } // namespace
 
 std::optional<IDTokenClaims> IDTokenClaims::decode(const QString& token)
@@ -33,11 +41,14 @@ std::optional<IDTokenClaims> IDTokenClaims::decode(const QString& token)
 
     IDTokenClaims result;
     const auto subject = stringClaim(claims, "sub");
-    const QJsonValue expiration = claims.value(QLatin1String("exp"));
-    if (!subject || subject->isEmpty() || !expiration.isDouble())
+    result.expiration = dateClaim(claims, "exp");
+    if (!subject || subject->isEmpty() || !result.expiration.isValid())
         return std::nullopt;
     result.subject = *subject;
-    result.expiration = QDateTime::fromSecsSinceEpoch(static_cast<qint64>(expiration.toDouble()), Qt::UTC);
+    result.issuer = stringClaim(claims, "iss").value_or(QString());
+    result.authorizedParty = stringClaim(claims, "azp");
+    result.issuedAt = dateClaim(claims, "iat");
+    result.notBefore = dateClaim(claims, "nbf");
 
     const QJsonValue audience = claims.value(QLatin1String("aud"));
     if (audience.isString())

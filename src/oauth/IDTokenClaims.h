@@ -8,13 +8,17 @@
 
 #include <optional>
 
-// What the client reads from an ID token. The token comes straight from the token endpoint over
-// TLS in answer to our own request, so its signature is not checked (OpenID Connect Core 3.1.3.7);
-// its audience is, so a token minted for another client is never taken for ours.
+// What the client reads from an ID token's payload; IDTokenVerifier decides whether to believe it.
 struct IDTokenClaims {
+    QString issuer;
     QString subject;
     QStringList audience;
+    // "azp", when the token names one.
+    std::optional<QString> authorizedParty;
     QDateTime expiration;
+    // "iat" and "nbf" when present; invalid otherwise.
+    QDateTime issuedAt;
+    QDateTime notBefore;
     std::optional<GIDProfileData> profile;
 
     // Nothing when the text is not a JWT whose payload is a JSON object with "sub" and "exp".

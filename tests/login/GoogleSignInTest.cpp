@@ -16,6 +16,7 @@
 #include "support/identity/LocalIdentityProvider.h"
 #include "support/identity/ScriptedBrowser.h"
 
+#include <QJsonObject>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -92,6 +93,26 @@ private:
             m_backend->baseURL(), std::make_shared<GoogleAuthTokenProvider>(*m_client), UrlSession::shared(), false);
     }
 
+    LoginApplication loginApplication() const
+    {
+        return {std::make_shared<LocalUserRepositoryImpl>(
+                    UserDatabase {UserDefaults(m_directory->filePath(QStringLiteral("Tolvane.conf")))}),
+            std::make_shared<GoogleSignInRepositoryImpl>(
+                *m_client, std::make_shared<LiveGoogleSignInPerforming>(*m_client)),
+            std::make_shared<RemoteUserRegistrationRepositoryImpl>(apiClient())};
+    }
+
+    // A new start of the program, over the same keyring and provider.
+    std::unique_ptr<GIDSignIn> restartedClient() const
+    {
+        auto restarted
+            = std::make_unique<GIDSignIn>(GIDSignInServices {m_keychain, std::make_shared<SystemSecureRandom>(),
+                m_clock, std::make_shared<ScriptedBrowser>(ScriptedBrowser::Behaviour::refuseToOpen),
+                UrlSession::shared(), m_provider->endpoints()});
+        restarted->setConfiguration(GIDConfiguration(clientID));
+        return restarted;
+    }
+
 private Q_SLOTS:
     void initTestCase()
     {
@@ -112,9 +133,8 @@ private Q_SLOTS:
             backend->acceptToken(token, backendId(subject));
         });
         m_browser = std::make_shared<ScriptedBrowser>();
-        m_client = std::make_unique<GIDSignIn>(
-            GIDSignInServices {m_keychain, std::make_shared<SystemSecureRandom>(), m_clock, m_browser,
-                UrlSession::shared(), GIDEndpoints {m_provider->authorizationEndpoint(), m_provider->tokenEndpoint()}});
+        m_client = std::make_unique<GIDSignIn>(GIDSignInServices {m_keychain, std::make_shared<SystemSecureRandom>(),
+            m_clock, m_browser, UrlSession::shared(), m_provider->endpoints()});
         m_client->setConfiguration(GIDConfiguration(clientID));
         m_directory = std::make_unique<QTemporaryDir>();
     }
@@ -166,13 +186,8 @@ private Q_SLOTS:
 
     void shouldSignInRegisterAndCarryTheIdTokenOnEveryRequest()
     {
-        const APIClient client = apiClient();
-        const LoginApplication login {std::make_shared<LocalUserRepositoryImpl>(UserDatabase {
-                                          UserDefaults(m_directory->filePath(QStringLiteral("Tolvane.conf")))}),
-            std::make_shared<GoogleSignInRepositoryImpl>(
-                *m_client, std::make_shared<LiveGoogleSignInPerforming>(*m_client)),
-            std::make_shared<RemoteUserRegistrationRepositoryImpl>(client)};
-        const SupportApplication support {std::make_shared<RemoteSupportRepositoryImpl>(client)};
+        const LoginApplication login = loginApplication();
+        const SupportApplication support {std::make_shared<RemoteSupportRepositoryImpl>(apiClient())};
 
         const LoginResultEntity signedIn = login.signInWithGoogle(nullptr);
 
@@ -195,11 +210,7 @@ private Q_SLOTS:
         QCOMPARE(m_accounts->supportMessages().first().userId, userId);
 
         // A new start finds the session in the keyring and goes on with it.
-        auto restarted
-            = std::make_unique<GIDSignIn>(GIDSignInServices {m_keychain, std::make_shared<SystemSecureRandom>(),
-                m_clock, std::make_shared<ScriptedBrowser>(ScriptedBrowser::Behaviour::refuseToOpen),
-                UrlSession::shared(), GIDEndpoints {m_provider->authorizationEndpoint(), m_provider->tokenEndpoint()}});
-        restarted->setConfiguration(GIDConfiguration(clientID));
+        const auto restarted = restartedClient();
         GoogleSignInRepositoryImpl(*restarted, std::make_shared<LiveGoogleSignInPerforming>(*restarted))
             .restorePreviousSignIn();
         QCOMPARE(GoogleAuthTokenProvider(*restarted).token(), renewed);
@@ -211,6 +222,31 @@ private Q_SLOTS:
         QCOMPARE(support.sendSupportMessage(QStringLiteral("Still there?")).infrastructureMessage,
             QStringLiteral("no autorizado"));
         QCOMPARE(m_backend->requests().size(), before);
+    }
+
+    void shouldSignOutOfGoogleWhenTheBackendRefusesTheRegistration()
+    {
+        const LoginApplication login = loginApplication();
+        m_backend->enqueue(FakeResponse::json(500, QJsonObject {}), "POST", QStringLiteral("/v0/users"));
+
+        const LoginResultEntity result = login.signInWithGoogle(nullptr);
+
+        QVERIFY(!result.result);
+        QCOMPARE(result.infrastructureMessage, QStringLiteral("error del servidor (500)"));
+        QCOMPARE(m_provider->codeExchanges(), 1);
+        QCOMPARE(login.getCurrentUser().domainMessage, QStringLiteral("No user is registered yet"));
+        QVERIFY(!m_client->currentUser());
+        QCOMPARE(m_keychain->copyMatching(GIDSessionStore::service, clientID).status, KeychainStatus::itemNotFound);
+        // The next start finds no Google session to go on with either.
+        const auto restarted = restartedClient();
+        QVERIFY_THROWS_EXCEPTION(DescribedError, restarted->restorePreviousSignIn());
+        QVERIFY(!restarted->currentUser());
+
+        // Trying again once the backend is back signs in and registers as usual.
+        m_browser->waitUntilDone();
+        QVERIFY(login.signInWithGoogle(nullptr).result);
+        QVERIFY(m_client->currentUser());
+        QCOMPARE(m_keychain->copyMatching(GIDSessionStore::service, clientID).status, KeychainStatus::success);
     }
 };
 

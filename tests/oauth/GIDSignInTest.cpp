@@ -10,6 +10,7 @@
 #include "support/identity/ScriptedBrowser.h"
 
 #include <QFile>
+#include <QJsonObject>
 #include <QTest>
 #include <QUrlQuery>
 
@@ -56,6 +57,8 @@ QString query(const QUrl& url, const char* name)
 
 } // namespace
 
+Q_DECLARE_METATYPE(LocalIdentityProvider::Signing)
+
 class GIDSignInTest : public QObject {
     Q_OBJECT
 
@@ -64,11 +67,11 @@ private:
     std::shared_ptr<SecretServiceKeychain> m_keychain;
     std::unique_ptr<LocalIdentityProvider> m_provider;
 
-    std::unique_ptr<GIDSignIn> client(std::shared_ptr<BrowserOpener> browser) const
+    std::unique_ptr<GIDSignIn> client(
+        std::shared_ptr<BrowserOpener> browser, std::optional<GIDEndpoints> endpoints = std::nullopt) const
     {
-        auto signIn = std::make_unique<GIDSignIn>(
-            GIDSignInServices {m_keychain, std::make_shared<SystemSecureRandom>(), m_clock, std::move(browser),
-                UrlSession::shared(), GIDEndpoints {m_provider->authorizationEndpoint(), m_provider->tokenEndpoint()}});
+        auto signIn = std::make_unique<GIDSignIn>(GIDSignInServices {m_keychain, std::make_shared<SystemSecureRandom>(),
+            m_clock, std::move(browser), UrlSession::shared(), endpoints.value_or(m_provider->endpoints())});
         signIn->setConfiguration(GIDConfiguration(clientID, clientSecret));
         return signIn;
     }
@@ -77,6 +80,15 @@ private:
     {
         return m_keychain->copyMatching(GIDSessionStore::service, clientID).data;
     }
+
+    std::shared_ptr<GIDGoogleUser> signedInUser(GIDSignIn& signIn, ScriptedBrowser& browser) const
+    {
+        const auto user = signIn.signIn();
+        browser.waitUntilDone();
+        return user;
+    }
+
+    qint64 now() const { return m_clock->now().toSecsSinceEpoch(); }
 
 private Q_SLOTS:
     void initTestCase()
@@ -322,6 +334,206 @@ private Q_SLOTS:
         QVERIFY(!signIn->handle(QUrl(QStringLiteral("com.quorvel.tolvane:/oauth2redirect?code=x"))));
         QCOMPARE(errorOf([&] { client(browser)->restorePreviousSignIn(); })->code(),
             int(GIDSignInError::hasNoAuthInKeychain));
+    }
+
+    void shouldLetASignOutWinOverARefreshOrSignInUnderWay()
+    {
+        auto browser = std::make_shared<ScriptedBrowser>();
+        auto signIn = client(browser);
+        const auto user = signedInUser(*signIn, *browser);
+
+        // A request needs a token an hour later; the provider is slow to renew it.
+        m_clock->advance(3600);
+        m_provider->holdTokenAnswers();
+        std::optional<DescribedError> refreshError;
+        std::unique_ptr<QThread> request(
+            QThread::create([&] { refreshError = errorOf([&] { user->refreshTokensIfNeeded(); }); }));
+        request->start();
+        QVERIFY(m_provider->waitForHeldTokenRequest());
+        signIn->signOut();
+        m_provider->releaseTokenAnswers();
+        QVERIFY(request->wait(60000));
+
+        QVERIFY(refreshError);
+        QCOMPARE(refreshError->code(), int(GIDSignInError::signedOut));
+        QCOMPARE(m_provider->refreshes(), 1);
+        QVERIFY(!signIn->currentUser());
+        QCOMPARE(m_keychain->copyMatching(GIDSessionStore::service, clientID).status, KeychainStatus::itemNotFound);
+        QCOMPARE(errorOf([&] { client(browser)->restorePreviousSignIn(); })->code(),
+            int(GIDSignInError::hasNoAuthInKeychain));
+        // The signed-out user's refresh token is not spent again either.
+        QCOMPARE(errorOf([&] { user->refreshTokensIfNeeded(); })->code(), int(GIDSignInError::signedOut));
+        QCOMPARE(m_provider->refreshes(), 1);
+
+        // A sign-in whose code exchange is still under way when the user signs out.
+        auto second = std::make_shared<ScriptedBrowser>();
+        auto again = client(second);
+        m_provider->holdTokenAnswers();
+        std::optional<DescribedError> signInError;
+        std::unique_ptr<QThread> attempt(QThread::create([&] { signInError = errorOf([&] { again->signIn(); }); }));
+        attempt->start();
+        QVERIFY(m_provider->waitForHeldTokenRequest());
+        again->signOut();
+        m_provider->releaseTokenAnswers();
+        QVERIFY(attempt->wait(60000));
+        second->waitUntilDone();
+
+        QVERIFY(signInError);
+        QCOMPARE(signInError->code(), int(GIDSignInError::signedOut));
+        QCOMPARE(m_provider->codeExchanges(), 2);
+        QVERIFY(!again->currentUser());
+        QVERIFY(!storedSession());
+    }
+
+    void shouldRefuseAnIdTokenThatDoesNotCheckOut_data()
+    {
+        QTest::addColumn<QJsonObject>("claims");
+        QTest::addColumn<LocalIdentityProvider::Signing>("signing");
+        QTest::addColumn<QString>("reason");
+        const qint64 at = QDateTime::currentSecsSinceEpoch();
+        const auto published = LocalIdentityProvider::Signing::publishedKey;
+        QTest::newRow("another issuer") << QJsonObject {{"iss", "https://accounts.example.com"}} << published
+                                        << "The ID token comes from another issuer.";
+        QTest::newRow("no issuer") << QJsonObject {{"iss", QJsonValue()}} << published
+                                   << "The ID token comes from another issuer.";
+        QTest::newRow("expired an hour ago")
+            << QJsonObject {{"exp", at - 3600}, {"iat", at - 7200}} << published << "The ID token has expired.";
+        QTest::newRow("issued in the future")
+            << QJsonObject {{"iat", at + 600}} << published << "The ID token is not valid yet.";
+        QTest::newRow("not valid before later")
+            << QJsonObject {{"nbf", at + 600}} << published << "The ID token is not valid yet.";
+        QTest::newRow("authorized party is another client")
+            << QJsonObject {{"azp", "another-client"}} << published << "The ID token was issued to another client.";
+        QTest::newRow("audience is another client")
+            << QJsonObject {{"aud", "another-client"}} << published << "The ID token was issued to another client.";
+        QTest::newRow("signed with a key the provider does not publish")
+            << QJsonObject {} << LocalIdentityProvider::Signing::unpublishedKey
+            << "The ID token is signed with a key the provider does not publish.";
+        QTest::newRow("unsigned") << QJsonObject {} << LocalIdentityProvider::Signing::none
+                                  << "The ID token is not signed with RS256.";
+        QTest::newRow("HMAC keyed with the public key")
+            << QJsonObject {} << LocalIdentityProvider::Signing::hmacWithPublicKey
+            << "The ID token is not signed with RS256.";
+    }
+
+    void shouldRefuseAnIdTokenThatDoesNotCheckOut()
+    {
+        QFETCH(QJsonObject, claims);
+        QFETCH(LocalIdentityProvider::Signing, signing);
+        QFETCH(QString, reason);
+        m_provider->overrideClaims(claims);
+        m_provider->setSigning(signing);
+        auto browser = std::make_shared<ScriptedBrowser>();
+        auto signIn = client(browser);
+
+        const auto error = errorOf([&] { signIn->signIn(); });
+        browser->waitUntilDone();
+
+        QVERIFY(error);
+        QCOMPARE(error->code(), int(GIDSignInError::invalidIdToken));
+        QCOMPARE(error->localizedDescription(), reason);
+        QCOMPARE(m_provider->codeExchanges(), 1);
+        QVERIFY(browser->landing()->body.contains("Sign-in failed"));
+        QVERIFY(!signIn->currentUser());
+        QVERIFY(!storedSession());
+    }
+
+    void shouldTolerateClockSkewAndItsOwnClientAsAuthorizedParty()
+    {
+        // This machine's clock runs four minutes behind the provider's.
+        m_provider->overrideClaims({{"iat", now() + 240}, {"nbf", now() + 240}, {"azp", clientID}});
+        auto browser = std::make_shared<ScriptedBrowser>();
+        QCOMPARE(signedInUser(*client(browser), *browser)->userID(), QStringLiteral("108234567890123456789"));
+        QVERIFY(storedSession());
+    }
+
+    void shouldKeepTheOldSessionWhenARenewalDoesNotCheckOut()
+    {
+        auto browser = std::make_shared<ScriptedBrowser>();
+        const auto user = signedInUser(*client(browser), *browser);
+        const GIDSession before = user->session();
+        m_clock->advance(3600);
+
+        for (const QJsonObject& claims : {QJsonObject {{"exp", now() - 60}}, QJsonObject {{"iss", "https://evil"}}}) {
+            m_provider->overrideClaims(claims);
+            const auto error = errorOf([&] { user->refreshTokensIfNeeded(); });
+            QVERIFY(error);
+            QCOMPARE(error->code(), int(GIDSignInError::invalidIdToken));
+            QCOMPARE(user->session(), before);
+            QCOMPARE(GIDSession::fromJson(*storedSession()), std::optional<GIDSession>(before));
+        }
+        QCOMPARE(m_provider->refreshes(), 2);
+
+        // Once the provider answers properly again, the renewal goes through.
+        m_provider->overrideClaims({});
+        user->refreshTokensIfNeeded();
+        QCOMPARE(user->idToken()->tokenString, m_provider->lastIdToken());
+    }
+
+    void shouldFetchTheProvidersKeysOnceAndAgainForANewKey()
+    {
+        auto browser = std::make_shared<ScriptedBrowser>();
+        const auto user = signedInUser(*client(browser), *browser);
+        QCOMPARE(m_provider->jwksFetches(), 1);
+
+        m_clock->advance(3600);
+        user->refreshTokensIfNeeded();
+        QCOMPARE(m_provider->jwksFetches(), 1);
+
+        // The provider rotates its key: the unknown key id sends the client back for the new set.
+        m_provider->rotateSigningKey();
+        m_clock->advance(3600);
+        user->refreshTokensIfNeeded();
+        QCOMPARE(m_provider->jwksFetches(), 2);
+        QCOMPARE(user->idToken()->tokenString, m_provider->lastIdToken());
+
+        // A key id the fresh set does not list either is refused after one more look.
+        m_provider->setSigning(LocalIdentityProvider::Signing::unpublishedKey);
+        m_clock->advance(3600);
+        QCOMPARE(errorOf([&] { user->refreshTokensIfNeeded(); })->code(), int(GIDSignInError::invalidIdToken));
+        QCOMPARE(m_provider->jwksFetches(), 3);
+    }
+
+    void shouldFetchTokensAndKeysInTheClearFromLoopbackAddressesOnly()
+    {
+        QVERIFY(GIDEndpoints::isTrustworthy(QUrl(QStringLiteral("https://oauth2.googleapis.com/token"))));
+        QVERIFY(GIDEndpoints::isTrustworthy(QUrl(QStringLiteral("http://127.0.0.1:8080/token"))));
+        QVERIFY(GIDEndpoints::isTrustworthy(QUrl(QStringLiteral("http://[::1]:8080/token"))));
+        QVERIFY(!GIDEndpoints::isTrustworthy(QUrl(QStringLiteral("http://oauth2.example.com/token"))));
+        QVERIFY(!GIDEndpoints::isTrustworthy(QUrl(QStringLiteral("http://192.168.1.20/token"))));
+        QVERIFY(!GIDEndpoints::isTrustworthy(QUrl(QStringLiteral("ftp://127.0.0.1/token"))));
+
+        // "localhost" reaches the provider here, but a name can be made to resolve anywhere.
+        const auto byName = [](QUrl url) {
+            url.setHost(QStringLiteral("localhost"));
+            return url;
+        };
+        GIDEndpoints insecureToken = m_provider->endpoints();
+        insecureToken.token = byName(insecureToken.token);
+        auto browser = std::make_shared<ScriptedBrowser>();
+        auto error = errorOf([&] { client(browser, insecureToken)->signIn(); });
+        browser->waitUntilDone();
+        QCOMPARE(error->code(), int(GIDSignInError::tokenExchangeFailed));
+        QCOMPARE(m_provider->codeExchanges(), 0);
+
+        GIDEndpoints insecureKeys = m_provider->endpoints();
+        insecureKeys.jwks = byName(insecureKeys.jwks);
+        auto second = std::make_shared<ScriptedBrowser>();
+        error = errorOf([&] { client(second, insecureKeys)->signIn(); });
+        second->waitUntilDone();
+        QCOMPARE(error->code(), int(GIDSignInError::invalidIdToken));
+        QCOMPARE(m_provider->jwksFetches(), 0);
+        QVERIFY(!storedSession());
+    }
+
+    void shouldExpectGooglesIssuerInEitherForm()
+    {
+        qunsetenv("TOLVANE_GOOGLE_ISSUER");
+        QCOMPARE(GIDEndpoints::fromEnvironment().issuers,
+            (QStringList {QStringLiteral("https://accounts.google.com"), QStringLiteral("accounts.google.com")}));
+        qputenv("TOLVANE_GOOGLE_ISSUER", "https://id.example.org");
+        QCOMPARE(GIDEndpoints::fromEnvironment().issuers, QStringList {QStringLiteral("https://id.example.org")});
+        qunsetenv("TOLVANE_GOOGLE_ISSUER");
     }
 };
 

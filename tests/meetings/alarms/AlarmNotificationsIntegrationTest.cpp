@@ -10,10 +10,12 @@
 #include "platform/notifications/SystemSounds.h"
 #include "support/SettableClock.h"
 #include "support/TestMain.h"
+#include "support/notifications/BareSessionBus.h"
 #include "support/notifications/TestNotificationServer.h"
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -34,9 +36,11 @@ private:
 
     QString soundsFolder() const { return m_folder->filePath(QStringLiteral("sounds")); }
 
-    std::shared_ptr<LiveUserNotificationCenter> makeCenter() const
+    std::shared_ptr<LiveUserNotificationCenter> makeCenter(
+        const QDBusConnection& bus = QDBusConnection::sessionBus()) const
     {
         LiveUserNotificationCenter::Options options;
+        options.bus = bus;
         options.storeFilePath = m_folder->filePath(QStringLiteral("pending-notifications.json"));
         options.soundsDirectory = soundsFolder();
         options.defaultSoundPath = SystemSounds::defaultNotificationSoundPath();
@@ -81,6 +85,12 @@ private Q_SLOTS:
 
     void shouldRefuseToArmWithoutANotificationServer()
     {
+        // A bus on which no notification server can be activated, whichever ones this machine has.
+        BareSessionBus bus;
+        QVERIFY2(bus.start(), qPrintable(bus.error()));
+        m_center = makeCenter(bus.connection());
+        const auto leaveBusFirst = qScopeGuard([this] { m_center.reset(); });
+
         QCOMPARE(m_center->authorizationStatus(), UserNotificationAuthorizationStatus::denied);
         QVERIFY(!scheduler().arm(aMeet(QStringLiteral("Team sync"), now.addSecs(600))));
         QVERIFY(m_center->pendingRequests().isEmpty());

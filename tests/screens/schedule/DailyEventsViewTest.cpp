@@ -291,9 +291,9 @@ private Q_SLOTS:
         QToolButton* dayButton = view->navigator()->dayAlarmButton();
         QVERIFY(dayButton->isEnabled());
         dayButton->click();
-        QVERIFY(view->navigator()->isTogglingDayAlarms());
-        QVERIFY(!dayButton->isEnabled());
         QTRY_VERIFY_WITH_TIMEOUT(view->navigator()->isDayAlarmSet(), 15000);
+        QTRY_VERIFY(!view->navigator()->isTogglingDayAlarms());
+        QVERIFY(dayButton->isEnabled());
         QVERIFY(ArmedAlarmsStore(app->userDefaults()).contains(shown("Later").metId.toString(QUuid::WithoutBraces)));
     }
 

@@ -283,9 +283,11 @@ private Q_SLOTS:
         QSignalSpy handled(help, &HelpSettingsView::helpMessageHandled);
         QVERIFY(find<QPushButton>(QStringLiteral("user-settings-help-send-button"))->isEnabled());
         find<QPushButton>(QStringLiteral("user-settings-help-send-button"))->click();
-        QVERIFY(help->isSendingHelpMessage());
-        QVERIFY2(handled.wait(30000), qPrintable(app->console().consoleText()));
+        // With no backend the send can fail before the click returns: wait for the outcome, whenever
+        // it came, rather than for a signal that may already be behind us.
+        QTRY_COMPARE_WITH_TIMEOUT(handled.size(), 1, 30000);
         QCOMPARE(handled.first().at(0).toBool(), false);
+        QVERIFY(!help->isSendingHelpMessage());
         QCOMPARE(mail.urls.size(), 1);
         QCOMPARE(mail.urls.first().toEncoded(),
             "mailto:" + QUrl::toPercentEncoding(BuildSettings::supportEmail(), "@")

@@ -1,8 +1,11 @@
 #include "support/identity/LocalIdentityProvider.h"
 
 #include "platform/Clock.h"
+#include "support/identity/RsaSigningKey.h"
 
 #include <QCryptographicHash>
+#include <QDeadlineTimer>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMessageAuthenticationCode>
@@ -10,8 +13,6 @@
 #include <QUuid>
 
 namespace {
-
-const QByteArray signingKey = "local-identity-provider-key";
 
 QByteArray base64Url(const QByteArray& bytes)
 {
@@ -45,6 +46,7 @@ LocalIdentityProvider::LocalIdentityProvider(QString clientID, QString clientSec
     : m_clientID(std::move(clientID))
     , m_clientSecret(std::move(clientSecret))
     , m_clock(std::move(clock))
+    , m_key(std::make_unique<RsaSigningKey>(QStringLiteral("local-key-1")))
     , m_account {QStringLiteral("108234567890123456789"), QStringLiteral("ada@example.org"),
           QStringLiteral("Ada Lovelace"), QStringLiteral("Ada"), QStringLiteral("Lovelace")}
     , m_server(std::make_unique<HttpTestServer>([this](const RecordedRequest& request) { return answer(request); }))
@@ -53,7 +55,77 @@ LocalIdentityProvider::LocalIdentityProvider(QString clientID, QString clientSec
 
 LocalIdentityProvider::~LocalIdentityProvider()
 {
+    releaseTokenAnswers();
     m_server.reset();
+}
+
+GIDEndpoints LocalIdentityProvider::endpoints() const
+{
+    return {authorizationEndpoint(), tokenEndpoint(), {issuer()}, jwksURI()};
+}
+
+QUrl LocalIdentityProvider::jwksURI() const
+{
+    return QUrl(m_server->url().toString() + QStringLiteral("/oauth2/v3/certs"));
+}
+
+QString LocalIdentityProvider::issuer() const
+{
+    return m_server->url().toString();
+}
+
+void LocalIdentityProvider::setSigning(Signing signing)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_signing = signing;
+}
+
+void LocalIdentityProvider::rotateSigningKey()
+{
+    const int generation = [this] {
+        const QMutexLocker locker(&m_mutex);
+        return ++m_keyGeneration;
+    }();
+    // Made outside the lock: RSA key generation takes a while, and the provider keeps answering.
+    auto key = std::make_unique<RsaSigningKey>(QStringLiteral("local-key-%1").arg(generation));
+    const QMutexLocker locker(&m_mutex);
+    m_key = std::move(key);
+}
+
+void LocalIdentityProvider::overrideClaims(const QJsonObject& claims)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_claimOverrides = claims;
+}
+
+void LocalIdentityProvider::holdTokenAnswers()
+{
+    const QMutexLocker locker(&m_mutex);
+    m_holdingTokens = true;
+}
+
+void LocalIdentityProvider::releaseTokenAnswers()
+{
+    const QMutexLocker locker(&m_mutex);
+    m_holdingTokens = false;
+    m_tokenGate.wakeAll();
+}
+
+bool LocalIdentityProvider::waitForHeldTokenRequest(int milliseconds) const
+{
+    const QDeadlineTimer deadline(milliseconds);
+    const QMutexLocker locker(&m_mutex);
+    while (m_heldTokenRequests == 0) {
+        if (!m_tokenGate.wait(&m_mutex, deadline))
+            return m_heldTokenRequests > 0;
+    }
+    return true;
+}
+
+int LocalIdentityProvider::jwksFetches() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_jwksFetches;
 }
 
 QUrl LocalIdentityProvider::authorizationEndpoint() const
@@ -126,13 +198,40 @@ QString LocalIdentityProvider::lastTokenError() const
     return m_lastTokenError;
 }
 
-QString LocalIdentityProvider::makeIdToken(const QJsonObject& claims)
+QString LocalIdentityProvider::signedToken(const QJsonObject& claims)
 {
-    const QByteArray header = base64Url(R"({"alg":"HS256","typ":"JWT"})");
-    const QByteArray payload = base64Url(QJsonDocument(claims).toJson(QJsonDocument::Compact));
-    const QByteArray signature
-        = base64Url(QMessageAuthenticationCode::hash(header + '.' + payload, signingKey, QCryptographicHash::Sha256));
-    return QString::fromLatin1(header + '.' + payload + '.' + signature);
+    QJsonObject header {{QStringLiteral("typ"), QStringLiteral("JWT")}};
+    const RsaSigningKey* key = m_key.get();
+    switch (m_signing) {
+    case Signing::publishedKey:
+        break;
+    case Signing::unpublishedKey:
+        if (!m_unpublishedKey)
+            m_unpublishedKey = std::make_unique<RsaSigningKey>(QStringLiteral("unpublished-key"));
+        key = m_unpublishedKey.get();
+        break;
+    case Signing::none:
+        header.insert(QStringLiteral("alg"), QStringLiteral("none"));
+        break;
+    case Signing::hmacWithPublicKey:
+        header.insert(QStringLiteral("alg"), QStringLiteral("HS256"));
+        header.insert(QStringLiteral("kid"), m_key->keyID());
+        break;
+    }
+    if (!header.contains(QStringLiteral("alg"))) {
+        header.insert(QStringLiteral("alg"), QStringLiteral("RS256"));
+        header.insert(QStringLiteral("kid"), key->keyID());
+    }
+    const QByteArray signingInput = base64Url(QJsonDocument(header).toJson(QJsonDocument::Compact)) + '.'
+        + base64Url(QJsonDocument(claims).toJson(QJsonDocument::Compact));
+    QByteArray signature;
+    if (m_signing == Signing::hmacWithPublicKey) {
+        const QByteArray secret = m_key->publicJwk().value(QStringLiteral("n")).toString().toLatin1();
+        signature = QMessageAuthenticationCode::hash(signingInput, secret, QCryptographicHash::Sha256);
+    } else if (m_signing != Signing::none) {
+        signature = key->signRS256(signingInput);
+    }
+    return QString::fromLatin1(signingInput + '.' + base64Url(signature));
 }
 
 FakeResponse LocalIdentityProvider::answer(const RecordedRequest& request)
@@ -141,6 +240,9 @@ FakeResponse LocalIdentityProvider::answer(const RecordedRequest& request)
         return authorize(request);
     if (request.method == "POST" && request.path == QLatin1String("/token"))
         return token(request);
+    if (request.method == "GET" && request.path == QLatin1String("/oauth2/v3/certs"))
+        return jwks();
+
     return FakeResponse::text(404, "no such endpoint");
 }
 
@@ -183,6 +285,11 @@ FakeResponse LocalIdentityProvider::token(const RecordedRequest& request)
 {
     const QHash<QString, QString> form = formOf(request.body);
     const QMutexLocker locker(&m_mutex);
+    ++m_heldTokenRequests;
+    m_tokenGate.wakeAll();
+    while (m_holdingTokens)
+        m_tokenGate.wait(&m_mutex);
+    --m_heldTokenRequests;
     if (form.value(QStringLiteral("client_id")) != m_clientID
         || form.value(QStringLiteral("client_secret")) != m_clientSecret)
         return refuse(QStringLiteral("invalid_client"), QStringLiteral("Unknown client."));
@@ -214,16 +321,21 @@ FakeResponse LocalIdentityProvider::token(const RecordedRequest& request)
 FakeResponse LocalIdentityProvider::issue(const Account& account, bool withRefreshToken)
 {
     const qint64 now = m_clock->now().toSecsSinceEpoch();
-    QJsonObject claims {{QStringLiteral("iss"), QStringLiteral("http://127.0.0.1")},
-        {QStringLiteral("aud"), m_clientID}, {QStringLiteral("sub"), account.subject},
-        {QStringLiteral("email"), account.email}, {QStringLiteral("email_verified"), true},
-        {QStringLiteral("name"), account.name}, {QStringLiteral("iat"), now}, {QStringLiteral("exp"), now + m_lifetime},
-        {QStringLiteral("jti"), randomToken()}};
+    QJsonObject claims {{QStringLiteral("iss"), issuer()}, {QStringLiteral("aud"), m_clientID},
+        {QStringLiteral("sub"), account.subject}, {QStringLiteral("email"), account.email},
+        {QStringLiteral("email_verified"), true}, {QStringLiteral("name"), account.name}, {QStringLiteral("iat"), now},
+        {QStringLiteral("exp"), now + m_lifetime}, {QStringLiteral("jti"), randomToken()}};
     if (account.givenName)
         claims.insert(QStringLiteral("given_name"), *account.givenName);
     if (account.familyName)
         claims.insert(QStringLiteral("family_name"), *account.familyName);
-    const QString idToken = makeIdToken(claims);
+    for (auto override = m_claimOverrides.begin(); override != m_claimOverrides.end(); ++override) {
+        if (override->isNull())
+            claims.remove(override.key());
+        else
+            claims.insert(override.key(), *override);
+    }
+    const QString idToken = signedToken(claims);
     m_lastIdToken = idToken;
     m_lastTokenError.clear();
 
@@ -245,4 +357,11 @@ FakeResponse LocalIdentityProvider::refuse(const QString& error, const QString& 
     m_lastTokenError = error;
     return FakeResponse::json(
         400, QJsonObject {{QStringLiteral("error"), error}, {QStringLiteral("error_description"), description}});
+}
+
+FakeResponse LocalIdentityProvider::jwks()
+{
+    const QMutexLocker locker(&m_mutex);
+    ++m_jwksFetches;
+    return FakeResponse::json(200, QJsonObject {{QStringLiteral("keys"), QJsonArray {m_key->publicJwk()}}});
 }

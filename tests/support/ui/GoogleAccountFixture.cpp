@@ -28,9 +28,8 @@ GoogleAccountFixture::GoogleAccountFixture()
         m_backendUser = user;
     });
     m_browser = std::make_shared<ScriptedBrowser>();
-    m_client = std::make_unique<GIDSignIn>(
-        GIDSignInServices {m_keychain, std::make_shared<SystemSecureRandom>(), m_clock, m_browser, UrlSession::shared(),
-            GIDEndpoints {m_provider->authorizationEndpoint(), m_provider->tokenEndpoint()}});
+    m_client = std::make_unique<GIDSignIn>(GIDSignInServices {m_keychain, std::make_shared<SystemSecureRandom>(),
+        m_clock, m_browser, UrlSession::shared(), m_provider->endpoints()});
     m_client->setConfiguration(GIDConfiguration(clientID));
     m_app = std::make_unique<AppFixture>(m_client.get(), m_backend->baseURL());
 }
