@@ -46,6 +46,7 @@ void TolvaneApp::start()
     }
     m_appearance = std::make_unique<Appearance>();
     m_appearance->apply();
+    m_appearance->followChoice(m_services.userDefaults(), m_services.notificationCenter());
     m_window = std::make_unique<MainWindow>(m_services);
     m_window->show();
 }
