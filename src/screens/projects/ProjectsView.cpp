@@ -53,6 +53,8 @@ ProjectsView::ProjectsView(const AppServices& services, QWidget* parent)
     splitter->addWidget(m_sidebar);
     splitter->addWidget(m_detail);
     splitter->setStretchFactor(1, 1);
+    // Narrower than this the project rows would cut off their buttons.
+    m_sidebar->setMinimumWidth(220);
     splitter->setSizes({300, 700});
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

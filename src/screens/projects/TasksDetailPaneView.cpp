@@ -73,8 +73,8 @@ TasksDetailPaneView::TasksDetailPaneView(TaskActions& actions, QWidget* parent)
     m_deleteCompleted = toolButton(QStringLiteral("deleteCompleted"), qtTrId("tasks-delete-completed-button"),
         Icons::symbol(QStringLiteral("checkmark.circle.fill")), m_listTools);
     //% "Delete list"
-    QToolButton* deleteList = toolButton(QStringLiteral("deleteList"), qtTrId("task-lists-delete-button"),
-        Icons::symbol(QStringLiteral("trash")), m_listTools);
+    QToolButton* deleteList = m_deleteList = toolButton(QStringLiteral("deleteList"),
+        qtTrId("task-lists-delete-button"), Icons::symbol(QStringLiteral("trash")), m_listTools);
     auto* toolsLayout = new QHBoxLayout(m_listTools);
     toolsLayout->setContentsMargins(0, 0, 0, 0);
     toolsLayout->addWidget(m_tasksMode);
@@ -123,6 +123,18 @@ TasksDetailPaneView::TasksDetailPaneView(TaskActions& actions, QWidget* parent)
         Q_EMIT deleteAllCompletedRequested(completed);
     });
     showNone();
+}
+
+void TasksDetailPaneView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    // In a narrow pane the deletions keep their icons (and say what they do as tooltips), so the
+    // tools fit without pushing the pane wider than the window allows.
+    const bool narrow = width() < 560;
+    for (QToolButton* button : {m_deleteCompleted, m_deleteList}) {
+        button->setToolButtonStyle(narrow ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+        button->setToolTip(narrow ? button->text() : QString());
+    }
 }
 
 void TasksDetailPaneView::setTaskListViewMode(TaskListViewModeEnum mode)

@@ -31,6 +31,9 @@ public:
     // The add row of the list shown as a list; null for the matrix, an overview or nothing.
     InlineAddRowView* addRow() const;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 Q_SIGNALS:
     void deleteListRequested(const TaskListEntity& taskList);
     void deleteAllCompletedRequested(const QList<TaskEntity>& tasks);
@@ -56,6 +59,7 @@ private:
     QToolButton* m_tasksMode;
     QToolButton* m_matrixMode;
     QToolButton* m_deleteCompleted;
+    QToolButton* m_deleteList;
     QStackedWidget* m_bodies;
     // The overview and the matrix, built anew for every change.
     QScrollArea* m_scroll;
