@@ -67,6 +67,22 @@
         <source>Choose an account to see its details.</source>
         <translation>Choose an account to see its details.</translation>
     </message>
+    <message id="alarm-close-minimise-button">
+        <source>Keep running</source>
+        <translation>Keep running</translation>
+    </message>
+    <message id="alarm-close-quit-button">
+        <source>Quit anyway</source>
+        <translation>Quit anyway</translation>
+    </message>
+    <message id="alarm-close-without-tray-text">
+        <source>Tolvane stays open, minimised, so that they ring. If you quit, no alarm rings until you open Tolvane again.</source>
+        <translation>Tolvane stays open, minimised, so that they ring. If you quit, no alarm rings until you open Tolvane again.</translation>
+    </message>
+    <message id="alarm-close-without-tray-title">
+        <source>Alarms are pending, and this desktop has no tray to keep Tolvane in.</source>
+        <translation>Alarms are pending, and this desktop has no tray to keep Tolvane in.</translation>
+    </message>
     <message id="alarm-tray-quit">
         <source>Quit</source>
         <translation>Quit</translation>
@@ -451,6 +467,14 @@
         <source>Delete this project?</source>
         <translation>Delete this project?</translation>
     </message>
+    <message id="projects-delete-has-lists-text">
+        <source>Delete its lists first; then the project can be deleted.</source>
+        <translation>Delete its lists first; then the project can be deleted.</translation>
+    </message>
+    <message id="projects-delete-has-lists-title">
+        <source>“%1” still has lists</source>
+        <translation>“%1” still has lists</translation>
+    </message>
     <message id="projects-edit-button">
         <source>Rename</source>
         <translation>Rename</translation>
@@ -560,8 +584,12 @@
         <translation>Delete</translation>
     </message>
     <message id="tasks-delete-completed-confirmation-title">
-        <source>Delete the completed tasks?</source>
-        <translation>Delete the completed tasks?</translation>
+        <source>Delete %1 completed tasks?</source>
+        <translation>Delete %1 completed tasks?</translation>
+    </message>
+    <message id="tasks-delete-completed-confirmation-title-one">
+        <source>Delete the completed task?</source>
+        <translation>Delete the completed task?</translation>
     </message>
     <message id="tasks-delete-completed-error-title">
         <source>The completed tasks could not be deleted</source>
@@ -590,6 +618,22 @@
     <message id="user-settings-alarm-section-title">
         <source>Alarms</source>
         <translation>Alarms</translation>
+    </message>
+    <message id="user-settings-appearance-dark">
+        <source>Dark</source>
+        <translation>Dark</translation>
+    </message>
+    <message id="user-settings-appearance-label">
+        <source>Appearance</source>
+        <translation>Appearance</translation>
+    </message>
+    <message id="user-settings-appearance-light">
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
+    <message id="user-settings-appearance-system">
+        <source>As the desktop</source>
+        <translation>As the desktop</translation>
     </message>
     <message id="user-settings-back-to-chooser-button">
         <source>Back</source>
@@ -646,6 +690,10 @@
     <message id="user-settings-email-field">
         <source>E-mail</source>
         <translation>E-mail</translation>
+    </message>
+    <message id="user-settings-email-invalid-text">
+        <source>Enter an e-mail address like name@example.com, or leave it empty.</source>
+        <translation>Enter an e-mail address like name@example.com, or leave it empty.</translation>
     </message>
     <message id="user-settings-first-name-field">
         <source>First name</source>

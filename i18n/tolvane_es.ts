@@ -67,6 +67,22 @@
         <source>Choose an account to see its details.</source>
         <translation>Elige una cuenta para ver sus detalles.</translation>
     </message>
+    <message id="alarm-close-minimise-button">
+        <source>Keep running</source>
+        <translation>Seguir abierto</translation>
+    </message>
+    <message id="alarm-close-quit-button">
+        <source>Quit anyway</source>
+        <translation>Salir de todos modos</translation>
+    </message>
+    <message id="alarm-close-without-tray-text">
+        <source>Tolvane stays open, minimised, so that they ring. If you quit, no alarm rings until you open Tolvane again.</source>
+        <translation>Tolvane sigue abierto, minimizado, para que suenen. Si sales, ninguna alarma sonará hasta que vuelvas a abrir Tolvane.</translation>
+    </message>
+    <message id="alarm-close-without-tray-title">
+        <source>Alarms are pending, and this desktop has no tray to keep Tolvane in.</source>
+        <translation>Hay alarmas pendientes y este escritorio no tiene bandeja donde dejar Tolvane.</translation>
+    </message>
     <message id="alarm-tray-quit">
         <source>Quit</source>
         <translation>Salir</translation>
@@ -451,6 +467,14 @@
         <source>Delete this project?</source>
         <translation>¿Eliminar este proyecto?</translation>
     </message>
+    <message id="projects-delete-has-lists-text">
+        <source>Delete its lists first; then the project can be deleted.</source>
+        <translation>Elimina antes sus listas; después se podrá eliminar el proyecto.</translation>
+    </message>
+    <message id="projects-delete-has-lists-title">
+        <source>“%1” still has lists</source>
+        <translation>«%1» todavía tiene listas</translation>
+    </message>
     <message id="projects-edit-button">
         <source>Rename</source>
         <translation>Renombrar</translation>
@@ -560,8 +584,12 @@
         <translation>Eliminar</translation>
     </message>
     <message id="tasks-delete-completed-confirmation-title">
-        <source>Delete the completed tasks?</source>
-        <translation>¿Eliminar las tareas completadas?</translation>
+        <source>Delete %1 completed tasks?</source>
+        <translation>¿Eliminar %1 tareas completadas?</translation>
+    </message>
+    <message id="tasks-delete-completed-confirmation-title-one">
+        <source>Delete the completed task?</source>
+        <translation>¿Eliminar la tarea completada?</translation>
     </message>
     <message id="tasks-delete-completed-error-title">
         <source>The completed tasks could not be deleted</source>
@@ -590,6 +618,22 @@
     <message id="user-settings-alarm-section-title">
         <source>Alarms</source>
         <translation>Alarmas</translation>
+    </message>
+    <message id="user-settings-appearance-dark">
+        <source>Dark</source>
+        <translation>Oscuro</translation>
+    </message>
+    <message id="user-settings-appearance-label">
+        <source>Appearance</source>
+        <translation>Apariencia</translation>
+    </message>
+    <message id="user-settings-appearance-light">
+        <source>Light</source>
+        <translation>Claro</translation>
+    </message>
+    <message id="user-settings-appearance-system">
+        <source>As the desktop</source>
+        <translation>Como el escritorio</translation>
     </message>
     <message id="user-settings-back-to-chooser-button">
         <source>Back</source>
@@ -646,6 +690,10 @@
     <message id="user-settings-email-field">
         <source>E-mail</source>
         <translation>Correo electrónico</translation>
+    </message>
+    <message id="user-settings-email-invalid-text">
+        <source>Enter an e-mail address like name@example.com, or leave it empty.</source>
+        <translation>Escribe una dirección de correo como nombre@ejemplo.com, o déjala vacía.</translation>
     </message>
     <message id="user-settings-first-name-field">
         <source>First name</source>

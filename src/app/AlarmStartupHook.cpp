@@ -8,6 +8,8 @@
 #include <QApplication>
 #include <QIcon>
 #include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QSystemTrayIcon>
 #include <QTimer>
 #include <QWidget>
@@ -17,17 +19,17 @@ namespace {
 void showWindows()
 {
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (qobject_cast<MainWindow*>(window)) {
-            window->show();
-            window->raise();
-            window->activateWindow();
-        }
+        if (auto* mainWindow = qobject_cast<MainWindow*>(window))
+            mainWindow->bringToFront();
     }
 }
 
 // Alarms ring from this process, so closing the window must not end it while any is pending:
 // Tolvane then stays in the system tray. Once nothing is pending it lingers a while longer, so
-// a click on the last alarm still finds it, and then quits if no window is open.
+// a click on the last alarm still finds it, and then quits if no window is open. A desktop
+// without a tray would leave an invisible process behind, reachable only by launching Tolvane
+// again: there closing the window minimises it instead, or quits if the user says so, knowing
+// that the alarms will not ring.
 class AlarmTrayKeeper final : public QObject {
 public:
     static constexpr int lingerMs = 10 * 60 * 1000;
@@ -53,20 +55,68 @@ public:
         connect(&m_linger, &QTimer::timeout, this, &AlarmTrayKeeper::quitIfClosed);
         connect(m_center.get(), &LiveUserNotificationCenter::pendingRequestsChanged, this, &AlarmTrayKeeper::update,
             Qt::QueuedConnection);
+        QCoreApplication::instance()->installEventFilter(this);
         update();
     }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Quit && watched == QCoreApplication::instance()) {
+            // Quitting closes every window; those closes must go through.
+            m_quitting = true;
+            QTimer::singleShot(0, this, [this] { m_quitting = false; });
+        } else if (event->type() == QEvent::Close && m_pending && !m_quitting
+            && !QSystemTrayIcon::isSystemTrayAvailable()) {
+            if (auto* window = qobject_cast<MainWindow*>(watched)) {
+                event->ignore();
+                keepRunningMinimised(window);
+                return true;
+            }
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
 private:
+    void keepRunningMinimised(MainWindow* window)
+    {
+        if (!m_minimiseOnClose) {
+            QMessageBox box(QMessageBox::Information, window->windowTitle(),
+                //% "Alarms are pending, and this desktop has no tray to keep Tolvane in."
+                qtTrId("alarm-close-without-tray-title"), QMessageBox::NoButton, window);
+            box.setObjectName(QStringLiteral("alarmsPendingOnClose"));
+            //% "Tolvane stays open, minimised, so that they ring. If you quit, no alarm rings until you open Tolvane
+            //again."
+            box.setInformativeText(qtTrId("alarm-close-without-tray-text"));
+            //% "Keep running"
+            QPushButton* minimise = box.addButton(qtTrId("alarm-close-minimise-button"), QMessageBox::AcceptRole);
+            //% "Quit anyway"
+            QPushButton* quit = box.addButton(qtTrId("alarm-close-quit-button"), QMessageBox::DestructiveRole);
+            box.setDefaultButton(minimise);
+            box.setEscapeButton(minimise);
+            box.exec();
+            if (box.clickedButton() == quit) {
+                QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
+                return;
+            }
+            // Asked once a run: from now on closing just minimises.
+            m_minimiseOnClose = true;
+        }
+        window->showMinimized();
+    }
+
     void update()
     {
-        const bool pending = !m_center->pendingRequests().isEmpty();
-        if (pending) {
+        m_pending = !m_center->pendingRequests().isEmpty();
+        if (m_pending) {
             m_linger.stop();
             QApplication::setQuitOnLastWindowClosed(false);
             if (QSystemTrayIcon::isSystemTrayAvailable())
                 m_tray.show();
         } else if (m_tray.isVisible()) {
             m_linger.start();
+        } else {
+            QApplication::setQuitOnLastWindowClosed(true);
         }
     }
 
@@ -85,6 +135,9 @@ private:
     QMenu m_menu;
     QSystemTrayIcon m_tray;
     QTimer m_linger;
+    bool m_pending = false;
+    bool m_quitting = false;
+    bool m_minimiseOnClose = false;
 };
 
 } // namespace

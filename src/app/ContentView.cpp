@@ -32,7 +32,7 @@ ContentView::ContentView(const AppServices& services, ScreenFactory makeScreen, 
     setObjectName(QStringLiteral("contentView"));
     auto* sidebarColumn = new QWidget(this);
     sidebarColumn->setObjectName(QStringLiteral("sidebarColumn"));
-    sidebarColumn->setFixedWidth(220);
+    sidebarColumn->setFixedWidth(200);
     //% "Tolvane"
     auto* title = new QLabel(qtTrId("sidebar-menu-title"), sidebarColumn);
     QFont titleFont = title->font();

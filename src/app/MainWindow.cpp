@@ -36,7 +36,8 @@ MainWindow::MainWindow(const AppServices& services, QWidget* parent)
     , m_services(services)
 {
     setWindowTitle(QStringLiteral("Tolvane"));
-    setMinimumSize(900, 600);
+    // Small laptop screens and tiled halves: the panes fold and scroll below this.
+    setMinimumSize(800, 600);
     m_contentView = new ContentView(
         services,
         [this, &services](SidebarItemEnum item, QWidget* parent) -> QWidget* {
@@ -89,6 +90,15 @@ void MainWindow::closeEvent(QCloseEvent* event)
     UserDefaults defaults = m_services.userDefaults();
     defaults.setValue(geometryKey, saveGeometry());
     QMainWindow::closeEvent(event);
+}
+
+void MainWindow::bringToFront()
+{
+    if (isMinimized())
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
 }
 
 void MainWindow::showConsole()

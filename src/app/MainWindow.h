@@ -16,6 +16,8 @@ public:
     explicit MainWindow(const AppServices& services, QWidget* parent = nullptr);
 
     ContentView* contentView() const { return m_contentView; }
+    // Shows the window (closed, minimised or behind others) and gives it the focus.
+    void bringToFront();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -48,6 +48,7 @@ void TolvaneApp::start()
     }
     m_appearance = std::make_unique<Appearance>();
     m_appearance->apply();
+    m_appearance->followChoice(m_services.userDefaults(), m_services.notificationCenter());
     m_window = std::make_unique<MainWindow>(m_services);
     // The storage layer tells when it set an unreadable store aside; the user reads it here.
     NotificationCenter::defaultCenter().addObserver(NotificationName::storeSetAside, m_window.get(),

@@ -1,3 +1,5 @@
+#include "MainWindow.h"
+#include "SingleInstance.h"
 #include "TolvaneApp.h"
 #include "screens/common/AppServices.h"
 
@@ -14,8 +16,14 @@ int main(int argc, char* argv[])
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/QuorvelLogo.svg")));
     TolvaneApp::installTranslations();
 
+    // Before anything is opened: a second launch only brings the running window forward.
+    SingleInstance instance;
+    if (instance.claim() == SingleInstance::Claim::handedOver)
+        return 0;
+
     const AppServices services = AppServices::live();
     TolvaneApp app(services);
     app.start();
+    QObject::connect(&instance, &SingleInstance::activationRequested, app.window(), &MainWindow::bringToFront);
     return QApplication::exec();
 }

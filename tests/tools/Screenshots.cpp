@@ -169,6 +169,12 @@ int main(int argc, char* argv[])
                              .arg(QString::fromLocal8Bit(argv[1]), QString::fromLatin1(argv[2]),
                                  QString::fromLatin1(argv[3]), QStringLiteral("%1"));
     window.grab().save(name.arg(QStringLiteral("list")));
+    // The smallest window Tolvane allows: names elide, nothing needs scrolling sideways.
+    window.resize(window.minimumSize());
+    settle();
+    window.grab().save(name.arg(QStringLiteral("smallest")));
+    window.resize(1280, 800);
+    settle();
     window.findChild<QToolButton*>(QStringLiteral("viewModeMatrix"))->click();
     settle();
     window.grab().save(name.arg(QStringLiteral("matrix")));

@@ -1,13 +1,17 @@
 #include "screens/common/Appearance.h"
 
+#include "platform/NotificationCenter.h"
+
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusReply>
 #include <QDBusVariant>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 
 namespace {
 
@@ -35,6 +39,30 @@ std::optional<bool> portalPrefersDark()
     return scheme == 1;
 }
 
+// Fusion draws the box of a check box and a radio button in the window colour made darker:
+// on a dark window that is black on near-black. Here the box takes a light grey edge.
+class DarkContrastStyle final : public QProxyStyle {
+public:
+    DarkContrastStyle()
+        : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
+    {
+    }
+
+    void drawPrimitive(
+        PrimitiveElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const override
+    {
+        if (element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton) {
+            if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
+                QStyleOptionButton lighter(*button);
+                lighter.palette.setColor(QPalette::Window, QColor(0xa8, 0xa8, 0xb0));
+                QProxyStyle::drawPrimitive(element, &lighter, painter, widget);
+                return;
+            }
+        }
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+};
+
 QPalette darkPalette()
 {
     QPalette palette;
@@ -61,28 +89,59 @@ QPalette darkPalette()
 
 } // namespace
 
+Appearance::Mode Appearance::storedMode(const UserDefaults& defaults)
+{
+    const QString stored = defaults.value(modeKey).toString();
+    if (stored == u"light")
+        return Mode::light;
+    if (stored == u"dark")
+        return Mode::dark;
+    return Mode::system;
+}
+
+void Appearance::storeMode(UserDefaults defaults, Mode mode, NotificationCenter& center)
+{
+    defaults.setValue(modeKey,
+        mode == Mode::light      ? QStringLiteral("light")
+            : mode == Mode::dark ? QStringLiteral("dark")
+                                 : QStringLiteral("system"));
+    center.post(didChangeNotification);
+}
+
 Appearance::Appearance(QObject* parent)
     : QObject(parent)
 {
     const QByteArray forced = qgetenv("TOLVANE_APPEARANCE");
     if (!forced.isEmpty()) {
-        m_isDark = forced == "dark";
-        return;
-    }
-    if (const std::optional<bool> dark = portalPrefersDark()) {
-        m_isDark = *dark;
+        m_forcedDark = forced == "dark";
+    } else if (const std::optional<bool> dark = portalPrefersDark()) {
+        m_desktopPrefersDark = *dark;
     } else {
         const QPalette palette = QApplication::palette();
-        m_isDark = palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+        m_desktopPrefersDark
+            = palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
     }
-    QDBusConnection::sessionBus().connect(portalService, portalPath, settingsInterface,
-        QStringLiteral("SettingChanged"), this, SLOT(onSettingChanged(QString, QString, QDBusVariant)));
+    if (!m_forcedDark) {
+        QDBusConnection::sessionBus().connect(portalService, portalPath, settingsInterface,
+            QStringLiteral("SettingChanged"), this, SLOT(onSettingChanged(QString, QString, QDBusVariant)));
+    }
+    m_isDark = m_forcedDark.value_or(m_desktopPrefersDark);
+}
+
+void Appearance::followChoice(const UserDefaults& defaults, NotificationCenter& center)
+{
+    m_mode = storedMode(defaults);
+    update();
+    center.addObserver(didChangeNotification, this, [this, defaults](const QVariant&) {
+        m_mode = storedMode(defaults);
+        update();
+    });
 }
 
 void Appearance::apply()
 {
     if (m_isDark) {
-        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+        QApplication::setStyle(new DarkContrastStyle);
         QApplication::setPalette(darkPalette());
     } else {
         QApplication::setPalette(QApplication::style()->standardPalette());
@@ -93,11 +152,16 @@ void Appearance::onSettingChanged(const QString& group, const QString& key, cons
 {
     if (group != appearanceGroup || key != colorSchemeKey)
         return;
-    setDark(value.variant().toUInt() == 1);
+    // 0 is "no preference": light, as the desktops that send it mean.
+    m_desktopPrefersDark = value.variant().toUInt() == 1;
+    update();
 }
 
-void Appearance::setDark(bool dark)
+void Appearance::update()
 {
+    const bool dark = m_forcedDark ? *m_forcedDark
+        : m_mode == Mode::system   ? m_desktopPrefersDark
+                                   : m_mode == Mode::dark;
     if (dark == m_isDark)
         return;
     m_isDark = dark;

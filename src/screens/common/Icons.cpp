@@ -1,6 +1,13 @@
 #include "screens/common/Icons.h"
 
+#include <QApplication>
+#include <QFile>
 #include <QHash>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmapCache>
+#include <QSvgRenderer>
 
 namespace {
 
@@ -39,6 +46,70 @@ const QHash<QString, Mapping>& table()
 
 QIcon lookUp(const QString& name);
 
+// The bundled symbols are drawn in one grey, which all but disappears on a dark window. This
+// engine draws them in a grey that suits the palette of the moment, so they follow a switch
+// between light and dark as the theme's own icons would.
+class PaletteSymbolEngine final : public QIconEngine {
+public:
+    explicit PaletteSymbolEngine(QString path)
+        : m_path(std::move(path))
+    {
+        QFile file(m_path);
+        if (file.open(QIODevice::ReadOnly))
+            m_svg = file.readAll();
+    }
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        const qreal ratio = painter->device() ? painter->device()->devicePixelRatioF() : 1.0;
+        QPixmap drawn = scaledPixmap(rect.size(), mode, state, ratio);
+        painter->drawPixmap(rect, drawn);
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return scaledPixmap(size, mode, state, 1.0);
+    }
+
+    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State, qreal scale) override
+    {
+        const QPalette palette = QApplication::palette();
+        const bool dark = palette.color(QPalette::Window).lightness() < 128;
+        QColor color = dark ? QColor(0xb4, 0xb4, 0xba) : QColor(0x6e, 0x6e, 0x73);
+        if (mode == QIcon::Disabled)
+            color = palette.color(QPalette::Disabled, QPalette::WindowText);
+        else if (mode == QIcon::Selected)
+            color = palette.color(QPalette::HighlightedText);
+        const QSize pixels = size * scale;
+        const QString key = QStringLiteral("tolvane-symbol:%1:%2:%3x%4")
+                                .arg(m_path, color.name())
+                                .arg(pixels.width())
+                                .arg(pixels.height());
+        QPixmap drawn;
+        if (!QPixmapCache::find(key, &drawn)) {
+            QByteArray svg = m_svg;
+            svg.replace("#6e6e73", color.name().toLatin1());
+            QSvgRenderer renderer(svg);
+            drawn = QPixmap(pixels);
+            drawn.fill(Qt::transparent);
+            QPainter painter(&drawn);
+            renderer.render(&painter);
+            painter.end();
+            QPixmapCache::insert(key, drawn);
+        }
+        drawn.setDevicePixelRatio(scale);
+        return drawn;
+    }
+
+    QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override { return size; }
+    QIconEngine* clone() const override { return new PaletteSymbolEngine(*this); }
+    QString key() const override { return QStringLiteral("tolvane-palette-symbol"); }
+
+private:
+    QString m_path;
+    QByteArray m_svg;
+};
+
 } // namespace
 
 namespace Icons {
@@ -63,7 +134,7 @@ QIcon lookUp(const QString& name)
     const auto found = table().constFind(name);
     if (found == table().cend())
         return QIcon();
-    const QIcon bundled(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(found->bundled)));
+    const QIcon bundled(new PaletteSymbolEngine(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(found->bundled))));
     if (*found->themeName == '\0')
         return bundled;
     return QIcon::fromTheme(QLatin1String(found->themeName), bundled);

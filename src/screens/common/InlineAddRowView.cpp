@@ -47,24 +47,33 @@ void InlineAddRowView::startEditing()
 
 void InlineAddRowView::commit()
 {
-    if (m_isAdding)
+    const QString text = m_field->text();
+    if (Text::isBlank(text))
         return;
-    if (Text::isBlank(m_field->text())) {
-        cancel();
+    m_waiting.append(text);
+    m_field->clear();
+    handOverNext();
+}
+
+void InlineAddRowView::handOverNext()
+{
+    // One at a time, so the entries are stored in the order they were typed.
+    if (m_isAdding || m_waiting.isEmpty())
         return;
-    }
     m_isAdding = true;
-    m_field->setEnabled(false);
-    Q_EMIT addRequested(m_field->text());
+    m_handedOver = m_waiting.takeFirst();
+    Q_EMIT addRequested(m_handedOver);
 }
 
 void InlineAddRowView::finishAdding(bool added)
 {
+    if (!m_isAdding)
+        return;
     m_isAdding = false;
-    m_field->setEnabled(true);
-    if (added)
-        m_field->clear();
-    m_field->setFocus(Qt::OtherFocusReason);
+    if (!added && m_field->text().isEmpty())
+        m_field->setText(m_handedOver);
+    m_handedOver.clear();
+    handOverNext();
 }
 
 void InlineAddRowView::cancel()
@@ -80,7 +89,7 @@ bool InlineAddRowView::eventFilter(QObject* watched, QEvent* event)
             cancel();
             return true;
         }
-        if (event->type() == QEvent::FocusOut && !m_isAdding && m_field->text().isEmpty())
+        if (event->type() == QEvent::FocusOut && !m_isAdding && m_waiting.isEmpty() && m_field->text().isEmpty())
             cancel();
     }
     return QWidget::eventFilter(watched, event);

@@ -1,14 +1,18 @@
 #pragma once
 
+#include <QStringList>
 #include <QWidget>
 
 class QLineEdit;
 class QPushButton;
 class QStackedWidget;
 
-// "+ Add ..." that turns into a text field in place. Enter adds (blank text is ignored), Escape
-// or leaving the field empty cancels. While the owner works on an add, the field stays disabled
-// until finishAdding(); on success it clears and stays open for the next entry.
+// "+ Add ..." that turns into a text field in place. Enter hands the text to the owner and
+// empties the field at once, so the next entry can be typed while the owner stores this one;
+// entries typed faster than they are stored wait their turn, in order. Enter on blank text does
+// nothing; Escape, or leaving the empty field with nothing waiting, closes it. The field never
+// turns disabled, so the focus (and every key typed) stays in it. The owner answers each
+// addRequested with finishAdding().
 class InlineAddRowView final : public QWidget {
     Q_OBJECT
 
@@ -17,9 +21,16 @@ public:
     InlineAddRowView(const QString& name, const QString& text, QWidget* parent = nullptr);
 
     void startEditing();
+    // Closes the field, dropping its text.
+    void cancel();
+    // The store answered the last addRequested; a text that could not be added comes back into
+    // an empty field, to be corrected.
     void finishAdding(bool added);
     bool isEditing() const;
+    // An entry was handed over and not answered yet.
     bool isAdding() const { return m_isAdding; }
+    // Entries typed and not yet handed over.
+    int waitingCount() const { return int(m_waiting.size()); }
 
 Q_SIGNALS:
     void addRequested(const QString& text);
@@ -29,10 +40,12 @@ protected:
 
 private:
     void commit();
-    void cancel();
+    void handOverNext();
 
     QStackedWidget* m_stack;
     QPushButton* m_button;
     QLineEdit* m_field;
+    QStringList m_waiting;
+    QString m_handedOver;
     bool m_isAdding = false;
 };

@@ -13,8 +13,12 @@ InlineEditableLabel::InlineEditableLabel(const QString& text, QWidget* parent)
     : QWidget(parent)
     , m_stack(new QStackedWidget(this))
     , m_label(new QLabel(text, this))
+    , m_text(text)
 {
+    m_label->setObjectName(QStringLiteral("editableText"));
     m_label->setTextInteractionFlags(Qt::NoTextInteraction);
+    // A name is shown as typed: "<b>" or "&" in it are text.
+    m_label->setTextFormat(Qt::PlainText);
     m_label->setWordWrap(true);
     m_label->installEventFilter(this);
     m_stack->addWidget(m_label);
@@ -40,12 +44,34 @@ QLineEdit* InlineEditableLabel::field()
 
 QString InlineEditableLabel::text() const
 {
-    return m_label->text();
+    return m_text;
 }
 
 void InlineEditableLabel::setText(const QString& text)
 {
-    m_label->setText(text);
+    m_text = text;
+    showText();
+}
+
+void InlineEditableLabel::setElided(bool elided)
+{
+    m_isElided = elided;
+    m_label->setWordWrap(!elided);
+    // Elided, the label takes the width it is given instead of asking for the whole text's.
+    m_label->setSizePolicy(elided ? QSizePolicy::Ignored : QSizePolicy::Preferred, QSizePolicy::Preferred);
+    m_label->setMinimumWidth(elided ? m_label->fontMetrics().horizontalAdvance(QStringLiteral("MMM…")) : 0);
+    showText();
+}
+
+void InlineEditableLabel::showText()
+{
+    if (!m_isElided) {
+        m_label->setText(m_text);
+        return;
+    }
+    const QString shown = m_label->fontMetrics().elidedText(m_text, Qt::ElideRight, m_label->width());
+    m_label->setText(shown);
+    m_label->setToolTip(shown == m_text ? QString() : m_text);
 }
 
 void InlineEditableLabel::setLabelFont(const QFont& font)
@@ -53,6 +79,7 @@ void InlineEditableLabel::setLabelFont(const QFont& font)
     m_label->setFont(font);
     if (m_field)
         m_field->setFont(font);
+    showText();
 }
 
 void InlineEditableLabel::setStruckOut(bool struckOut)
@@ -70,7 +97,7 @@ bool InlineEditableLabel::isEditing() const
 
 void InlineEditableLabel::startEditing()
 {
-    field()->setText(m_label->text());
+    field()->setText(m_text);
     m_stack->setCurrentWidget(m_field);
     m_field->setFocus(Qt::OtherFocusReason);
     m_field->selectAll();
@@ -80,9 +107,9 @@ void InlineEditableLabel::commit()
 {
     const QString draft = m_field->text();
     stopEditing();
-    if (Text::isBlank(draft) || draft == m_label->text())
+    if (Text::isBlank(draft) || draft == m_text)
         return;
-    m_label->setText(draft);
+    setText(draft);
     Q_EMIT committed(draft);
 }
 
@@ -93,6 +120,8 @@ void InlineEditableLabel::stopEditing()
 
 bool InlineEditableLabel::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == m_label && event->type() == QEvent::Resize && m_isElided)
+        showText();
     if (watched == m_label && event->type() == QEvent::MouseButtonDblClick) {
         startEditing();
         return true;

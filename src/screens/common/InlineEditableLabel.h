@@ -18,6 +18,9 @@ public:
     void setText(const QString& text);
     void setLabelFont(const QFont& font);
     void setStruckOut(bool struckOut);
+    // One line, cut short with "…" when narrower than the text, which then shows in full as the
+    // tooltip (names in narrow panes); otherwise the text wraps.
+    void setElided(bool elided);
     void startEditing();
     bool isEditing() const;
 
@@ -30,9 +33,12 @@ protected:
 private:
     void commit();
     void stopEditing();
+    void showText();
     QLineEdit* field();
 
     QStackedWidget* m_stack;
     QLabel* m_label;
+    QString m_text;
+    bool m_isElided = false;
     QLineEdit* m_field = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "screens/projects/ProjectOverviewListSectionView.h"
 
+#include "screens/common/UserText.h"
 #include "screens/projects/TaskActions.h"
 #include "screens/projects/TaskRowView.h"
 
@@ -28,7 +29,10 @@ ProjectOverviewListSectionView::ProjectOverviewListSectionView(
     for (const TaskEntity& task : item.tasks)
         open += task.tasIsDone ? 0 : 1;
     auto* title = new QPushButton(
-        QStringLiteral("%1  (%2/%3)").arg(item.taskList.talName).arg(open).arg(item.tasks.size()), this);
+        QStringLiteral("%1  (%2/%3)").arg(UserText::onButton(item.taskList.talName)).arg(open).arg(item.tasks.size()),
+        this);
+    title->setObjectName(QStringLiteral("overviewListTitle"));
+    title->setToolTip(item.taskList.talName);
     title->setFlat(true);
     title->setCursor(Qt::PointingHandCursor);
     title->setStyleSheet(QStringLiteral("text-align: left; font-weight: bold;"));

@@ -9,7 +9,8 @@ class InlineEditableLabel;
 class QToolButton;
 
 // One project in the sidebar: its header (open the overview, rename, show every day, delete)
-// and, when expanded, its lists and an add row.
+// and, when expanded, its lists and an add row. The sidebar keeps it while the project and its
+// lists change (setItem()), so an add row being typed into stays open and keeps its entries.
 class ProjectSectionView final : public QFrame {
     Q_OBJECT
 
@@ -17,6 +18,8 @@ public:
     ProjectSectionView(const ProjectWithListsEntity& item, bool isExpanded, bool isSelected,
         const QUuid& selectedListId, const QUuid& deletingListId, bool isDeleting, QWidget* parent = nullptr);
 
+    void setItem(const ProjectWithListsEntity& item, bool isExpanded, bool isSelected, const QUuid& selectedListId,
+        const QUuid& deletingListId, bool isDeleting);
     const ProjectEntity& project() const { return m_item.project; }
     InlineAddRowView* addListRow() const { return m_addList; }
     void startRenaming();
@@ -40,7 +43,11 @@ protected:
 
 private:
     ProjectWithListsEntity m_item;
+    bool m_isExpanded = false;
     InlineEditableLabel* m_name;
     QFrame* m_header;
-    InlineAddRowView* m_addList = nullptr;
+    QToolButton* m_fold;
+    QToolButton* m_everyDay;
+    QWidget* m_lists = nullptr;
+    InlineAddRowView* m_addList;
 };

@@ -10,23 +10,29 @@ ProjectsController::ProjectsController(ProjectsApplication application, ErrorCon
 {
 }
 
-template <typename Work> void ProjectsController::run(const QString& action, const QUuid& projectId, Work&& work)
+template <typename Work>
+void ProjectsController::run(
+    const QString& action, const QUuid& projectId, Work&& work, std::function<void(bool)> finished)
 {
     runAction(this, m_console, QStringLiteral("ProjectsController.") + action, std::forward<Work>(work),
-        [this, projectId](const ResultEntity& result) {
+        [this, projectId, finished = std::move(finished)](const ResultEntity& result) {
             // The backend gives a new project an id of its own.
             const ProjectEntity* stored = result.dataAs<ProjectEntity>();
             if (result.result)
                 Q_EMIT saved(stored ? stored->prjId : projectId);
             else
                 Q_EMIT failed(result.firstMessage().value_or(QString()));
+            if (finished)
+                finished(result.result);
         });
 }
 
-void ProjectsController::add(const QString& name, const QUuid& userId)
+void ProjectsController::add(const QString& name, const QUuid& userId, std::function<void(bool)> added)
 {
     const ProjectEntity project {.prjUserId = userId, .prjName = name};
-    run(QStringLiteral("add"), project.prjId, [app = application, project] { return app.create(project); });
+    run(
+        QStringLiteral("add"), project.prjId, [app = application, project] { return app.create(project); },
+        std::move(added));
 }
 
 void ProjectsController::update(const ProjectEntity& project)

@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 class ErrorConsoleStore;
 
 // The projects workspace's project actions. Each runs off the GUI thread; success emits saved,
@@ -14,7 +16,8 @@ class ProjectsController final : public QObject {
 public:
     ProjectsController(ProjectsApplication application, ErrorConsoleStore& console, QObject* parent = nullptr);
 
-    void add(const QString& name, const QUuid& userId);
+    // added hears whether the store took it, after saved or failed.
+    void add(const QString& name, const QUuid& userId, std::function<void(bool)> added = {});
     void update(const ProjectEntity& project);
     void setShowEveryDay(const ProjectEntity& project, bool showEveryDay);
     void delete_(const ProjectEntity& project, const QUuid& userId);
@@ -26,7 +29,8 @@ Q_SIGNALS:
     void failed(const QString& message);
 
 private:
-    template <typename Work> void run(const QString& action, const QUuid& projectId, Work&& work);
+    template <typename Work>
+    void run(const QString& action, const QUuid& projectId, Work&& work, std::function<void(bool)> finished = {});
 
     ErrorConsoleStore& m_console;
 };

@@ -12,6 +12,8 @@ ProjectsSidebarPaneView::ProjectsSidebarPaneView(QWidget* parent)
     : QWidget(parent)
     , m_state(new QLabel(this))
     , m_scroll(new QScrollArea(this))
+    , m_content(new QWidget)
+    , m_contentLayout(new QVBoxLayout(m_content))
     //% "Add project"
     , m_addProject(new InlineAddRowView(QStringLiteral("projects-add-button"), qtTrId("projects-add-button"), this))
 {
@@ -27,6 +29,11 @@ ProjectsSidebarPaneView::ProjectsSidebarPaneView(QWidget* parent)
     m_state->setEnabled(false);
     m_scroll->setWidgetResizable(true);
     m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_contentLayout->setContentsMargins(0, 0, 0, 0);
+    m_contentLayout->setSpacing(2);
+    m_contentLayout->addStretch(1);
+    m_scroll->setWidget(m_content);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(title);
     layout->addWidget(m_state);
@@ -59,37 +66,52 @@ void ProjectsSidebarPaneView::show(const State& state)
     m_state->setVisible(!state.isLoggedIn || state.workspace.isEmpty());
     m_addProject->setVisible(state.isLoggedIn);
 
-    const int scrolled = m_scroll->verticalScrollBar()->value();
-    auto* content = new QWidget;
-    auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2);
-    m_sections.clear();
+    // Sections stay while their projects do, in the workspace's order.
+    QList<ProjectSectionView*> sections;
     for (const ProjectWithListsEntity& item : state.workspace) {
         const QUuid id = item.project.prjId;
-        auto* section
-            = new ProjectSectionView(item, state.expandedProjectIds.contains(id), id == state.selectedProjectId,
-                state.selectedListId, state.deletingListId, id == state.deletingProjectId, content);
-        connect(section, &ProjectSectionView::expandedChanged, this, &ProjectsSidebarPaneView::expandedChanged);
-        connect(section, &ProjectSectionView::projectSelected, this, &ProjectsSidebarPaneView::selectProject);
-        connect(section, &ProjectSectionView::renameRequested, this, &ProjectsSidebarPaneView::renameProject);
-        connect(section, &ProjectSectionView::showEveryDayToggled, this,
-            &ProjectsSidebarPaneView::toggleProjectShowEveryDay);
-        connect(section, &ProjectSectionView::deleteRequested, this, &ProjectsSidebarPaneView::deleteProject);
-        connect(section, &ProjectSectionView::listSelected, this, &ProjectsSidebarPaneView::selectList);
-        connect(section, &ProjectSectionView::listRenameRequested, this, &ProjectsSidebarPaneView::renameList);
-        connect(section, &ProjectSectionView::listSetDefaultRequested, this, &ProjectsSidebarPaneView::setDefaultList);
-        connect(section, &ProjectSectionView::listDeleteRequested, this, &ProjectsSidebarPaneView::deleteList);
-        connect(section, &ProjectSectionView::addListRequested, this, &ProjectsSidebarPaneView::addList);
-        layout->addWidget(section);
-        m_sections.append(section);
+        const bool expanded = state.expandedProjectIds.contains(id);
+        ProjectSectionView* section = this->section(id);
+        if (section) {
+            section->setItem(item, expanded, id == state.selectedProjectId, state.selectedListId, state.deletingListId,
+                id == state.deletingProjectId);
+        } else {
+            section = new ProjectSectionView(item, expanded, id == state.selectedProjectId, state.selectedListId,
+                state.deletingListId, id == state.deletingProjectId, m_content);
+            connectSection(section);
+        }
+        sections.append(section);
     }
-    layout->addStretch(1);
-    // The old content may be handling the very click that asked for this.
-    if (QWidget* old = m_scroll->takeWidget())
-        old->deleteLater();
-    m_scroll->setWidget(content);
-    m_scroll->verticalScrollBar()->setValue(scrolled);
+    for (ProjectSectionView* old : std::as_const(m_sections)) {
+        if (!sections.contains(old)) {
+            m_contentLayout->removeWidget(old);
+            // It may be handling the very click that asked for this.
+            old->hide();
+            old->deleteLater();
+        }
+    }
+    for (int index = 0; index < sections.size(); ++index) {
+        if (m_contentLayout->indexOf(sections.at(index)) != index) {
+            m_contentLayout->removeWidget(sections.at(index));
+            m_contentLayout->insertWidget(index, sections.at(index));
+        }
+    }
+    m_sections = sections;
+}
+
+void ProjectsSidebarPaneView::connectSection(ProjectSectionView* section)
+{
+    connect(section, &ProjectSectionView::expandedChanged, this, &ProjectsSidebarPaneView::expandedChanged);
+    connect(section, &ProjectSectionView::projectSelected, this, &ProjectsSidebarPaneView::selectProject);
+    connect(section, &ProjectSectionView::renameRequested, this, &ProjectsSidebarPaneView::renameProject);
+    connect(
+        section, &ProjectSectionView::showEveryDayToggled, this, &ProjectsSidebarPaneView::toggleProjectShowEveryDay);
+    connect(section, &ProjectSectionView::deleteRequested, this, &ProjectsSidebarPaneView::deleteProject);
+    connect(section, &ProjectSectionView::listSelected, this, &ProjectsSidebarPaneView::selectList);
+    connect(section, &ProjectSectionView::listRenameRequested, this, &ProjectsSidebarPaneView::renameList);
+    connect(section, &ProjectSectionView::listSetDefaultRequested, this, &ProjectsSidebarPaneView::setDefaultList);
+    connect(section, &ProjectSectionView::listDeleteRequested, this, &ProjectsSidebarPaneView::deleteList);
+    connect(section, &ProjectSectionView::addListRequested, this, &ProjectsSidebarPaneView::addList);
 }
 
 void ProjectsSidebarPaneView::setSelection(const QUuid& selectedProjectId, const QUuid& selectedListId)

@@ -49,8 +49,12 @@ Q_SIGNALS:
     void addProject(const QString& name);
 
 private:
+    void connectSection(ProjectSectionView* section);
+
     QLabel* m_state;
     QScrollArea* m_scroll;
+    QWidget* m_content;
+    QVBoxLayout* m_contentLayout;
     InlineAddRowView* m_addProject;
     QList<ProjectSectionView*> m_sections;
 };

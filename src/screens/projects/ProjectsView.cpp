@@ -13,6 +13,7 @@
 
 #include <QHBoxLayout>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QSplitter>
 
@@ -22,6 +23,15 @@ template <typename T> QList<T> listed(const ResultEntity& result)
 {
     const auto* items = result.dataAs<QList<T>>();
     return items ? *items : QList<T>();
+}
+
+// Tells an add row that the store answered, if the row is still there.
+std::function<void(bool)> answering(InlineAddRowView* row)
+{
+    return [row = QPointer<InlineAddRowView>(row)](bool added) {
+        if (row)
+            row->finishAdding(added);
+    };
 }
 
 struct LoadedWorkspace {
@@ -43,6 +53,8 @@ ProjectsView::ProjectsView(const AppServices& services, QWidget* parent)
     splitter->addWidget(m_sidebar);
     splitter->addWidget(m_detail);
     splitter->setStretchFactor(1, 1);
+    // Narrower than this the project rows would cut off their buttons.
+    m_sidebar->setMinimumWidth(220);
     splitter->setSizes({300, 700});
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -174,14 +186,17 @@ void ProjectsView::reloadDetail()
     if (!m_tasks)
         return;
     const quint64 generation = m_generation;
+    // Reloads overlap while tasks are added quickly; only the newest may show.
+    const quint64 detailGeneration = ++m_detailGeneration;
     const TasksApplication tasks = m_tasks->application;
     const TaskListsApplication taskLists = m_taskLists->application;
     if (m_selectedTaskList) {
         const TaskListEntity list = *m_selectedTaskList;
         runAsync(
             this, [tasks, list] { return tasks.list(list.talId); },
-            [this, generation, list](const ResultEntity& result) {
-                if (generation != m_generation || !m_selectedTaskList || m_selectedTaskList->talId != list.talId)
+            [this, generation, detailGeneration, list](const ResultEntity& result) {
+                if (generation != m_generation || detailGeneration != m_detailGeneration || !m_selectedTaskList
+                    || m_selectedTaskList->talId != list.talId)
                     return;
                 m_singleListTasks = listed<TaskEntity>(result);
                 m_detail->showList(list, m_singleListTasks);
@@ -197,8 +212,9 @@ void ProjectsView::reloadDetail()
                     overview.append({list, listed<TaskEntity>(tasks.list(list.talId))});
                 return overview;
             },
-            [this, generation, project](const QList<TaskListWithTasksEntity>& overview) {
-                if (generation != m_generation || !m_selectedProject || m_selectedProject->prjId != project.prjId)
+            [this, generation, detailGeneration, project](const QList<TaskListWithTasksEntity>& overview) {
+                if (generation != m_generation || detailGeneration != m_detailGeneration || !m_selectedProject
+                    || m_selectedProject->prjId != project.prjId)
                     return;
                 m_projectOverviewLists = overview;
                 m_detail->showProject(project, overview);
@@ -226,11 +242,7 @@ void ProjectsView::render()
 
 void ProjectsView::showFailure(const QString& message)
 {
-    // Whatever was under way has ended: the add rows open up again, nothing shows as deleting.
-    for (InlineAddRowView* row : {m_sidebar->addProjectRow(), m_detail->addRow()}) {
-        if (row && row->isAdding())
-            row->finishAdding(false);
-    }
+    // A deletion under way has ended: nothing shows as deleting.
     if (!m_deletingListId.isNull() || !m_deletingProjectId.isNull()) {
         m_deletingListId = QUuid();
         m_deletingProjectId = QUuid();
@@ -275,6 +287,20 @@ void ProjectsView::selectProject(const ProjectEntity& project)
 
 void ProjectsView::deleteProject(const ProjectEntity& project)
 {
+    // The store refuses a project that still has lists: say so instead of asking first.
+    for (const ProjectWithListsEntity& item : std::as_const(m_workspace)) {
+        if (item.project.prjId == project.prjId && !item.lists.isEmpty()) {
+            QMessageBox box(QMessageBox::Information, window()->windowTitle(),
+                //% "“%1” still has lists"
+                qtTrId("projects-delete-has-lists-title").arg(project.prjName), QMessageBox::Ok, this);
+            box.setObjectName(QStringLiteral("projectHasLists"));
+            box.setTextFormat(Qt::PlainText);
+            //% "Delete its lists first; then the project can be deleted."
+            box.setInformativeText(qtTrId("projects-delete-has-lists-text"));
+            box.exec();
+            return;
+        }
+    }
     //% "Delete this project?"
     //% "Delete"
     //% "Cancel"
@@ -303,11 +329,15 @@ void ProjectsView::deleteCompleted(const QList<TaskEntity>& tasks)
 {
     if (tasks.isEmpty() || !m_selectedTaskList)
         return;
-    //% "Delete the completed tasks?"
+    const QString question = tasks.size() == 1
+        //% "Delete the completed task?"
+        ? qtTrId("tasks-delete-completed-confirmation-title-one")
+        //% "Delete %1 completed tasks?"
+        : qtTrId("tasks-delete-completed-confirmation-title").arg(tasks.size());
     //% "Delete"
     //% "Cancel"
-    if (!confirm(qtTrId("tasks-delete-completed-confirmation-title"), qtTrId("tasks-delete-completed-confirm-button"),
-            qtTrId("tasks-delete-completed-cancel-button"), QString::number(tasks.size())))
+    if (!confirm(question, qtTrId("tasks-delete-completed-confirm-button"),
+            qtTrId("tasks-delete-completed-cancel-button"), m_selectedTaskList->talName))
         return;
     m_isDeletingCompletedTasks = true;
     m_completedTasksDeletionErrorMessage.reset();
@@ -342,7 +372,7 @@ void ProjectsView::connectActions()
     connect(m_sidebar, &ProjectsSidebarPaneView::selectProject, this, &ProjectsView::selectProject);
     connect(m_sidebar, &ProjectsSidebarPaneView::selectList, this, &ProjectsView::selectList);
     connect(m_sidebar, &ProjectsSidebarPaneView::addProject, this,
-        [this](const QString& name) { m_projects->add(name, m_userId); });
+        [this](const QString& name) { m_projects->add(name, m_userId, answering(m_sidebar->addProjectRow())); });
     connect(m_sidebar, &ProjectsSidebarPaneView::renameProject, this,
         [this](const ProjectEntity& project, const QString& name) {
             ProjectEntity renamed = project;
@@ -361,7 +391,8 @@ void ProjectsView::connectActions()
                     hasLists = !item.lists.isEmpty();
             }
             // A project's first list is its default list, so the schedule has something to show.
-            m_taskLists->add(project, name, !hasLists);
+            ProjectSectionView* section = m_sidebar->section(project.prjId);
+            m_taskLists->add(project, name, !hasLists, answering(section ? section->addListRow() : nullptr));
         });
     connect(m_sidebar, &ProjectsSidebarPaneView::renameList, this,
         [this](const TaskListEntity& list, const QString& name) { m_taskLists->rename(list, name); });
@@ -375,14 +406,7 @@ void ProjectsView::connectActions()
             selectList(list, *m_selectedProject);
     });
 
-    // Adds keep the add row open for the next entry once the store answered.
-    const auto finishAdd = [](InlineAddRowView* row, bool added) {
-        if (row && row->isAdding())
-            row->finishAdding(added);
-    };
-    connect(this, &ProjectsView::loaded, this, [this, finishAdd] {
-        finishAdd(m_sidebar->addProjectRow(), true);
-        finishAdd(m_detail->addRow(), true);
+    connect(this, &ProjectsView::loaded, this, [this] {
         m_deletingListId = QUuid();
         m_deletingProjectId = QUuid();
     });
@@ -395,6 +419,7 @@ void ProjectsView::connectActions()
         m_taskActions, &TaskActions::deleteRequested, this, [this](const TaskEntity& task) { m_tasks->delete_(task); });
     connect(m_taskActions, &TaskActions::setTag, this,
         [this](const TaskEntity& task, std::optional<EisenhowerTagEnum> tag) { m_tasks->setTag(task, tag); });
-    connect(m_taskActions, &TaskActions::addTask, this,
-        [this](const TaskListEntity& list, const QString& title) { m_tasks->add(list, title); });
+    connect(m_taskActions, &TaskActions::addTask, this, [this](const TaskListEntity& list, const QString& title) {
+        m_tasks->add(list, title, answering(m_detail->addRow()));
+    });
 }

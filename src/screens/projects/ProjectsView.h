@@ -61,6 +61,7 @@ private:
 
     bool m_started = false;
     quint64 m_generation = 0;
+    quint64 m_detailGeneration = 0;
     QList<ProjectWithListsEntity> m_workspace;
     bool m_isLoading = false;
     QSet<QUuid> m_expandedProjectIds;

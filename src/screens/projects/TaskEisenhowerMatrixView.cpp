@@ -29,6 +29,9 @@ public:
         setObjectName(QStringLiteral("quadrant-") + (tag ? EisenhowerTag::rawValue(*tag) : QStringLiteral("none")));
         setAcceptDrops(true);
         setFrameShape(QFrame::StyledPanel);
+        // The columns share the width equally, however long the titles in one of them.
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        setMinimumWidth(160);
         const QString accent = tag ? EisenhowerTagStyle::color(*tag).name() : QStringLiteral("#8E8E93");
         setStyleSheet(QStringLiteral("QFrame#%1 { border: 1px solid %2; border-top: 4px solid %2; "
                                      "border-radius: 6px; }")
@@ -103,6 +106,8 @@ TaskEisenhowerMatrixView::TaskEisenhowerMatrixView(
     }
     grid->setRowStretch(0, 1);
     grid->setRowStretch(1, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(1, 1);
     layout->addLayout(grid, 1);
     const QList<TaskEntity> untagged = openWith(std::nullopt);
     if (!untagged.isEmpty())

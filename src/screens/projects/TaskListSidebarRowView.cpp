@@ -18,6 +18,7 @@ TaskListSidebarRowView::TaskListSidebarRowView(
     , m_name(new InlineEditableLabel(taskList.talName, this))
 {
     setObjectName(QStringLiteral("list:") + taskList.talName);
+    m_name->setElided(true);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     setSelected(isSelected);

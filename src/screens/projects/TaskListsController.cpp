@@ -9,21 +9,28 @@ TaskListsController::TaskListsController(TaskListsApplication application, Error
 {
 }
 
-template <typename Work> void TaskListsController::run(const QString& action, const QUuid& taskListId, Work&& work)
+template <typename Work>
+void TaskListsController::run(
+    const QString& action, const QUuid& taskListId, Work&& work, std::function<void(bool)> finished)
 {
     runAction(this, m_console, QStringLiteral("TaskListsController.") + action, std::forward<Work>(work),
-        [this, taskListId](const ResultEntity& result) {
+        [this, taskListId, finished = std::move(finished)](const ResultEntity& result) {
             if (result.result)
                 Q_EMIT saved(taskListId);
             else
                 Q_EMIT failed(result.firstMessage().value_or(QString()));
+            if (finished)
+                finished(result.result);
         });
 }
 
-void TaskListsController::add(const ProjectEntity& project, const QString& name, bool isDefault)
+void TaskListsController::add(
+    const ProjectEntity& project, const QString& name, bool isDefault, std::function<void(bool)> added)
 {
     const TaskListEntity taskList {.prjId = project.prjId, .talName = name, .talIsDefault = isDefault};
-    run(QStringLiteral("add"), taskList.talId, [app = application, taskList] { return app.create(taskList); });
+    run(
+        QStringLiteral("add"), taskList.talId, [app = application, taskList] { return app.create(taskList); },
+        std::move(added));
 }
 
 void TaskListsController::rename(const TaskListEntity& taskList, const QString& name)

@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 class ErrorConsoleStore;
 
 // The workspace's task list actions, run like ProjectsController's; saved carries the list.
@@ -13,7 +15,8 @@ class TaskListsController final : public QObject {
 public:
     TaskListsController(TaskListsApplication application, ErrorConsoleStore& console, QObject* parent = nullptr);
 
-    void add(const ProjectEntity& project, const QString& name, bool isDefault);
+    // added hears whether the store took it, after saved or failed.
+    void add(const ProjectEntity& project, const QString& name, bool isDefault, std::function<void(bool)> added = {});
     void rename(const TaskListEntity& taskList, const QString& name);
     void setDefault(const TaskListEntity& taskList);
     void delete_(const TaskListEntity& taskList);
@@ -25,7 +28,8 @@ Q_SIGNALS:
     void failed(const QString& message);
 
 private:
-    template <typename Work> void run(const QString& action, const QUuid& taskListId, Work&& work);
+    template <typename Work>
+    void run(const QString& action, const QUuid& taskListId, Work&& work, std::function<void(bool)> finished = {});
 
     ErrorConsoleStore& m_console;
 };

@@ -10,21 +10,26 @@ TasksController::TasksController(TasksApplication application, ErrorConsoleStore
 }
 
 template <typename Work>
-void TasksController::run(const QString& action, const QUuid& taskListId, const QUuid& taskId, Work&& work)
+void TasksController::run(const QString& action, const QUuid& taskListId, const QUuid& taskId, Work&& work,
+    std::function<void(bool)> finished)
 {
     runAction(this, m_console, QStringLiteral("TasksController.") + action, std::forward<Work>(work),
-        [this, taskListId, taskId](const ResultEntity& result) {
+        [this, taskListId, taskId, finished = std::move(finished)](const ResultEntity& result) {
             if (result.result)
                 Q_EMIT saved(taskListId, taskId);
             else
                 Q_EMIT failed(result.firstMessage().value_or(QString()));
+            if (finished)
+                finished(result.result);
         });
 }
 
-void TasksController::add(const TaskListEntity& taskList, const QString& title)
+void TasksController::add(const TaskListEntity& taskList, const QString& title, std::function<void(bool)> added)
 {
     const TaskEntity task {.prjId = taskList.prjId, .talId = taskList.talId, .tasTitle = title};
-    run(QStringLiteral("add"), task.talId, task.tasId, [app = application, task] { return app.create(task); });
+    run(
+        QStringLiteral("add"), task.talId, task.tasId, [app = application, task] { return app.create(task); },
+        std::move(added));
 }
 
 void TasksController::rename(const TaskEntity& task, const QString& title)

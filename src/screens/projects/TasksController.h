@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 class ErrorConsoleStore;
 
 // The workspace's task actions, run like ProjectsController's; saved carries the task's list
@@ -14,7 +16,8 @@ class TasksController final : public QObject {
 public:
     TasksController(TasksApplication application, ErrorConsoleStore& console, QObject* parent = nullptr);
 
-    void add(const TaskListEntity& taskList, const QString& title);
+    // added hears whether the store took it, after saved or failed.
+    void add(const TaskListEntity& taskList, const QString& title, std::function<void(bool)> added = {});
     void rename(const TaskEntity& task, const QString& title);
     void setDone(const TaskEntity& task, bool isDone);
     void setTag(const TaskEntity& task, std::optional<EisenhowerTagEnum> tag);
@@ -28,7 +31,9 @@ Q_SIGNALS:
     void failed(const QString& message);
 
 private:
-    template <typename Work> void run(const QString& action, const QUuid& taskListId, const QUuid& taskId, Work&& work);
+    template <typename Work>
+    void run(const QString& action, const QUuid& taskListId, const QUuid& taskId, Work&& work,
+        std::function<void(bool)> finished = {});
 
     ErrorConsoleStore& m_console;
 };

@@ -8,6 +8,7 @@
 #include "screens/projects/TaskEisenhowerMatrixView.h"
 #include "screens/projects/TaskListContentView.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -42,7 +43,10 @@ TasksDetailPaneView::TasksDetailPaneView(TaskActions& actions, QWidget* parent)
     , m_content(new QWidget(this))
     , m_title(new QLabel(this))
     , m_listTools(new QWidget(this))
+    , m_bodies(new QStackedWidget(this))
     , m_scroll(new QScrollArea(this))
+    , m_listScroll(new QScrollArea(this))
+    , m_listContent(new TaskListContentView(actions))
 {
     setObjectName(QStringLiteral("tasksDetailPane"));
 
@@ -51,6 +55,7 @@ TasksDetailPaneView::TasksDetailPaneView(TaskActions& actions, QWidget* parent)
     titleFont.setBold(true);
     m_title->setFont(titleFont);
     m_title->setObjectName(QStringLiteral("detailTitle"));
+    m_title->setTextFormat(Qt::PlainText);
 
     //% "Tasks"
     m_tasksMode = toolButton(QStringLiteral("viewModeTasks"), qtTrId("task-list-view-mode-tasks"),
@@ -68,8 +73,8 @@ TasksDetailPaneView::TasksDetailPaneView(TaskActions& actions, QWidget* parent)
     m_deleteCompleted = toolButton(QStringLiteral("deleteCompleted"), qtTrId("tasks-delete-completed-button"),
         Icons::symbol(QStringLiteral("checkmark.circle.fill")), m_listTools);
     //% "Delete list"
-    QToolButton* deleteList = toolButton(QStringLiteral("deleteList"), qtTrId("task-lists-delete-button"),
-        Icons::symbol(QStringLiteral("trash")), m_listTools);
+    QToolButton* deleteList = m_deleteList = toolButton(QStringLiteral("deleteList"),
+        qtTrId("task-lists-delete-button"), Icons::symbol(QStringLiteral("trash")), m_listTools);
     auto* toolsLayout = new QHBoxLayout(m_listTools);
     toolsLayout->setContentsMargins(0, 0, 0, 0);
     toolsLayout->addWidget(m_tasksMode);
@@ -78,12 +83,27 @@ TasksDetailPaneView::TasksDetailPaneView(TaskActions& actions, QWidget* parent)
     toolsLayout->addWidget(m_deleteCompleted);
     toolsLayout->addWidget(deleteList);
 
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
+    for (QScrollArea* scroll : {m_scroll, m_listScroll}) {
+        scroll->setWidgetResizable(true);
+        scroll->setFrameShape(QFrame::NoFrame);
+        scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        m_bodies->addWidget(scroll);
+    }
+    m_listScroll->setObjectName(QStringLiteral("taskListScroll"));
+    m_listScroll->setWidget(m_listContent);
+    connect(m_listContent, &TaskListContentView::completedExpandedChanged, this,
+        [this](bool expanded) { m_isCompletedExpanded = expanded; });
+    // While the user adds tasks the list grows under the add row: keep the row, and the task
+    // just added above it, in view.
+    connect(m_listScroll->verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] {
+        InlineAddRowView* row = m_listContent->addRow();
+        if (row->isEditing() && row->isAncestorOf(QApplication::focusWidget()))
+            m_listScroll->ensureWidgetVisible(row, 0, 2 * row->height());
+    });
     auto* contentLayout = new QVBoxLayout(m_content);
     contentLayout->addWidget(m_title);
     contentLayout->addWidget(m_listTools);
-    contentLayout->addWidget(m_scroll, 1);
+    contentLayout->addWidget(m_bodies, 1);
 
     m_pages->addWidget(m_placeholder);
     m_pages->addWidget(m_content);
@@ -105,6 +125,18 @@ TasksDetailPaneView::TasksDetailPaneView(TaskActions& actions, QWidget* parent)
     showNone();
 }
 
+void TasksDetailPaneView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    // In a narrow pane the deletions keep their icons (and say what they do as tooltips), so the
+    // tools fit without pushing the pane wider than the window allows.
+    const bool narrow = width() < 560;
+    for (QToolButton* button : {m_deleteCompleted, m_deleteList}) {
+        button->setToolButtonStyle(narrow ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+        button->setToolTip(narrow ? button->text() : QString());
+    }
+}
+
 void TasksDetailPaneView::setTaskListViewMode(TaskListViewModeEnum mode)
 {
     m_viewMode = mode;
@@ -113,17 +145,22 @@ void TasksDetailPaneView::setTaskListViewMode(TaskListViewModeEnum mode)
         rebuildList();
 }
 
+InlineAddRowView* TasksDetailPaneView::addRow() const
+{
+    return m_selection == ProjectsDetailSelectionEnum::list && m_viewMode == TaskListViewModeEnum::tasks
+        ? m_listContent->addRow()
+        : nullptr;
+}
+
 void TasksDetailPaneView::showNone()
 {
     m_selection = ProjectsDetailSelectionEnum::none;
-    m_addRow = nullptr;
     m_pages->setCurrentWidget(m_placeholder);
 }
 
 void TasksDetailPaneView::showProject(const ProjectEntity& project, const QList<TaskListWithTasksEntity>& lists)
 {
     m_selection = ProjectsDetailSelectionEnum::project;
-    m_addRow = nullptr;
     m_title->setText(project.prjName);
     m_listTools->hide();
     auto* body = new QWidget;
@@ -150,21 +187,22 @@ void TasksDetailPaneView::showProject(const ProjectEntity& project, const QList<
     }
     layout->addStretch(1);
     setBody(body);
+    m_bodies->setCurrentWidget(m_scroll);
     m_pages->setCurrentWidget(m_content);
 }
 
 void TasksDetailPaneView::showList(const TaskListEntity& taskList, const QList<TaskEntity>& tasks)
 {
     const bool sameList = m_selection == ProjectsDetailSelectionEnum::list && m_taskList.talId == taskList.talId;
-    const bool wasAdding = sameList && m_addRow && m_addRow->isEditing();
+    InlineAddRowView* row = m_listContent->addRow();
+    if (!sameList && !row->isAdding() && row->waitingCount() == 0)
+        row->cancel();
     m_selection = ProjectsDetailSelectionEnum::list;
     m_taskList = taskList;
     m_tasks = tasks;
     m_title->setText(taskList.talName);
     m_listTools->show();
     rebuildList();
-    if (wasAdding && m_addRow)
-        m_addRow->startEditing();
     m_pages->setCurrentWidget(m_content);
 }
 
@@ -173,17 +211,14 @@ void TasksDetailPaneView::rebuildList()
     m_deleteCompleted->setEnabled(
         std::any_of(m_tasks.begin(), m_tasks.end(), [](const TaskEntity& task) { return task.tasIsDone; }));
     if (m_viewMode == TaskListViewModeEnum::tasks) {
-        auto* body = new TaskListContentView(m_taskList, m_tasks, m_actions, m_isCompletedExpanded);
-        connect(body, &TaskListContentView::completedExpandedChanged, this,
-            [this](bool expanded) { m_isCompletedExpanded = expanded; });
-        m_addRow = body->addRow();
-        setBody(body);
+        m_listContent->setTasks(m_taskList, m_tasks, m_isCompletedExpanded);
+        m_bodies->setCurrentWidget(m_listScroll);
     } else {
         auto* body = new TaskEisenhowerMatrixView(m_tasks, m_actions, m_isCompletedExpanded);
         connect(body, &TaskEisenhowerMatrixView::completedExpandedChanged, this,
             [this](bool expanded) { m_isCompletedExpanded = expanded; });
-        m_addRow = nullptr;
         setBody(body);
+        m_bodies->setCurrentWidget(m_scroll);
     }
 }
 

@@ -11,6 +11,7 @@ class QScrollArea;
 class QStackedWidget;
 class QToolButton;
 class TaskActions;
+class TaskListContentView;
 
 // The right side of the projects workspace: a placeholder, a project's overview, or one list's
 // tasks as a list or as the Eisenhower matrix.
@@ -27,8 +28,11 @@ public:
     void showNone();
     void showProject(const ProjectEntity& project, const QList<TaskListWithTasksEntity>& lists);
     void showList(const TaskListEntity& taskList, const QList<TaskEntity>& tasks);
-    // The add row of the list shown, if any.
-    InlineAddRowView* addRow() const { return m_addRow; }
+    // The add row of the list shown as a list; null for the matrix, an overview or nothing.
+    InlineAddRowView* addRow() const;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 Q_SIGNALS:
     void deleteListRequested(const TaskListEntity& taskList);
@@ -55,6 +59,11 @@ private:
     QToolButton* m_tasksMode;
     QToolButton* m_matrixMode;
     QToolButton* m_deleteCompleted;
+    QToolButton* m_deleteList;
+    QStackedWidget* m_bodies;
+    // The overview and the matrix, built anew for every change.
     QScrollArea* m_scroll;
-    InlineAddRowView* m_addRow = nullptr;
+    // The list, kept while its tasks change.
+    QScrollArea* m_listScroll;
+    TaskListContentView* m_listContent;
 };

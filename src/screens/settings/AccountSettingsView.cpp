@@ -2,6 +2,7 @@
 
 #include "screens/common/ActionRunner.h"
 #include "screens/common/AppServices.h"
+#include "screens/settings/LocalAccountCheck.h"
 #include "screens/settings/SettingsButtonView.h"
 #include "screens/settings/UserSettingsController.h"
 
@@ -135,7 +136,7 @@ QWidget* AccountSettingsView::makeLocalSetup()
         user.usrId = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
         user.usrFirstName = m_setupFirstName->text();
         user.usrLastName = m_setupLastName->text();
-        user.usrEmail = m_setupEmail->text();
+        user.usrEmail = m_setupEmail->text().trimmed();
         user.usrIsGoogleAccount = false;
         saveUser(user);
     });
@@ -155,8 +156,6 @@ QWidget* AccountSettingsView::makeAccount()
     m_firstName = field(QStringLiteral("firstName"), page);
     m_lastName = field(QStringLiteral("lastName"), page);
     m_email = field(QStringLiteral("email"), page);
-    // The address identifies the account (Google's, or the one given at set-up): names only.
-    m_email->setReadOnly(true);
     form->addRow(qtTrId("user-settings-first-name-field"), m_firstName);
     form->addRow(qtTrId("user-settings-last-name-field"), m_lastName);
     form->addRow(qtTrId("user-settings-email-field"), m_email);
@@ -180,6 +179,9 @@ QWidget* AccountSettingsView::makeAccount()
         UserEntity edited = *m_user;
         edited.usrFirstName = m_firstName->text();
         edited.usrLastName = m_lastName->text();
+        // A Google account's address is Google's; a local one's is the user's to correct.
+        if (!edited.usrIsGoogleAccount)
+            edited.usrEmail = m_email->text().trimmed();
         saveUser(edited);
     });
     connect(m_logoutButton, &QPushButton::clicked, this, &AccountSettingsView::signOut);
@@ -220,6 +222,10 @@ void AccountSettingsView::render()
         // Signing out of a local account forgets it, so it is offered under its real name.
         m_logoutButton->setVisible(google);
         m_deleteButton->setVisible(!google);
+        // Read-only shows as plain text, not as a field that ignores the keyboard.
+        m_email->setReadOnly(google);
+        m_email->setFrame(!google);
+        m_email->setStyleSheet(google ? QStringLiteral("background: transparent;") : QString());
     } else {
         m_pages->setCurrentWidget(m_hasSelectedLocalSetup ? m_localSetup : m_chooser);
     }
@@ -232,6 +238,14 @@ void AccountSettingsView::render()
 void AccountSettingsView::saveUser(const UserEntity& user)
 {
     m_error->hide();
+    // The names go to the account store, whose refusal is recorded; the address is checked here.
+    if (!user.usrIsGoogleAccount) {
+        if (const std::optional<QString> problem = LocalAccountCheck::emailProblem(user.usrEmail)) {
+            m_error->setText(*problem);
+            m_error->show();
+            return;
+        }
+    }
     const UserSettingsController controller(m_services.loginApplication(), m_services.console());
     m_saveButton->setLoading(true);
     controller.save(this, user, [this](const LoginResultEntity& saved) {

@@ -127,6 +127,7 @@ CalendarProvidersView::CalendarProvidersView(
     auto* form = new QFormLayout(m_details);
     m_name = new QLabel(m_details);
     m_name->setObjectName(QStringLiteral("accountName"));
+    m_name->setTextFormat(Qt::PlainText);
     m_name->setFont(bold);
     m_email = new QLineEdit(m_details);
     m_email->setObjectName(QStringLiteral("accountEmail"));

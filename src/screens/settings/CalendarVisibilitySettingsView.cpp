@@ -138,6 +138,7 @@ void CalendarVisibilitySettingsView::render()
     bool hasCalendars = false;
     for (const EventKitAccountCalendarsEntity& account : std::as_const(m_accounts)) {
         auto* title = new QLabel(account.eacAccountTitle, m_rows);
+        title->setTextFormat(Qt::PlainText);
         QFont bold = title->font();
         bold.setBold(true);
         title->setFont(bold);
@@ -145,7 +146,9 @@ void CalendarVisibilitySettingsView::render()
         for (const EventKitCalendarInfoEntity& calendar : account.eacCalendars) {
             hasCalendars = true;
             m_grid->addWidget(swatch(calendar.eciColorHex, m_rows), row, 0);
-            m_grid->addWidget(new QLabel(calendar.eciTitle, m_rows), row, 1);
+            auto* name = new QLabel(calendar.eciTitle, m_rows);
+            name->setTextFormat(Qt::PlainText);
+            m_grid->addWidget(name, row, 1);
             auto* shown = new QCheckBox(m_rows);
             shown->setObjectName(QStringLiteral("activate:") + calendar.eciId);
             shown->setChecked(!m_hiddenIdentifiers.contains(calendar.eciId));

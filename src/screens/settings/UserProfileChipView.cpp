@@ -17,6 +17,8 @@ UserProfileChipView::UserProfileChipView(const AppServices& services, QWidget* p
     , m_services(services)
     , m_avatar(new QLabel(this))
     , m_name(new QLabel(this))
+    //% "Set up your account"
+    , m_setUp(new QPushButton(qtTrId("user-settings-setup-chooser-title"), this))
     , m_menuButton(new QToolButton(this))
 {
     setObjectName(QStringLiteral("profileChip"));
@@ -26,6 +28,16 @@ UserProfileChipView::UserProfileChipView(const AppServices& services, QWidget* p
         QStringLiteral("border-radius: 16px; background: #3E8BFF; color: white; font-weight: bold;"));
     m_name->setObjectName(QStringLiteral("profileName"));
     m_name->setWordWrap(true);
+    m_name->setTextFormat(Qt::PlainText);
+    m_setUp->setObjectName(QStringLiteral("setUpAccount"));
+    m_setUp->setCursor(Qt::PointingHandCursor);
+    // Google is a choice only when configured; otherwise the local account is the way in.
+    connect(m_setUp, &QPushButton::clicked, this, [this] {
+        if (m_services.isGoogleSignInAvailable())
+            m_menuButton->showMenu();
+        else
+            setUpLocalAccount();
+    });
     m_menuButton->setObjectName(QStringLiteral("profileMenu"));
     m_menuButton->setIcon(Icons::symbol(QStringLiteral("gearshape")));
     m_menuButton->setAutoRaise(true);
@@ -35,7 +47,11 @@ UserProfileChipView::UserProfileChipView(const AppServices& services, QWidget* p
     layout->setContentsMargins(8, 8, 8, 8);
     layout->addWidget(m_avatar);
     layout->addWidget(m_name, 1);
+    layout->addWidget(m_setUp, 1);
     layout->addWidget(m_menuButton);
+    // A rename in the settings, a sign-in or a sign-out anywhere shows here at once.
+    m_services.notificationCenter().addObserver(
+        NotificationName::userAccountDidChange, this, [this](const QVariant&) { reload(); });
     render();
     reload();
 }
@@ -54,12 +70,15 @@ void UserProfileChipView::reload()
 
 void UserProfileChipView::render()
 {
+    m_name->setVisible(m_user.has_value());
+    m_setUp->setVisible(!m_user.has_value());
     QMenu* menu = m_menuButton->menu();
     menu->clear();
     if (m_user) {
         const QString initials = m_user->usrFirstName.left(1) + m_user->usrLastName.left(1);
         m_avatar->setText(initials.toUpper());
         m_name->setText(m_user->usrFirstName + QLatin1Char(' ') + m_user->usrLastName);
+        m_name->setToolTip(m_user->usrEmail);
         //% "Settings"
         menu->addAction(Icons::symbol(QStringLiteral("gearshape")), qtTrId("user-settings-screen-title"), this,
             [this] { m_services.notificationCenter().post(NotificationName::showUserSettings); });
@@ -67,8 +86,8 @@ void UserProfileChipView::render()
         menu->addAction(qtTrId("user-settings-logout-button"), this, &UserProfileChipView::signOut);
     } else {
         m_avatar->setText(QStringLiteral("?"));
-        //% "Set up your account"
-        m_name->setText(qtTrId("user-settings-setup-chooser-title"));
+        m_name->clear();
+        m_name->setToolTip(QString());
         menu->addAction(Icons::symbol(QStringLiteral("person.crop.circle")), qtTrId("user-settings-setup-local-button"),
                 this, &UserProfileChipView::setUpLocalAccount)
             ->setObjectName(QStringLiteral("setUpLocalAccount"));
@@ -143,6 +162,6 @@ void UserProfileChipView::signOut()
 
 void UserProfileChipView::accountChanged()
 {
+    // The observer above reloads this chip with everything else.
     m_services.notificationCenter().post(NotificationName::userAccountDidChange);
-    reload();
 }

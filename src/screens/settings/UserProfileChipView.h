@@ -8,6 +8,7 @@
 
 class AppServices;
 class QLabel;
+class QPushButton;
 class QToolButton;
 
 // The account at the foot of the sidebar: who is signed in, and the way in for a new user
@@ -37,5 +38,7 @@ private:
     bool m_hasGoogleSignInError = false;
     QLabel* m_avatar;
     QLabel* m_name;
+    // "Set up your account" in place of the name, while there is no account.
+    QPushButton* m_setUp;
     QToolButton* m_menuButton;
 };

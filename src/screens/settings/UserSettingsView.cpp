@@ -1,6 +1,7 @@
 #include "screens/settings/UserSettingsView.h"
 
 #include "screens/common/AppServices.h"
+#include "screens/common/Appearance.h"
 #include "screens/common/Icons.h"
 #include "screens/settings/AccountSettingsView.h"
 #include "screens/settings/AlarmSettingsView.h"
@@ -9,6 +10,7 @@
 #include "screens/settings/HelpSettingsView.h"
 #include "screens/settings/SettingsButtonView.h"
 
+#include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -136,6 +138,23 @@ QWidget* UserSettingsView::makeScheduleSection()
     //% "Day ends at"
     form->addRow(qtTrId("user-settings-hours-end-label"), m_endHour);
     form->addRow(hint);
+
+    // Light or dark without touching the desktop or the environment.
+    auto* appearance = new QComboBox(section);
+    appearance->setObjectName(QStringLiteral("appearanceMode"));
+    //% "As the desktop"
+    appearance->addItem(qtTrId("user-settings-appearance-system"), int(Appearance::Mode::system));
+    //% "Light"
+    appearance->addItem(qtTrId("user-settings-appearance-light"), int(Appearance::Mode::light));
+    //% "Dark"
+    appearance->addItem(qtTrId("user-settings-appearance-dark"), int(Appearance::Mode::dark));
+    appearance->setCurrentIndex(appearance->findData(int(Appearance::storedMode(defaults))));
+    //% "Appearance"
+    form->addRow(qtTrId("user-settings-appearance-label"), appearance);
+    connect(appearance, &QComboBox::activated, this, [this, appearance] {
+        Appearance::storeMode(m_services.userDefaults(), Appearance::Mode(appearance->currentData().toInt()),
+            m_services.notificationCenter());
+    });
     connect(m_startHour, &QSpinBox::valueChanged, this, [this] { saveHours(true); });
     connect(m_endHour, &QSpinBox::valueChanged, this, [this] { saveHours(false); });
     return section;

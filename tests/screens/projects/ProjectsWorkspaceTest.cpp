@@ -20,9 +20,14 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QToolButton>
+#include <QTranslator>
 
 #include <stdexcept>
 
@@ -82,6 +87,33 @@ class ProjectsWorkspaceTest : public QObject {
         QTest::keyClick(field, Qt::Key_Return);
     }
 
+    // Keys as a keyboard sends them: to whatever has the focus at that moment.
+    static void typeIntoFocus(const QString& text)
+    {
+        QTest::keyClicks(static_cast<QWidget*>(nullptr), text);
+        QTest::keyClick(static_cast<QWidget*>(nullptr), Qt::Key_Return);
+    }
+
+    void openAndFocus(InlineAddRowView* row)
+    {
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        row->findChild<QPushButton*>()->click();
+        QTRY_VERIFY(row->isAncestorOf(QApplication::focusWidget()));
+    }
+
+    static void waitIdle(InlineAddRowView* row)
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(!row->isAdding() && row->waitingCount() == 0, 180000);
+    }
+
+    // Whether the whole of widget shows in the scroll area's viewport.
+    static bool inView(QWidget* widget, QScrollArea* scroll)
+    {
+        const QRect area(widget->mapTo(scroll->viewport(), QPoint(0, 0)), widget->size());
+        return widget->isVisible() && scroll->viewport()->rect().contains(area);
+    }
+
     QString sidebarState() { return waitFor<QLabel>(QStringLiteral("sidebarState"))->text(); }
 
     // A project with one list, opened in the detail pane.
@@ -133,22 +165,33 @@ private Q_SLOTS:
     {
         openProjects();
         QCOMPARE(sidebarState(), u"schedule-login-required-state");
-        auto* chip = waitFor<UserProfileChipView>(QStringLiteral("profileChip"));
 
-        whenModalAppears([](QWidget* dialog) {
+        QSize dialogSize;
+        whenModalAppears([&dialogSize](QWidget* dialog) {
+            dialogSize = dialog->size();
             dialog->findChild<QLineEdit*>(QStringLiteral("lastName"))->setText(QStringLiteral("Lovelace"));
             clickButtonNamed(dialog, QStringLiteral("user-settings-save-button"));
             // A blank first name keeps the dialog open with the reason.
-            QCOMPARE(
-                dialog->findChild<QLabel*>(QStringLiteral("accountError"))->text(), u"The first name cannot be empty");
+            auto* error = dialog->findChild<QLabel*>(QStringLiteral("accountError"));
+            QCOMPARE(error->text(), u"The first name cannot be empty");
             dialog->findChild<QLineEdit*>(QStringLiteral("firstName"))->setText(QStringLiteral("Ada"));
+            // So does an address that cannot be one.
+            dialog->findChild<QLineEdit*>(QStringLiteral("email"))->setText(QStringLiteral("ada.example.org"));
+            clickButtonNamed(dialog, QStringLiteral("user-settings-save-button"));
+            QCOMPARE(error->text(), u"user-settings-email-invalid-text");
+            dialog->findChild<QLineEdit*>(QStringLiteral("email"))->setText(QStringLiteral("ada@example.org"));
             clickButtonNamed(dialog, QStringLiteral("user-settings-save-button"));
         });
-        chip->setUpLocalAccount();
+        // The chip's "Set up your account" is a real button that starts it.
+        waitFor<QPushButton>(QStringLiteral("setUpAccount"))->click();
+        QVERIFY(dialogSize.width() >= 400);
 
         QTRY_COMPARE_WITH_TIMEOUT(waitFor<QLabel>(QStringLiteral("profileName"))->text(), u"Ada Lovelace", 10000);
+        QVERIFY(!waitFor<QPushButton>(QStringLiteral("setUpAccount"))->isVisible());
         QTRY_COMPARE_WITH_TIMEOUT(sidebarState(), u"projects-empty-state", 10000);
-        QVERIFY(!app->services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrIsGoogleAccount);
+        const UserEntity user = *app->services().loginApplication().getCurrentUser().dataAs<UserEntity>();
+        QVERIFY(!user.usrIsGoogleAccount);
+        QCOMPARE(user.usrEmail, u"ada@example.org");
     }
 
     void shouldAddRenameAndTickTasksInPlace()
@@ -179,6 +222,91 @@ private Q_SLOTS:
         for (const TaskEntity& task : listed<TaskEntity>(storedTasksOf(QStringLiteral("Chores"))))
             stored.append(task.tasTitle + (task.tasIsDone ? QStringLiteral(" ✓") : QString()));
         QCOMPARE(stored, (QStringList {"Laundry ✓", "Washing up"}));
+    }
+
+    void shouldStoreEveryTaskTypedQuicklyInOrderAndKeepTheRowInView()
+    {
+        app->storeLocalUser();
+        openProjects();
+        window->resize(800, 600);
+        openListOf(QStringLiteral("Errands"), QStringLiteral("Week"));
+        auto* row = waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:tasks-add-button"));
+        openAndFocus(row);
+
+        // Typed without waiting for the store: every task goes in, in order, none ticked.
+        QStringList typed;
+        for (int number = 1; number <= 200; ++number) {
+            typed.append(QStringLiteral("Task %1").arg(number));
+            typeIntoFocus(typed.constLast());
+        }
+        QVERIFY(row->isAncestorOf(QApplication::focusWidget()));
+        waitIdle(row);
+        QStringList stored;
+        for (const TaskEntity& task : listed<TaskEntity>(storedTasksOf(QStringLiteral("Week"))))
+            stored.append(task.tasTitle + (task.tasIsDone ? QStringLiteral(" ✓") : QString()));
+        QCOMPARE(stored, typed);
+
+        // The list grew under the row: the row and the last task stay in view, the focus in the row.
+        auto* scroll = waitFor<QScrollArea>(QStringLiteral("taskListScroll"));
+        auto* last = waitFor<TaskRowView>(QStringLiteral("task:Task 200"));
+        QTRY_VERIFY_WITH_TIMEOUT(
+            scroll->verticalScrollBar()->value() > 0 && inView(row, scroll) && inView(last, scroll), 30000);
+        QVERIFY(row->isAncestorOf(QApplication::focusWidget()));
+
+        // Enter on the empty row adds nothing and leaves it open.
+        typeIntoFocus(QString());
+        QVERIFY(row->isEditing());
+        QVERIFY(!row->isAdding());
+        QCOMPARE(listed<TaskEntity>(storedTasksOf(QStringLiteral("Week"))).size(), 200);
+    }
+
+    void shouldKeepEveryAddRowOpenForTheNextEntry()
+    {
+        app->storeLocalUser();
+        openProjects();
+        auto* addProject = waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:projects-add-button"));
+        openAndFocus(addProject);
+        typeIntoFocus(QStringLiteral("Home"));
+        typeIntoFocus(QStringLiteral("Work"));
+        waitIdle(addProject);
+        waitFor(QStringLiteral("project:Work"));
+        QVERIFY(addProject->isEditing());
+
+        // A new project opens with its add-list row.
+        auto* home = waitFor(QStringLiteral("project:Home"));
+        auto* addList = home->findChild<InlineAddRowView*>(QStringLiteral("inlineAdd:task-lists-add-button"));
+        QTRY_VERIFY(addList->isVisible());
+        openAndFocus(addList);
+        typeIntoFocus(QStringLiteral("Chores"));
+        typeIntoFocus(QStringLiteral("Garden"));
+        typeIntoFocus(QStringLiteral("Repairs"));
+        waitIdle(addList);
+        waitFor(QStringLiteral("list:Repairs"));
+        // The same row, still open, still holding the focus, under the three lists.
+        QCOMPARE(home->findChild<InlineAddRowView*>(QStringLiteral("inlineAdd:task-lists-add-button")), addList);
+        QVERIFY(addList->isEditing());
+        QVERIFY(addList->isAncestorOf(QApplication::focusWidget()));
+        QStringList lists;
+        for (QWidget* list : home->findChildren<QWidget*>(QRegularExpression(QStringLiteral("^list:")))) {
+            if (list->isVisible())
+                lists.append(list->objectName());
+        }
+        QCOMPARE(lists, (QStringList {"list:Chores", "list:Garden", "list:Repairs"}));
+    }
+
+    void shouldShowAnAmpersandInANameAsTyped()
+    {
+        app->storeLocalUser();
+        openProjects();
+        openListOf(QStringLiteral("Home & Garden"), QStringLiteral("Bills &Taxes"));
+        QTest::mouseClick(
+            waitFor(QStringLiteral("project:Home & Garden"))->findChild<QWidget*>(QStringLiteral("projectHeader")),
+            Qt::LeftButton);
+        auto* title = waitFor<QPushButton>(QStringLiteral("overviewListTitle"));
+        // A button reads "&T" as an accelerator; the name must not become one.
+        QVERIFY(title->text().startsWith(u"Bills &&Taxes"));
+        QCOMPARE(QKeySequence::mnemonic(title->text()), QKeySequence());
+        QCOMPARE(title->toolTip(), u"Bills &Taxes");
     }
 
     void shouldTagFromTheMenuAndByDroppingOnAQuadrant()
@@ -235,12 +363,30 @@ private Q_SLOTS:
         waitFor(QStringLiteral("overviewEmptyState"));
     }
 
+    void triggerProjectMenu(const QString& project, const QString& actionText)
+    {
+        QMenu* menu = waitFor(QStringLiteral("project:") + project)
+                          ->findChild<LazyMenuButton*>(QStringLiteral("projectMenu"))
+                          ->builtMenu();
+        for (QAction* action : menu->actions()) {
+            if (action->text() == actionText)
+                action->trigger();
+        }
+    }
+
     void shouldRecordAFailedActionInTheConsole()
     {
         app->userDefaults().setValue(ErrorConsoleStore::isEnabledKey, true);
         app->storeLocalUser();
         openProjects();
-        openListOf(QStringLiteral("Garden"), QStringLiteral("Spring"));
+        addInline(QStringLiteral("projects-add-button"), QStringLiteral("Garden"));
+        waitFor(QStringLiteral("project:Garden"));
+        // Another window gives the project a list this one has not seen yet: the store refuses.
+        const auto apps = *app->services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
+        const UserEntity user = *app->services().loginApplication().getCurrentUser().dataAs<UserEntity>();
+        const ProjectEntity garden
+            = listed<ProjectEntity>(apps.projects.list(QUuid::fromString(user.usrId))).constFirst();
+        QVERIFY(apps.taskLists.create({.prjId = garden.prjId, .talName = QStringLiteral("Spring")}).result);
 
         whenModalAppears([](QWidget* box) {
             clickButtonNamed(box, QStringLiteral("projects-delete-confirm-button"));
@@ -249,13 +395,7 @@ private Q_SLOTS:
                 static_cast<QMessageBox*>(failure)->accept();
             });
         });
-        QMenu* menu = waitFor(QStringLiteral("project:Garden"))
-                          ->findChild<LazyMenuButton*>(QStringLiteral("projectMenu"))
-                          ->builtMenu();
-        for (QAction* action : menu->actions()) {
-            if (action->text() == u"projects-delete-button")
-                action->trigger();
-        }
+        triggerProjectMenu(QStringLiteral("Garden"), QStringLiteral("projects-delete-button"));
 
         QTRY_VERIFY_WITH_TIMEOUT(app->console().consoleText().endsWith(
                                      u"] ProjectsController.delete failed: The project still has task lists"),
@@ -270,6 +410,94 @@ private Q_SLOTS:
         QVERIFY(consoleView.errorConsoleText().endsWith(
             u"ProjectsController.delete failed: The project still has task lists"));
         QVERIFY(consoleView.findChild<QCheckBox*>(QStringLiteral("consoleLogging"))->isChecked());
+    }
+
+    void shouldSayWhatADeletionWouldDoBeforeAsking()
+    {
+        QTranslator english;
+        QVERIFY(english.load(QStringLiteral(":/i18n/tolvane_en")));
+        QCoreApplication::installTranslator(&english);
+        const auto restore = qScopeGuard([&english] { QCoreApplication::removeTranslator(&english); });
+        app->storeLocalUser();
+        openProjects();
+        openListOf(QStringLiteral("Garden"), QStringLiteral("Spring"));
+
+        // A project that still has lists cannot be deleted: explained at once, nothing asked.
+        QString shown;
+        whenModalAppears([&shown](QWidget* box) {
+            shown = box->objectName() + QLatin1Char('|') + static_cast<QMessageBox*>(box)->text();
+            static_cast<QMessageBox*>(box)->accept();
+        });
+        triggerProjectMenu(QStringLiteral("Garden"), QStringLiteral("Delete project"));
+        QCOMPARE(shown, u"projectHasLists|“Garden” still has lists");
+        QVERIFY(window->findChild<QWidget*>(QStringLiteral("project:Garden")));
+
+        // Deleting completed tasks says how many.
+        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Seed"));
+        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Water"));
+        for (const QString& task : {QStringLiteral("task:Seed"), QStringLiteral("task:Water")})
+            waitFor<TaskRowView>(task)->findChild<QCheckBox*>(QStringLiteral("taskDone"))->click();
+        QTRY_VERIFY(waitFor<QToolButton>(QStringLiteral("completedHeader"))->text().contains(u"(2)"));
+        QString question;
+        whenModalAppears([&question](QWidget* box) {
+            question = static_cast<QMessageBox*>(box)->text();
+            clickButtonNamed(box, QStringLiteral("Cancel"));
+        });
+        waitFor<QToolButton>(QStringLiteral("deleteCompleted"))->click();
+        QCOMPARE(question, u"Delete 2 completed tasks?");
+    }
+
+    void shouldGiveTheMatrixColumnsEqualWidths()
+    {
+        app->storeLocalUser();
+        openProjects();
+        window->resize(1000, 700);
+        openListOf(QStringLiteral("Work"), QStringLiteral("Launch"));
+        const QString longTitle = QStringLiteral("Write the release notes for every platform, with screenshots");
+        addInline(QStringLiteral("tasks-add-button"), longTitle);
+        QMenu* menu = waitFor<TaskRowView>(QStringLiteral("task:") + longTitle)
+                          ->findChild<LazyMenuButton*>(QStringLiteral("taskTag"))
+                          ->builtMenu();
+        for (QAction* action : menu->actions()) {
+            if (action->text() == u"eisenhower-tag-do")
+                action->trigger();
+        }
+        waitFor<QToolButton>(QStringLiteral("viewModeMatrix"))->click();
+        QTRY_VERIFY(waitFor(QStringLiteral("quadrant-do"))->findChild<TaskRowView*>());
+        // Its neighbour is empty; the two still split the width.
+        QWidget* doIt = waitFor(QStringLiteral("quadrant-do"));
+        QWidget* planning = waitFor(QStringLiteral("quadrant-planning"));
+        QTRY_VERIFY(doIt->isVisible() && planning->isVisible());
+        QVERIFY(qAbs(doIt->width() - planning->width()) <= 1);
+    }
+
+    void shouldFitASmallWindow()
+    {
+        app->storeLocalUser();
+        openProjects();
+        window->resize(800, 600);
+        QTRY_COMPARE(window->size(), QSize(800, 600));
+        const QString longName = QStringLiteral("Renovation of the summer house by the lake, second floor");
+        openListOf(longName, QStringLiteral("Electrical work and lighting for every single room"));
+        addInline(QStringLiteral("tasks-add-button"),
+            QStringLiteral("Ask the electrician whether the old wiring in the attic can stay as it is"));
+        waitFor(QStringLiteral("task:Ask the electrician whether the old wiring in the attic can stay as it is"));
+
+        // A name too long for the sidebar is cut short, and shows in full on hover.
+        auto* name = waitFor(QStringLiteral("project:") + longName)
+                         ->findChild<QWidget*>(QStringLiteral("projectHeader"))
+                         ->findChild<QLabel*>(QStringLiteral("editableText"));
+        QTRY_VERIFY(name->text().endsWith(QChar(0x2026)));
+        QCOMPARE(name->toolTip(), longName);
+        QVERIFY(name->width() > 0);
+        // Nothing needs scrolling sideways.
+        for (QScrollArea* scroll : window->findChildren<QScrollArea*>()) {
+            if (scroll->isVisible())
+                QVERIFY2(!scroll->horizontalScrollBar()->isVisible(), qPrintable(scroll->objectName()));
+        }
+        auto* content = waitFor(QStringLiteral("taskListScroll"));
+        auto* row = waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:tasks-add-button"));
+        QVERIFY(content->rect().contains(QRect(row->mapTo(content, QPoint(0, 0)), row->size())));
     }
 
     void shouldOpenTheScheduleWhenAnAlarmIsOpened()

@@ -5,17 +5,20 @@
 #include "meetings/repositories/eventkit/EventKitMeetRepositoryImpl.h"
 #include "platform/BuildSettings.h"
 #include "platform/calendar_store/CalendarStore.h"
+#include "screens/common/Appearance.h"
 #include "screens/settings/AccountSettingsView.h"
 #include "screens/settings/AlarmSettingsView.h"
 #include "screens/settings/CalendarProvidersView.h"
 #include "screens/settings/CalendarVisibilitySettingsView.h"
 #include "screens/settings/HelpSettingsView.h"
+#include "screens/settings/UserProfileChipView.h"
 #include "support/TestMain.h"
 #include "support/ui/AppFixture.h"
 #include "support/ui/ModalAnswers.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDesktopServices>
 #include <QLabel>
 #include <QLineEdit>
@@ -168,6 +171,65 @@ private Q_SLOTS:
         find<QPushButton>(QStringLiteral("user-settings-delete-local-account-button"))->click();
         QTRY_VERIFY_WITH_TIMEOUT(!account->hasExistingUser(), 10000);
         QVERIFY(!app->services().loginApplication().getCurrentUser().result);
+    }
+
+    void shouldShowARenameInTheChipAtOnceAndCheckTheAddress()
+    {
+        app->storeLocalUser();
+        UserProfileChipView chip(app->services());
+        chip.show();
+        auto* name = chip.findChild<QLabel*>(QStringLiteral("profileName"));
+        QTRY_COMPARE_WITH_TIMEOUT(name->text(), u"Ada Lovelace", 10000);
+        open(UserSettingsSectionEnum::myAccount);
+        auto* account = find<AccountSettingsView>(QStringLiteral("accountSettings"));
+        QTRY_VERIFY_WITH_TIMEOUT(account->hasExistingUser(), 10000);
+
+        find<QLineEdit>(QStringLiteral("firstName"))->setText(QStringLiteral("Augusta Ada"));
+        find<QPushButton>(QStringLiteral("user-settings-save-button"))->click();
+        QTRY_COMPARE_WITH_TIMEOUT(name->text(), u"Augusta Ada Lovelace", 10000);
+
+        // A local account's address can be changed, and is checked first.
+        auto* email = find<QLineEdit>(QStringLiteral("email"));
+        QVERIFY(!email->isReadOnly());
+        email->setText(QStringLiteral("ada@"));
+        find<QPushButton>(QStringLiteral("user-settings-save-button"))->click();
+        auto* error = find<QLabel>(QStringLiteral("accountError"));
+        QTRY_VERIFY(error->isVisible());
+        QCOMPARE(error->text(), u"user-settings-email-invalid-text");
+        email->setText(QStringLiteral(" ada@home.example "));
+        find<QPushButton>(QStringLiteral("user-settings-save-button"))->click();
+        QTRY_COMPARE_WITH_TIMEOUT(account->user()->usrEmail, u"ada@home.example", 10000);
+        QCOMPARE(
+            app->services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrEmail, u"ada@home.example");
+        QVERIFY(!error->isVisible());
+    }
+
+    void shouldSwitchBetweenLightAndDarkFromTheSettings()
+    {
+        QVERIFY(qEnvironmentVariableIsEmpty("TOLVANE_APPEARANCE"));
+        Appearance appearance;
+        appearance.apply();
+        appearance.followChoice(app->userDefaults(), app->notificationCenter());
+        const bool desktopPrefersDark = appearance.isDark();
+        open(UserSettingsSectionEnum::schedule);
+        auto* mode = find<QComboBox>(QStringLiteral("appearanceMode"));
+        QCOMPARE(mode->currentData().toInt(), int(Appearance::Mode::system));
+
+        QTest::keyClick(mode, Qt::Key_End);
+        QTRY_VERIFY(appearance.isDark());
+        QVERIFY(QApplication::palette().color(QPalette::Window).lightness() < 128);
+        // The next run starts dark too.
+        Appearance nextRun;
+        nextRun.followChoice(app->userDefaults(), app->notificationCenter());
+        QVERIFY(nextRun.isDark());
+
+        QTest::keyClick(mode, Qt::Key_Up);
+        QTRY_VERIFY(!appearance.isDark());
+        QVERIFY(QApplication::palette().color(QPalette::Window).lightness() > 128);
+
+        QTest::keyClick(mode, Qt::Key_Home);
+        QTRY_COMPARE(appearance.isDark(), desktopPrefersDark);
+        QCOMPARE(app->userDefaults().value(Appearance::modeKey).toString(), u"system");
     }
 
     void shouldKeepTheScheduleHoursInOrderAcrossRestarts()
