@@ -1,18 +1,23 @@
 // The schedule's layout of a very busy calendar, and a day switch with 200 meets on the day:
 // the meets read from the session's calendar store, laid out and painted, with the longest time
-// the GUI thread went without turning its event loop.
+// the GUI thread went without turning its event loop. Then the projects pane over a big store
+// (100 projects of 10 lists of 100 tasks): its first load on a weekend (projects folded), the
+// unfolding of one project, and a reload with nothing changed.
 // Needs the desktop session's EDS: scripts/with-desktop-session build/bench/bench_schedule
 #include "platform/calendar_store/CalendarStore.h"
 #include "screens/schedule/DailyEventsView.h"
 #include "screens/schedule/DailyScheduleLayout.h"
+#include "screens/schedule/ScheduleProjectsPaneView.h"
 #include "support/TestEnvironment.h"
 #include "support/ui/AppFixture.h"
+#include "tasks/TasksApplicationFactory.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTimer>
+#include <QToolButton>
 #include <QUuid>
 
 #include <benchmark/benchmark.h>
@@ -96,6 +101,76 @@ void BM_SwitchToADayWith200Meets(benchmark::State& state)
     CalendarStore::shared().removeCalendar(calendar);
 }
 BENCHMARK(BM_SwitchToADayWith200Meets)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+
+// Fills the user's stores: projects of lists of tasks, the first list of each its default one.
+void seedBigStore(AppFixture& app, int projects, int lists, int tasks)
+{
+    const auto apps = *app.services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
+    const QUuid userId
+        = QUuid::fromString(app.services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrId);
+    for (int p = 0; p < projects; ++p) {
+        const ProjectEntity project {.prjUserId = userId, .prjName = QStringLiteral("Project %1").arg(p)};
+        apps.projects.create(project);
+        for (int l = 0; l < lists; ++l) {
+            const TaskListEntity list {
+                .prjId = project.prjId, .talName = QStringLiteral("List %1").arg(l), .talIsDefault = l == 0};
+            apps.taskLists.create(list);
+            for (int t = 0; t < tasks; ++t)
+                apps.tasks.create(
+                    {.prjId = project.prjId, .talId = list.talId, .tasTitle = QStringLiteral("Task %1").arg(t)});
+        }
+    }
+}
+
+double elapsedMs(const QElapsedTimer& timer)
+{
+    return double(timer.nsecsElapsed()) / 1e6;
+}
+
+void BM_ProjectsPaneOfABigStore(benchmark::State& state)
+{
+    AppFixture app;
+    app.storeLocalUser();
+    seedBigStore(app, 100, 10, int(state.range(0)));
+    QDate saturday = QDate::currentDate();
+    while (saturday.dayOfWeek() != Qt::Saturday)
+        saturday = saturday.addDays(1);
+    double firstLoad = 0, unfold = 0, unchangedReload = 0;
+    qsizetype rows = 0;
+    for (auto _ : state) {
+        ScheduleProjectsPaneView pane(app.services(), nullptr);
+        pane.setSelectedDate(saturday);
+        pane.resize(420, 900);
+        QSignalSpy loaded(&pane, &ScheduleProjectsPaneView::loaded);
+        QElapsedTimer timer;
+        timer.start();
+        pane.show();
+        loaded.wait(120000);
+        QCoreApplication::processEvents();
+        firstLoad += elapsedMs(timer);
+
+        timer.restart();
+        pane.projectSections().constFirst()->findChild<QToolButton*>()->click();
+        QCoreApplication::processEvents();
+        unfold += elapsedMs(timer);
+
+        timer.restart();
+        pane.reload();
+        loaded.wait(120000);
+        QCoreApplication::processEvents();
+        unchangedReload += elapsedMs(timer);
+        rows = 0;
+        for (const ScheduleProjectSectionView* section : pane.projectSections())
+            rows += section->taskRows().size();
+    }
+    const double runs = double(state.iterations());
+    state.counters["first_load_ms"] = firstLoad / runs;
+    state.counters["unfold_one_ms"] = unfold / runs;
+    state.counters["unchanged_reload_ms"] = unchangedReload / runs;
+    state.counters["rows_built"] = double(rows);
+}
+// The argument is the number of tasks in each list.
+BENCHMARK(BM_ProjectsPaneOfABigStore)->Arg(100)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -135,6 +135,18 @@
         <source>Previous day</source>
         <translation>Previous day</translation>
     </message>
+    <message id="create-event-all-day-toggle">
+        <source>All day</source>
+        <translation>All day</translation>
+    </message>
+    <message id="create-event-calendar-label">
+        <source>Calendar</source>
+        <translation>Calendar</translation>
+    </message>
+    <message id="create-event-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
     <message id="create-event-description-label">
         <source>Description</source>
         <translation>Description</translation>
@@ -158,6 +170,22 @@
     <message id="create-event-generic-error">
         <source>The event could not be saved.</source>
         <translation>The event could not be saved.</translation>
+    </message>
+    <message id="create-event-link-invalid-error">
+        <source>The link is not a web address.</source>
+        <translation>The link is not a web address.</translation>
+    </message>
+    <message id="create-event-link-label">
+        <source>Link</source>
+        <translation>Link</translation>
+    </message>
+    <message id="create-event-location-label">
+        <source>Location</source>
+        <translation>Location</translation>
+    </message>
+    <message id="create-event-location-placeholder">
+        <source>Add a place</source>
+        <translation>Add a place</translation>
     </message>
     <message id="create-event-repeat-all-days">
         <source>Repeats every day</source>
@@ -390,6 +418,10 @@
     <message id="meet-alarm-open-notification-settings-button">
         <source>Notification settings</source>
         <translation>Notification settings</translation>
+    </message>
+    <message id="meet-alarm-refused-title">
+        <source>The alarm was not set</source>
+        <translation>The alarm was not set</translation>
     </message>
     <message id="meet-alarm-sample-preview-button">
         <source>Play a sample</source>
@@ -723,6 +755,10 @@
         <source>Send</source>
         <translation>Send</translation>
     </message>
+    <message id="user-settings-help-send-failed-text">
+        <source>The message could not be sent. It is kept here; try again later.</source>
+        <translation>The message could not be sent. It is kept here; try again later.</translation>
+    </message>
     <message id="user-settings-help-sent-button">
         <source>OK</source>
         <translation>OK</translation>
@@ -734,6 +770,10 @@
     <message id="user-settings-help-sent-title">
         <source>Message sent</source>
         <translation>Message sent</translation>
+    </message>
+    <message id="user-settings-help-unavailable-text">
+        <source>This copy of Tolvane has no support service or support address set up, so messages cannot be sent from here. The console below keeps what went wrong, for you to pass on.</source>
+        <translation>This copy of Tolvane has no support service or support address set up, so messages cannot be sent from here. The console below keeps what went wrong, for you to pass on.</translation>
     </message>
     <message id="user-settings-hours-end-label">
         <source>Day ends at</source>

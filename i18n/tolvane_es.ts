@@ -135,6 +135,18 @@
         <source>Previous day</source>
         <translation>Día anterior</translation>
     </message>
+    <message id="create-event-all-day-toggle">
+        <source>All day</source>
+        <translation>Todo el día</translation>
+    </message>
+    <message id="create-event-calendar-label">
+        <source>Calendar</source>
+        <translation>Calendario</translation>
+    </message>
+    <message id="create-event-cancel-button">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
     <message id="create-event-description-label">
         <source>Description</source>
         <translation>Descripción</translation>
@@ -158,6 +170,22 @@
     <message id="create-event-generic-error">
         <source>The event could not be saved.</source>
         <translation>No se pudo guardar el evento.</translation>
+    </message>
+    <message id="create-event-link-invalid-error">
+        <source>The link is not a web address.</source>
+        <translation>El enlace no es una dirección web.</translation>
+    </message>
+    <message id="create-event-link-label">
+        <source>Link</source>
+        <translation>Enlace</translation>
+    </message>
+    <message id="create-event-location-label">
+        <source>Location</source>
+        <translation>Lugar</translation>
+    </message>
+    <message id="create-event-location-placeholder">
+        <source>Add a place</source>
+        <translation>Añade un lugar</translation>
     </message>
     <message id="create-event-repeat-all-days">
         <source>Repeats every day</source>
@@ -390,6 +418,10 @@
     <message id="meet-alarm-open-notification-settings-button">
         <source>Notification settings</source>
         <translation>Configuración de notificaciones</translation>
+    </message>
+    <message id="meet-alarm-refused-title">
+        <source>The alarm was not set</source>
+        <translation>La alarma no se activó</translation>
     </message>
     <message id="meet-alarm-sample-preview-button">
         <source>Play a sample</source>
@@ -723,6 +755,10 @@
         <source>Send</source>
         <translation>Enviar</translation>
     </message>
+    <message id="user-settings-help-send-failed-text">
+        <source>The message could not be sent. It is kept here; try again later.</source>
+        <translation>No se pudo enviar el mensaje. Se conserva aquí; inténtalo más tarde.</translation>
+    </message>
     <message id="user-settings-help-sent-button">
         <source>OK</source>
         <translation>Aceptar</translation>
@@ -734,6 +770,10 @@
     <message id="user-settings-help-sent-title">
         <source>Message sent</source>
         <translation>Mensaje enviado</translation>
+    </message>
+    <message id="user-settings-help-unavailable-text">
+        <source>This copy of Tolvane has no support service or support address set up, so messages cannot be sent from here. The console below keeps what went wrong, for you to pass on.</source>
+        <translation>Esta copia de Tolvane no tiene configurado un servicio ni una dirección de soporte, así que no se pueden enviar mensajes desde aquí. La consola de abajo guarda lo que falló, para que lo compartas.</translation>
     </message>
     <message id="user-settings-hours-end-label">
         <source>Day ends at</source>

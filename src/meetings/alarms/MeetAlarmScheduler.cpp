@@ -28,16 +28,19 @@ MeetAlarmScheduler MeetAlarmScheduler::live(UserDefaults defaults,
         AlarmSoundFiles::live(), std::make_shared<SystemClock>()});
 }
 
+std::optional<MeetAlarmError> MeetAlarmScheduler::refusal(const MeetEntity& meet, const QDateTime& now) const
+{
+    // Meets of the backend and meets made here may always ring; others only from the calendars
+    // the user chose for alarms.
+    const bool calendarAllowsAlarms = meet.metSource != MeetSource::eventKit
+        || AppCreatedEventIdentifiersStore(m_dependencies.defaults).load().contains(meet.metOriginalIdentifier)
+        || AlarmEnabledCalendarsStore(m_dependencies.defaults).load().contains(meet.metCalendarIdentifier);
+    return MeetAlarmError::refusal(meet, now, calendarAllowsAlarms);
+}
+
 bool MeetAlarmScheduler::canHaveAlarm(const MeetEntity& meet, const QDateTime& now) const
 {
-    if (meet.metSource == MeetSource::eventKit) {
-        const bool createdHere
-            = AppCreatedEventIdentifiersStore(m_dependencies.defaults).load().contains(meet.metOriginalIdentifier);
-        if (!createdHere
-            && !AlarmEnabledCalendarsStore(m_dependencies.defaults).load().contains(meet.metCalendarIdentifier))
-            return false;
-    }
-    return !meet.metIsAllDay && meet.metDate >= now;
+    return !refusal(meet, now);
 }
 
 bool MeetAlarmScheduler::canHaveAlarm(const MeetEntity& meet) const
@@ -64,18 +67,22 @@ bool MeetAlarmScheduler::isAuthorized() const
     return false;
 }
 
-bool MeetAlarmScheduler::arm(const MeetEntity& meet) const
+MeetAlarmScheduler::Arming MeetAlarmScheduler::arm(const MeetEntity& meet) const
 {
+    if (std::optional<MeetAlarmError> broken = refusal(meet, m_dependencies.clock->now()))
+        return {std::move(broken)};
+    // A desktop asks no permission: notifications are refused only when nobody can show them.
     if (!isAuthorized())
-        return false;
+        return {MeetAlarmError::noNotificationService()};
     const QString identifier = meet.metId.toString(QUuid::WithoutBraces);
-    if (!schedule(meet, identifier, UserNotificationTrigger::calendar(meet.metDate)))
-        return false;
+    if (std::optional<MeetAlarmError> failure
+        = schedule(meet, identifier, UserNotificationTrigger::calendar(meet.metDate)))
+        return {std::move(failure)};
     ArmedAlarmsStore(m_dependencies.defaults).add(identifier);
-    return true;
+    return {};
 }
 
-bool MeetAlarmScheduler::schedule(
+std::optional<MeetAlarmError> MeetAlarmScheduler::schedule(
     const MeetEntity& meet, const QString& identifier, const UserNotificationTrigger& trigger) const
 {
     UserNotificationRequest request;
@@ -96,9 +103,9 @@ bool MeetAlarmScheduler::schedule(
         m_dependencies.notificationCenter->add(request);
     } catch (const UserNotificationError& error) {
         qCWarning(lcAlarms) << "cannot schedule alarm" << identifier << error.what();
-        return false;
+        return MeetAlarmError::notScheduled(QString::fromUtf8(error.what()));
     }
-    return true;
+    return std::nullopt;
 }
 
 void MeetAlarmScheduler::disarm(const MeetEntity& meet) const
@@ -124,16 +131,19 @@ bool MeetAlarmScheduler::isDayArmed(const QList<MeetEntity>& dayMeets) const
     return anyEligible;
 }
 
-bool MeetAlarmScheduler::armDay(const QList<MeetEntity>& dayMeets) const
+MeetAlarmScheduler::Arming MeetAlarmScheduler::armDay(const QList<MeetEntity>& dayMeets) const
 {
     const QDateTime now = m_dependencies.clock->now();
     const QSet<QString> armed = ArmedAlarmsStore(m_dependencies.defaults).load();
-    bool allArmed = true;
+    Arming firstRefused;
     for (const MeetEntity& meet : dayMeets) {
-        if (canHaveAlarm(meet, now) && !armed.contains(meet.metId.toString(QUuid::WithoutBraces)))
-            allArmed = arm(meet) && allArmed;
+        if (!canHaveAlarm(meet, now) || armed.contains(meet.metId.toString(QUuid::WithoutBraces)))
+            continue;
+        Arming arming = arm(meet);
+        if (!arming && !firstRefused.refusal)
+            firstRefused = std::move(arming);
     }
-    return allArmed;
+    return firstRefused;
 }
 
 void MeetAlarmScheduler::disarmDay(const QList<MeetEntity>& dayMeets) const
@@ -168,7 +178,7 @@ bool MeetAlarmScheduler::playSamplePreview() const
     sample.metSource = MeetSource::backend;
     // One preview's sentence is enough to keep around.
     m_dependencies.soundFiles.removeSpokenFiles(previewIdentifierPrefix);
-    return schedule(sample, previewIdentifierPrefix + sample.metId.toString(QUuid::WithoutBraces),
+    return !schedule(sample, previewIdentifierPrefix + sample.metId.toString(QUuid::WithoutBraces),
         UserNotificationTrigger::afterInterval(previewDelaySeconds));
 }
 

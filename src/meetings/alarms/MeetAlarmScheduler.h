@@ -1,6 +1,7 @@
 #pragma once
 
 #include "meetings/alarms/AlarmSoundFiles.h"
+#include "meetings/domain/MeetAlarmError.h"
 #include "meetings/entities/MeetEntity.h"
 #include "meetings/templates/AlarmMessageApplication.h"
 #include "platform/Clock.h"
@@ -30,6 +31,12 @@ public:
     // Long enough to switch away from the settings and still see the banner arrive.
     static constexpr double previewDelaySeconds = 3;
 
+    // Armed, or why not.
+    struct Arming {
+        std::optional<MeetAlarmError> refusal;
+        explicit operator bool() const { return !refusal; }
+    };
+
     explicit MeetAlarmScheduler(Dependencies dependencies);
     // The program's own: the shared notification centre, espeak-ng, the user's sound folder.
     static MeetAlarmScheduler live(UserDefaults defaults,
@@ -38,17 +45,19 @@ public:
 
     bool canHaveAlarm(const MeetEntity& meet, const QDateTime& now) const;
     bool canHaveAlarm(const MeetEntity& meet) const;
+    // The alarm rule the meet breaks at now, if any.
+    std::optional<MeetAlarmError> refusal(const MeetEntity& meet, const QDateTime& now) const;
     bool isArmed(const MeetEntity& meet) const;
 
-    // False, with nothing stored, when notifications may not be shown. Arming again replaces
-    // the earlier request.
-    bool arm(const MeetEntity& meet) const;
+    // Refused, with nothing stored, when the meet may not have an alarm or notifications cannot
+    // be shown. Arming again replaces the earlier request.
+    Arming arm(const MeetEntity& meet) const;
     void disarm(const MeetEntity& meet) const;
 
     // Whether the day's switch is on: it has eligible meets and all of them are armed.
     bool isDayArmed(const QList<MeetEntity>& dayMeets) const;
-    // Arms the eligible meets not armed yet; false when any of them could not be.
-    bool armDay(const QList<MeetEntity>& dayMeets) const;
+    // Arms the eligible meets not armed yet; refused when any of them could not be.
+    Arming armDay(const QList<MeetEntity>& dayMeets) const;
     void disarmDay(const QList<MeetEntity>& dayMeets) const;
 
     void deleteAllAlarms() const;
@@ -63,7 +72,8 @@ public:
 
 private:
     bool isAuthorized() const;
-    bool schedule(const MeetEntity& meet, const QString& identifier, const UserNotificationTrigger& trigger) const;
+    std::optional<MeetAlarmError> schedule(
+        const MeetEntity& meet, const QString& identifier, const UserNotificationTrigger& trigger) const;
 
     Dependencies m_dependencies;
     AlarmMessageApplication m_messages;

@@ -1,6 +1,7 @@
 #include "screens/bitacora/BitacoraProjectRowView.h"
 
 #include "screens/common/Icons.h"
+#include "screens/schedule/ElidedLabel.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -33,7 +34,7 @@ BitacoraProjectRowView::BitacoraProjectRowView(ProjectEntity project, QDateTime 
     , m_statusText(new QLabel(this))
 {
     setObjectName(QStringLiteral("bitacoraRow:") + m_project.prjId.toString(QUuid::WithoutBraces));
-    auto* name = new QLabel(m_project.prjName, this);
+    auto* name = new ElidedLabel(m_project.prjName, this);
     name->setObjectName(QStringLiteral("bitacoraProjectName"));
     QFont nameFont = name->font();
     nameFont.setBold(true);

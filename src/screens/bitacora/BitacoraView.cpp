@@ -6,6 +6,7 @@
 #include "screens/common/AppServices.h"
 #include "screens/common/Async.h"
 #include "screens/common/Icons.h"
+#include "screens/schedule/DayTitle.h"
 #include "screens/schedule/MiniCalendarView.h"
 
 #include <QHBoxLayout>
@@ -183,6 +184,7 @@ void BitacoraView::buildConfirmation()
     titleFont.setBold(true);
     title->setFont(titleFont);
     m_confirmationDetail->setParent(card);
+    m_confirmationDetail->setTextFormat(Qt::PlainText);
     //% "Delete"
     auto* confirm
         = new QPushButton(Icons::symbol(QStringLiteral("trash")), qtTrId("bitacora-delete-confirm-button"), card);
@@ -488,7 +490,7 @@ void BitacoraView::render()
 {
     m_pages->setCurrentIndex(m_isLoggedIn || !m_knowsUser ? 1 : 0);
     m_header->setVisible(m_isLoggedIn);
-    m_dateTitle->setText(QLocale().toString(m_selectedDate.date(), QLocale::LongFormat));
+    m_dateTitle->setText(DayTitle::of(m_selectedDate.date()));
     m_rowsContainer->setEnabled(!m_isLoading);
     m_emptyState->setVisible(!m_isLoading && m_projects.isEmpty() && m_controller);
     if (!m_errorMessage)

@@ -1,11 +1,13 @@
 #include "screens/schedule/AllDayEventsSectionView.h"
 
 #include "screens/common/Icons.h"
+#include "screens/schedule/ElidedLabel.h"
 
 #include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QVBoxLayout>
 
 AllDayEventRowView::AllDayEventRowView(const MeetEntity& meet, QWidget* parent)
@@ -21,16 +23,20 @@ AllDayEventRowView::AllDayEventRowView(const MeetEntity& meet, QWidget* parent)
                       .arg(color.blue()));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 3, 8, 3);
-    auto* name = new QLabel(meet.metName, this);
-    name->setTextFormat(Qt::PlainText);
+    auto* name = new ElidedLabel(meet.metName, this);
     layout->addWidget(name, 1);
+}
+
+void AllDayEventRowView::mousePressEvent(QMouseEvent* event)
+{
+    event->accept();
 }
 
 void AllDayEventRowView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
+    event->accept();
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
         Q_EMIT detailRequested(m_meet);
-    QFrame::mouseReleaseEvent(event);
 }
 
 void AllDayEventRowView::contextMenuEvent(QContextMenuEvent* event)

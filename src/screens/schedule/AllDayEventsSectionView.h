@@ -20,6 +20,7 @@ Q_SIGNALS:
     void onDelete(const MeetEntity& meet);
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 

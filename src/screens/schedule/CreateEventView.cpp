@@ -2,6 +2,7 @@
 
 #include "meetings/entities/MeetEntity.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QDialogButtonBox>
@@ -9,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPixmap>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QToolButton>
@@ -19,9 +21,13 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
     , m_isEditing(isEditing)
     , m_onSave(std::move(onSave))
     , m_title(new QLineEdit(this))
+    , m_allDay(new QCheckBox(this))
     , m_start(new QDateTimeEdit(this))
     , m_end(new QDateTimeEdit(this))
     , m_duration(new QLabel(this))
+    , m_calendar(new QComboBox(this))
+    , m_location(new QLineEdit(this))
+    , m_link(new QLineEdit(this))
     , m_description(new QPlainTextEdit(this))
     , m_repeat(new QComboBox(this))
     , m_weekdays(new QWidget(this))
@@ -29,6 +35,7 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
     , m_summary(new QLabel(this))
     , m_error(new QLabel(this))
     , m_save(new QPushButton(this))
+    , m_cancel(new QPushButton(this))
 {
     setObjectName(QStringLiteral("createEventView"));
     setMinimumWidth(420);
@@ -39,6 +46,15 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
     m_end->setObjectName(QStringLiteral("createEventEnd"));
     m_start->setCalendarPopup(true);
     m_end->setCalendarPopup(true);
+    m_allDay->setObjectName(QStringLiteral("createEventAllDay"));
+    //% "All day"
+    m_allDay->setText(qtTrId("create-event-all-day-toggle"));
+    m_calendar->setObjectName(QStringLiteral("createEventCalendar"));
+    m_location->setObjectName(QStringLiteral("createEventLocation"));
+    //% "Add a place"
+    m_location->setPlaceholderText(qtTrId("create-event-location-placeholder"));
+    m_link->setObjectName(QStringLiteral("createEventLink"));
+    m_link->setPlaceholderText(QStringLiteral("https://"));
     //% "Add a description"
     m_description->setPlaceholderText(qtTrId("create-event-description-placeholder"));
     m_description->setFixedHeight(70);
@@ -65,6 +81,8 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
     m_weekdayHint->setEnabled(false);
     m_summary->setObjectName(QStringLiteral("createEventRepeatSummary"));
     m_summary->setEnabled(false);
+    // A list of several days is longer than the dialog is wide.
+    m_summary->setWordWrap(true);
     m_duration->setEnabled(false);
     m_error->setObjectName(QStringLiteral("createEventError"));
     m_error->setStyleSheet(QStringLiteral("color: #D32F2F;"));
@@ -72,11 +90,18 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
 
     auto* form = new QFormLayout;
     form->addRow(m_title);
+    form->addRow(QString(), m_allDay);
     //% "Starts"
     form->addRow(qtTrId("create-event-start-label"), m_start);
     //% "Ends"
     form->addRow(qtTrId("create-event-end-label"), m_end);
     form->addRow(QString(), m_duration);
+    //% "Calendar"
+    form->addRow(qtTrId("create-event-calendar-label"), m_calendar);
+    //% "Location"
+    form->addRow(qtTrId("create-event-location-label"), m_location);
+    //% "Link"
+    form->addRow(qtTrId("create-event-link-label"), m_link);
     //% "Description"
     form->addRow(qtTrId("create-event-description-label"), m_description);
     //% "Repeat"
@@ -91,7 +116,11 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
     m_save->setDefault(true);
     auto* buttons = new QDialogButtonBox(this);
     buttons->addButton(m_save, QDialogButtonBox::AcceptRole);
-    buttons->addButton(QDialogButtonBox::Cancel);
+    // Our own text: the stock button speaks whatever language Qt's own catalogue happens to have.
+    //% "Cancel"
+    m_cancel->setText(qtTrId("create-event-cancel-button"));
+    m_cancel->setObjectName(QStringLiteral("createEventCancelButton"));
+    buttons->addButton(m_cancel, QDialogButtonBox::RejectRole);
     connect(m_save, &QPushButton::clicked, this, &CreateEventView::save);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
@@ -108,6 +137,10 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
         refresh();
     });
     connect(m_end, &QDateTimeEdit::dateTimeChanged, this, &CreateEventView::refresh);
+    connect(m_allDay, &QCheckBox::toggled, this, [this](bool allDay) {
+        showAllDay(allDay);
+        refresh();
+    });
     connect(m_repeat, &QComboBox::currentIndexChanged, this, &CreateEventView::refresh);
 }
 
@@ -116,7 +149,10 @@ CreateEventView::CreateEventView(const QDateTime& start, OnSave onSave, QWidget*
 {
     //% "New event"
     setWindowTitle(qtTrId("create-event-sheet-title"));
-    fill(QString(), QString(), start, start.addSecs(3600), RepeatOption::never, {});
+    MeetEntity proposed;
+    proposed.metDate = start;
+    proposed.metDuration = 3600;
+    fill(proposed);
 }
 
 CreateEventView::CreateEventView(const MeetEntity& meet, OnSave onSave, QWidget* parent)
@@ -124,21 +160,53 @@ CreateEventView::CreateEventView(const MeetEntity& meet, OnSave onSave, QWidget*
 {
     //% "Edit event"
     setWindowTitle(qtTrId("create-event-sheet-title-edit"));
-    fill(meet.metName, meet.metDescription, meet.metDate, meet.endDate(), Repeat::option(meet.metRecurrenceFrequency),
-        meet.metRecurringWeekdays);
+    fill(meet);
+    if (!meet.metCalendarIdentifier.isEmpty())
+        m_calendar->addItem(meet.metCalendarName, meet.metCalendarIdentifier);
+    m_calendar->setEnabled(false);
 }
 
-void CreateEventView::fill(const QString& title, const QString& description, const QDateTime& start,
-    const QDateTime& end, RepeatOption repeat, const QSet<int>& weekdays)
+void CreateEventView::fill(const MeetEntity& meet)
 {
-    m_title->setText(title);
-    m_description->setPlainText(description);
-    m_start->setDateTime(start.toLocalTime());
-    m_end->setDateTime(end.toLocalTime());
-    m_repeat->setCurrentIndex(m_repeat->findData(int(repeat)));
+    m_title->setText(meet.metName);
+    m_description->setPlainText(meet.metDescription);
+    m_location->setText(meet.metLocation.value_or(QString()));
+    m_link->setText(meet.metUrl ? meet.metUrl->toString() : QString());
+    m_start->setDateTime(meet.metDate.toLocalTime());
+    // An all-day meet ends at the midnight after its last day; the field shows that last day.
+    m_end->setDateTime(meet.metIsAllDay ? meet.endDate().toLocalTime().addDays(-1) : meet.endDate().toLocalTime());
+    m_allDay->setChecked(meet.metIsAllDay);
+    showAllDay(meet.metIsAllDay);
+    m_repeat->setCurrentIndex(m_repeat->findData(int(Repeat::option(meet.metRecurrenceFrequency))));
     for (QToolButton* toggle : std::as_const(m_weekdayToggles))
-        toggle->setChecked(weekdays.contains(toggle->property("weekday").toInt()));
+        toggle->setChecked(meet.metRecurringWeekdays.contains(toggle->property("weekday").toInt()));
     refresh();
+}
+
+void CreateEventView::showAllDay(bool allDay)
+{
+    const QLocale locale;
+    const QString format
+        = allDay ? locale.dateFormat(QLocale::ShortFormat) : locale.dateTimeFormat(QLocale::ShortFormat);
+    m_start->setDisplayFormat(format);
+    m_end->setDisplayFormat(format);
+}
+
+void CreateEventView::setCalendars(const QList<CalendarStoreCalendar>& calendars, const QString& preselected)
+{
+    if (m_isEditing)
+        return;
+    m_calendar->clear();
+    for (const CalendarStoreCalendar& calendar : calendars) {
+        if (!calendar.writable)
+            continue;
+        QPixmap swatch(12, 12);
+        swatch.fill(QColor(calendar.color.isEmpty() ? QStringLiteral("#808080") : calendar.color));
+        m_calendar->addItem(QIcon(swatch), calendar.title, calendar.identifier);
+    }
+    const int chosen = m_calendar->findData(preselected);
+    m_calendar->setCurrentIndex(chosen >= 0 ? chosen : 0);
+    m_calendar->setEnabled(m_calendar->count() > 1);
 }
 
 QToolButton* CreateEventView::weekdayToggle(int weekday) const
@@ -155,8 +223,20 @@ MeetDraft CreateEventView::draft() const
     MeetDraft draft;
     draft.title = m_title->text().trimmed();
     draft.description = m_description->toPlainText();
-    draft.start = m_start->dateTime();
-    draft.end = m_end->dateTime();
+    draft.isAllDay = m_allDay->isChecked();
+    if (draft.isAllDay) {
+        draft.start = QDateTime(m_start->date(), QTime(0, 0));
+        draft.end = QDateTime(m_end->date().addDays(1), QTime(0, 0));
+    } else {
+        draft.start = m_start->dateTime();
+        draft.end = m_end->dateTime();
+    }
+    if (const QString place = m_location->text().trimmed(); !place.isEmpty())
+        draft.location = place;
+    if (const QString link = m_link->text().trimmed(); !link.isEmpty())
+        draft.url = QUrl::fromUserInput(link);
+    if (!m_isEditing && m_calendar->currentIndex() >= 0)
+        draft.calendarIdentifier = m_calendar->currentData().toString();
     draft.recurrence = Repeat::frequency(RepeatOption(m_repeat->currentData().toInt()));
     if (draft.recurrence == MeetRecurrenceFrequency::weekly) {
         for (const QToolButton* toggle : m_weekdayToggles) {
@@ -181,6 +261,9 @@ std::optional<QString> CreateEventView::validationError() const
     if (values.end < values.start)
         //% "The event cannot end before it starts"
         return qtTrId("create-event-end-before-start-error");
+    if (values.url && (!values.url->isValid() || values.url->host().isEmpty()))
+        //% "The link is not a web address."
+        return qtTrId("create-event-link-invalid-error");
     return std::nullopt;
 }
 
@@ -190,6 +273,7 @@ void CreateEventView::refresh()
     const qint64 minutes = values.start.secsTo(values.end) / 60;
     //% "%1 h %2 min"
     m_duration->setText(qtTrId("create-event-duration-caption-format").arg(minutes / 60).arg(minutes % 60));
+    m_duration->setVisible(!values.isAllDay);
     const bool weekly = values.recurrence == MeetRecurrenceFrequency::weekly;
     m_weekdays->setVisible(weekly);
     m_weekdayHint->setVisible(weekly);

@@ -2,6 +2,7 @@
 
 #include "meetings/entities/MeetDraft.h"
 #include "meetings/entities/MeetEntity.h"
+#include "platform/calendar_store/CalendarStore.h"
 #include "screens/schedule/RepeatOption.h"
 
 #include <QDialog>
@@ -9,6 +10,7 @@
 #include <functional>
 #include <optional>
 
+class QCheckBox;
 class QComboBox;
 class QDateTimeEdit;
 class QLabel;
@@ -37,20 +39,28 @@ public:
     MeetDraft draft() const;
     // What the summary line says now; empty when it is hidden.
     QString repetitionSummary() const;
+    // The calendars a new meet may go into, with the one to preselect. An edited meet stays in
+    // its own calendar, so the choice is shown but fixed.
+    void setCalendars(const QList<CalendarStoreCalendar>& calendars, const QString& preselected);
 
     QLineEdit* titleField() const { return m_title; }
     QDateTimeEdit* startField() const { return m_start; }
     QDateTimeEdit* endField() const { return m_end; }
     QComboBox* repeatField() const { return m_repeat; }
+    QCheckBox* allDayField() const { return m_allDay; }
+    QComboBox* calendarField() const { return m_calendar; }
+    QLineEdit* locationField() const { return m_location; }
+    QLineEdit* linkField() const { return m_link; }
     QToolButton* weekdayToggle(int weekday) const;
     QPushButton* saveButton() const { return m_save; }
+    QPushButton* cancelButton() const { return m_cancel; }
 
     void save();
 
 private:
     CreateEventView(bool isEditing, OnSave onSave, QWidget* parent);
-    void fill(const QString& title, const QString& description, const QDateTime& start, const QDateTime& end,
-        RepeatOption repeat, const QSet<int>& weekdays);
+    void fill(const MeetEntity& meet);
+    void showAllDay(bool allDay);
     void refresh();
     std::optional<QString> validationError() const;
 
@@ -59,9 +69,13 @@ private:
     bool m_isSaving = false;
     std::optional<QString> m_errorMessage;
     QLineEdit* m_title;
+    QCheckBox* m_allDay;
     QDateTimeEdit* m_start;
     QDateTimeEdit* m_end;
     QLabel* m_duration;
+    QComboBox* m_calendar;
+    QLineEdit* m_location;
+    QLineEdit* m_link;
     QPlainTextEdit* m_description;
     QComboBox* m_repeat;
     QWidget* m_weekdays;
@@ -69,5 +83,6 @@ private:
     QLabel* m_summary;
     QLabel* m_error;
     QPushButton* m_save;
+    QPushButton* m_cancel;
     QList<QToolButton*> m_weekdayToggles;
 };

@@ -1,12 +1,14 @@
 #include "screens/schedule/DailyEventCardView.h"
 
 #include "screens/common/Icons.h"
+#include "screens/schedule/ElidedLabel.h"
 
 #include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -14,7 +16,7 @@ DailyEventCardView::DailyEventCardView(const MeetEntity& meet, bool isAlarmSet, 
     : QFrame(parent)
     , m_meet(meet)
     , m_isAlarmSet(isAlarmSet)
-    , m_title(new QLabel(meet.metName, this))
+    , m_title(new ElidedLabel(meet.metName, this))
     , m_time(new QLabel(timeText(meet), this))
     , m_alarm(new QToolButton(this))
 {
@@ -34,7 +36,6 @@ DailyEventCardView::DailyEventCardView(const MeetEntity& meet, bool isAlarmSet, 
     QFont bold = m_title->font();
     bold.setBold(true);
     m_title->setFont(bold);
-    m_title->setTextFormat(Qt::PlainText);
     m_time->setEnabled(false);
     m_alarm->setObjectName(QStringLiteral("meetAlarmButton"));
     m_alarm->setCheckable(true);
@@ -68,9 +69,9 @@ void DailyEventCardView::arrange()
     box->setContentsMargins(6, compact ? 0 : 3, 4, compact ? 0 : 3);
     box->setSpacing(compact ? 6 : 1);
     if (compact) {
-        box->addWidget(m_title);
+        // The name takes what the time and the bell leave, and gives way first.
+        box->addWidget(m_title, 1);
         box->addWidget(m_time);
-        box->addStretch();
         box->addWidget(m_alarm);
     } else {
         auto* top = new QHBoxLayout;
@@ -90,11 +91,18 @@ void DailyEventCardView::resizeEvent(QResizeEvent* event)
         arrange();
 }
 
+// The card keeps its clicks: passed on, they would reach the timeline beneath and propose a new
+// meet at the same point.
+void DailyEventCardView::mousePressEvent(QMouseEvent* event)
+{
+    event->accept();
+}
+
 void DailyEventCardView::mouseReleaseEvent(QMouseEvent* event)
 {
+    event->accept();
     if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
         Q_EMIT detailRequested(m_meet);
-    QFrame::mouseReleaseEvent(event);
 }
 
 void DailyEventCardView::contextMenuEvent(QContextMenuEvent* event)

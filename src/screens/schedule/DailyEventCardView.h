@@ -4,6 +4,7 @@
 
 #include <QFrame>
 
+class ElidedLabel;
 class QLabel;
 class QToolButton;
 
@@ -32,6 +33,7 @@ Q_SIGNALS:
     void alarmToggled(const MeetEntity& meet, bool armed);
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -41,7 +43,7 @@ private:
 
     MeetEntity m_meet;
     bool m_isAlarmSet;
-    QLabel* m_title;
+    ElidedLabel* m_title;
     QLabel* m_time;
     QToolButton* m_alarm;
 };

@@ -55,9 +55,10 @@ bool DailyEventsController::hasCalendarAccess() const
     return status == CalendarAuthorizationStatus::notDetermined && m_eventStore->requestFullAccessToEvents();
 }
 
-std::shared_ptr<MeetRepository> DailyEventsController::repository(const QDate& day) const
+std::shared_ptr<MeetRepository> DailyEventsController::repository(
+    const QDate& day, const std::optional<QString>& newMeetsCalendar) const
 {
-    const QString chosen = m_defaults.value(defaultCalendarKey).toString();
+    const QString chosen = newMeetsCalendar.value_or(m_defaults.value(defaultCalendarKey).toString());
     std::vector<std::shared_ptr<MeetRepository>> sources {
         std::make_shared<EventKitMeetRepositoryImpl>(m_eventStore, m_calendar, 0, 1,
             HiddenCalendarsStore::standard(*m_center).load(), chosen.isEmpty() ? std::nullopt : std::optional(chosen),
@@ -97,13 +98,24 @@ DailyEventsDay DailyEventsController::loadDay(const QDate& day) const
             loaded.armedMeetIds.insert(meet.metId);
     }
     loaded.isDayAlarmSet = m_alarms.isDayArmed(loaded.meets);
+    const QSet<QString> hidden = HiddenCalendarsStore::standard(*m_center).load();
+    for (const CalendarStoreCalendar& calendar : m_eventStore->calendars()) {
+        if (calendar.writable && !hidden.contains(calendar.identifier))
+            loaded.calendars.append(calendar);
+    }
+    loaded.defaultCalendarIdentifier = m_defaults.value(defaultCalendarKey).toString();
+    if (loaded.defaultCalendarIdentifier.isEmpty()) {
+        if (const std::optional<CalendarStoreCalendar> fallback = m_eventStore->defaultCalendarForNewEvents())
+            loaded.defaultCalendarIdentifier = fallback->identifier;
+    }
     return loaded;
 }
 
 MeetEntity DailyEventsController::create(const MeetDraft& draft) const
 {
     const QDate day = draft.start.toTimeZone(m_calendar).date();
-    const MeetEntity made = MeetingsApplication(repository(day), m_calendar).createMeet(draft);
+    const MeetEntity made
+        = MeetingsApplication(repository(day, draft.calendarIdentifier), m_calendar).createMeet(draft);
     if (made.metSource == MeetSource::eventKit)
         AppCreatedEventIdentifiersStore(m_defaults).add(made.metOriginalIdentifier);
     return made;
@@ -121,9 +133,9 @@ void DailyEventsController::remove(const MeetEntity& meet) const
     MeetingsApplication(repository(day), m_calendar).deleteMeet(meet);
 }
 
-bool DailyEventsController::setAlarm(const MeetEntity& meet, bool armed) const
+MeetAlarmScheduler::Arming DailyEventsController::setAlarm(const MeetEntity& meet, bool armed) const
 {
-    bool done = true;
+    MeetAlarmScheduler::Arming done;
     if (armed)
         done = m_alarms.arm(meet);
     else
@@ -132,9 +144,9 @@ bool DailyEventsController::setAlarm(const MeetEntity& meet, bool armed) const
     return done;
 }
 
-bool DailyEventsController::setDayAlarms(const QList<MeetEntity>& dayMeets, bool armed) const
+MeetAlarmScheduler::Arming DailyEventsController::setDayAlarms(const QList<MeetEntity>& dayMeets, bool armed) const
 {
-    bool done = true;
+    MeetAlarmScheduler::Arming done;
     if (armed)
         done = m_alarms.armDay(dayMeets);
     else

@@ -26,6 +26,9 @@ struct DailyEventsDay {
     QSet<QUuid> armedMeetIds;
     bool isDayAlarmSet = false;
     bool isPermissionDenied = false;
+    // Where a new meet may go, and the one the user chose as default (or the store's).
+    QList<CalendarStoreCalendar> calendars;
+    QString defaultCalendarIdentifier;
 };
 
 // The schedule's way to the meets and their alarms. It is built on the GUI thread (where the
@@ -47,14 +50,17 @@ public:
     MeetEntity update(const MeetEntity& meet, const MeetDraft& draft) const;
     void remove(const MeetEntity& meet) const;
 
-    // False when the alarm could not be armed (notifications refused, a meet already begun).
-    bool setAlarm(const MeetEntity& meet, bool armed) const;
-    bool setDayAlarms(const QList<MeetEntity>& dayMeets, bool armed) const;
+    // Refused, with the reason, when the alarm could not be armed (a meet already begun, no
+    // notification service).
+    MeetAlarmScheduler::Arming setAlarm(const MeetEntity& meet, bool armed) const;
+    MeetAlarmScheduler::Arming setDayAlarms(const QList<MeetEntity>& dayMeets, bool armed) const;
     bool isArmed(const MeetEntity& meet) const { return m_alarms.isArmed(meet); }
 
 private:
     bool hasCalendarAccess() const;
-    std::shared_ptr<MeetRepository> repository(const QDate& day) const;
+    // New meets go to newMeetsCalendar when given, else to the user's default calendar.
+    std::shared_ptr<MeetRepository> repository(
+        const QDate& day, const std::optional<QString>& newMeetsCalendar = std::nullopt) const;
 
     std::optional<UserEntity> m_user;
     std::shared_ptr<EventKitStoring> m_eventStore;

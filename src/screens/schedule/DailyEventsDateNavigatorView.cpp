@@ -1,7 +1,10 @@
 #include "screens/schedule/DailyEventsDateNavigatorView.h"
 
 #include "screens/common/Icons.h"
+#include "screens/schedule/DayTitle.h"
+#include "screens/schedule/ElidedLabel.h"
 
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
@@ -13,7 +16,7 @@
 DailyEventsDateNavigatorView::DailyEventsDateNavigatorView(QWidget* parent)
     : QWidget(parent)
     , m_previous(new QToolButton(this))
-    , m_title(new QLabel(this))
+    , m_title(new ElidedLabel(QString(), this))
     , m_next(new QToolButton(this))
     //% "Today"
     , m_today(new QPushButton(qtTrId("daily-events-today-button"), this))
@@ -37,13 +40,18 @@ DailyEventsDateNavigatorView::DailyEventsDateNavigatorView(QWidget* parent)
     //% "Alarms for the day"
     m_dayAlarm->setText(qtTrId("meet-alarm-day-button"));
 
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_previous);
-    layout->addWidget(m_next);
-    layout->addWidget(m_title, 1);
-    layout->addWidget(m_dayAlarm);
-    layout->addWidget(m_today);
+    m_actions = new QWidget(this);
+    auto* actions = new QHBoxLayout(m_actions);
+    actions->setContentsMargins(0, 0, 0, 0);
+    actions->addWidget(m_dayAlarm);
+    actions->addWidget(m_today);
+    m_layout = new QGridLayout(this);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->addWidget(m_previous, 0, 0);
+    m_layout->addWidget(m_next, 0, 1);
+    m_layout->addWidget(m_title, 0, 2);
+    m_layout->setColumnStretch(2, 1);
+    m_layout->addWidget(m_actions, 1, 0, 1, 3, Qt::AlignLeft);
 
     connect(m_previous, &QToolButton::clicked, this, [this] { step(-1); });
     connect(m_next, &QToolButton::clicked, this, [this] { step(1); });
@@ -54,6 +62,37 @@ DailyEventsDateNavigatorView::DailyEventsDateNavigatorView(QWidget* parent)
         setTogglingDayAlarms(true);
         Q_EMIT dayAlarmToggled(checked);
     });
+}
+
+void DailyEventsDateNavigatorView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    placeActions();
+}
+
+void DailyEventsDateNavigatorView::placeActions()
+{
+    const int spacing = m_layout->horizontalSpacing();
+    QFont font = m_title->font();
+    font.setPointSizeF(titleFontSize);
+    const int arrows = m_previous->sizeHint().width() + m_next->sizeHint().width() + 2 * spacing;
+    const int wholeTitle = QFontMetrics(font).horizontalAdvance(m_title->fullText()) + 4;
+    const bool beside = width() >= arrows + wholeTitle + m_actions->sizeHint().width() + spacing;
+    if (beside != m_actionsBeside) {
+        m_actionsBeside = beside;
+        m_layout->removeWidget(m_actions);
+        if (beside)
+            m_layout->addWidget(m_actions, 0, 3);
+        else
+            m_layout->addWidget(m_actions, 1, 0, 1, 3, Qt::AlignLeft);
+    }
+    // Alone on its line and still too long, the date gets smaller before it is cut.
+    const int room = width() - arrows - (beside ? m_actions->sizeHint().width() + spacing : 0);
+    while (
+        QFontMetrics(font).horizontalAdvance(m_title->fullText()) + 4 > room && font.pointSizeF() > titleFontSize * 0.6)
+        font.setPointSizeF(font.pointSizeF() - 1);
+    if (font != m_title->font())
+        m_title->setFont(font);
 }
 
 void DailyEventsDateNavigatorView::setBounds(const QDate& minDate, const QDate& maxDate)
@@ -92,11 +131,8 @@ void DailyEventsDateNavigatorView::setTogglingDayAlarms(bool toggling)
 
 void DailyEventsDateNavigatorView::render()
 {
-    const QLocale locale;
-    QString title = locale.toString(m_selectedDate, QStringLiteral("dddd, d MMMM yyyy"));
-    if (!title.isEmpty())
-        title[0] = title.at(0).toUpper();
-    m_title->setText(title);
+    m_title->setFullText(DayTitle::of(m_selectedDate));
+    placeActions();
     m_previous->setEnabled(m_selectedDate.addDays(-1) >= m_minDate);
     m_next->setEnabled(m_selectedDate.addDays(1) <= m_maxDate);
     m_dayAlarm->setChecked(m_isDayAlarmSet);

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class QLabel;
+class ElidedLabel;
 class QToolButton;
 class QPushButton;
 
@@ -40,6 +41,9 @@ Q_SIGNALS:
 private:
     void step(int days);
     void render();
+    void resizeEvent(QResizeEvent* event) override;
+    // The day's buttons sit beside the date while it fits whole, else on a line of their own.
+    void placeActions();
 
     QDate m_selectedDate;
     QDate m_minDate;
@@ -48,10 +52,13 @@ private:
     bool m_hasMeets = false;
     bool m_isTogglingDayAlarms = false;
     QToolButton* m_previous;
-    QLabel* m_title;
+    ElidedLabel* m_title;
     QToolButton* m_next;
     QPushButton* m_today;
     QToolButton* m_dayAlarm;
+    QWidget* m_actions;
+    class QGridLayout* m_layout;
+    bool m_actionsBeside = false;
 };
 
 // The first and last hour the timeline shows, each a stepper that keeps start < end.

@@ -1,5 +1,6 @@
 #include "screens/schedule/DailyEventsView.h"
 
+#include "meetings/domain/MeetAlarmError.h"
 #include "meetings/domain/MeetingsError.h"
 #include "platform/NotificationCenter.h"
 #include "platform/SystemClock.h"
@@ -246,6 +247,8 @@ void DailyEventsView::apply(const DailyEventsDay& day)
     m_isLoading = false;
     m_events = day.meets;
     m_armedMeetIds = day.armedMeetIds;
+    m_calendars = day.calendars;
+    m_defaultCalendarIdentifier = day.defaultCalendarIdentifier;
     QList<MeetEntity> allDay;
     QList<MeetEntity> timed;
     for (const MeetEntity& meet : std::as_const(m_events))
@@ -387,6 +390,7 @@ void DailyEventsView::createEvent(const QDateTime& start)
             },
             [controller](const MeetDraft& draft) { controller->create(draft); }),
         this);
+    editor->setCalendars(m_calendars, m_defaultCalendarIdentifier);
     openEditor(editor);
 }
 
@@ -458,12 +462,10 @@ void DailyEventsView::setAlarm(const MeetEntity& meet, bool armed)
     const std::shared_ptr<const DailyEventsController> controller = m_controller;
     runAsync(
         this, [controller, meet, armed] { return controller->setAlarm(meet, armed); },
-        [this, meet, armed](bool done) {
-            if (!done)
-                m_services.console().appendLine(
-                    QStringLiteral("DailyEventsController.setAlarm failed: ") + meet.metName);
-            Q_UNUSED(armed);
+        [this, meet](const MeetAlarmScheduler::Arming& arming) {
             // The controller posted the change; the reload that follows refreshes every switch.
+            if (!arming)
+                showAlarmRefusal(QStringLiteral("DailyEventsController.setAlarm failed: "), *arming.refusal);
         });
 }
 
@@ -475,10 +477,25 @@ void DailyEventsView::setDayAlarms(bool armed)
     const QList<MeetEntity> meets = m_events;
     runAsync(
         this, [controller, meets, armed] { return controller->setDayAlarms(meets, armed); },
-        [this](bool done) {
-            if (!done)
-                m_services.console().appendLine(QStringLiteral("DailyEventsController.setDayAlarms failed"));
+        [this](const MeetAlarmScheduler::Arming& arming) {
+            if (!arming)
+                showAlarmRefusal(QStringLiteral("DailyEventsController.setDayAlarms failed: "), *arming.refusal);
             m_navigator->setTogglingDayAlarms(false);
             loadDay();
         });
+}
+
+// A switch that silently falls back to off tells the user nothing; the reason says what to do.
+void DailyEventsView::showAlarmRefusal(const QString& consolePrefix, const MeetAlarmError& refusal)
+{
+    m_alarmErrorMessage = refusal.localizedDescription();
+    m_services.console().appendLine(consolePrefix + *m_alarmErrorMessage);
+    if (m_alarmAlert)
+        m_alarmAlert->close();
+    //% "The alarm was not set"
+    m_alarmAlert = new QMessageBox(
+        QMessageBox::Information, qtTrId("meet-alarm-refused-title"), *m_alarmErrorMessage, QMessageBox::Ok, this);
+    m_alarmAlert->setObjectName(QStringLiteral("alarmRefusedAlert"));
+    m_alarmAlert->setAttribute(Qt::WA_DeleteOnClose);
+    m_alarmAlert->open();
 }

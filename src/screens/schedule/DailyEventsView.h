@@ -9,6 +9,7 @@
 #include "screens/schedule/MeetDetailView.h"
 
 #include <QDate>
+#include <QMessageBox>
 #include <QPointer>
 #include <QSet>
 #include <QWidget>
@@ -22,6 +23,7 @@ class DailyEventsController;
 class DailyEventsDateNavigatorView;
 class DailyEventsTimeRangeControlView;
 class DailyScheduleTimelineView;
+class MeetAlarmError;
 class MiniCalendarView;
 class ScheduleProjectsPaneView;
 struct DailyEventsDay;
@@ -59,6 +61,9 @@ public:
     const QList<MeetEntity>& events() const { return m_events; }
     const std::optional<MeetEntity>& meetOpenedFromAlarm() const { return m_meetOpenedFromAlarm; }
     const std::optional<QString>& deleteErrorMessage() const { return m_deleteErrorMessage; }
+    // Why the last alarm asked for was not set.
+    const std::optional<QString>& alarmErrorMessage() const { return m_alarmErrorMessage; }
+    QMessageBox* alarmAlert() const { return m_alarmAlert; }
     bool isShowingPermissionDeniedAlert() const { return m_isShowingPermissionDeniedAlert; }
     bool isLoading() const { return m_isLoading; }
 
@@ -96,6 +101,7 @@ private:
     void setHourRange(int startHour, int endHour);
     void setAlarm(const MeetEntity& meet, bool armed);
     void setDayAlarms(bool armed);
+    void showAlarmRefusal(const QString& consolePrefix, const MeetAlarmError& refusal);
     void openPendingMeet();
     void openEditor(CreateEventView* editor);
 
@@ -107,6 +113,8 @@ private:
     std::optional<UserEntity> m_user;
     QDate m_selectedDate;
     QList<MeetEntity> m_events;
+    QList<CalendarStoreCalendar> m_calendars;
+    QString m_defaultCalendarIdentifier;
     QSet<QUuid> m_armedMeetIds;
     bool m_isShowingPermissionDeniedAlert = false;
     std::optional<MeetEntity> m_meetOpenedFromAlarm;
@@ -114,6 +122,7 @@ private:
     std::optional<MeetAlarmNavigationPayload> m_meetAwaited;
     std::optional<MeetEntity> m_meetPendingDeletion;
     std::optional<QString> m_deleteErrorMessage;
+    std::optional<QString> m_alarmErrorMessage;
     int m_startHour = defaultStartHour;
     int m_endHour = defaultEndHour;
     bool m_started = false;
@@ -128,4 +137,5 @@ private:
     ScheduleProjectsPaneView* m_projectsPane;
     QPointer<MeetDetailView> m_detail;
     QPointer<CreateEventView> m_editor;
+    QPointer<QMessageBox> m_alarmAlert;
 };

@@ -117,9 +117,9 @@ void DailyScheduleTimelineView::resizeEvent(QResizeEvent* event)
 
 void DailyScheduleTimelineView::mouseReleaseEvent(QMouseEvent* event)
 {
-    // Cards take their own clicks, so one reaching here is on an empty point.
+    // Only an empty point proposes a new meet; a card opens its own meet.
     const QPoint point = event->position().toPoint();
-    if (event->button() == Qt::LeftButton && point.x() > hourLabelWidth && rect().contains(point))
+    if (event->button() == Qt::LeftButton && point.x() > hourLabelWidth && rect().contains(point) && !childAt(point))
         Q_EMIT onCreateEvent(timeAt(point.y()));
     QWidget::mouseReleaseEvent(event);
 }

@@ -259,8 +259,11 @@ void MiniCalendarView::paintGrid(QPainter& painter) const
         }
         const QRectF circle(frame.center().x() - todayCircleSize / 2.0, frame.center().y() - todayCircleSize / 2.0,
             todayCircleSize, todayCircleSize);
-        QColor text
-            = colors.color(cell.mcdIsCurrentMonth ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
+        // Dimmed by transparency rather than the disabled colour: dark palettes often give that
+        // the same colour as the active text.
+        QColor text = colors.color(QPalette::Active, QPalette::WindowText);
+        if (!cell.mcdIsCurrentMonth)
+            text.setAlphaF(0.35f);
         if (cell.mcdIsToday) {
             painter.setPen(Qt::NoPen);
             painter.setBrush(colors.color(QPalette::Highlight));

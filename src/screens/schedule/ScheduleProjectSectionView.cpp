@@ -13,15 +13,15 @@ ScheduleProjectSectionView::ScheduleProjectSectionView(
     const ProjectWithDefaultListEntity& item, bool isExpanded, QWidget* parent)
     : QWidget(parent)
     , m_item(item)
-    , m_isExpanded(isExpanded)
-    , m_body(new QWidget(this))
     , m_header(new QToolButton(this))
 {
     setObjectName(QStringLiteral("scheduleProjectSection"));
     m_header->setObjectName(QStringLiteral("scheduleProjectHeader"));
     m_header->setAutoRaise(true);
     m_header->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_header->setText(item.project.prjName);
+    m_header->setToolTip(item.project.prjName);
+    // The name gives way to a narrow pane rather than widening it.
+    m_header->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     QFont bold = m_header->font();
     bold.setBold(true);
     m_header->setFont(bold);
@@ -29,21 +29,46 @@ ScheduleProjectSectionView::ScheduleProjectSectionView(
         setExpanded(!m_isExpanded);
         Q_EMIT isExpandedChanged(m_item.project.prjId, m_isExpanded);
     });
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(m_header);
+    setExpanded(isExpanded);
+    fitHeader();
+}
 
+void ScheduleProjectSectionView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fitHeader();
+}
+
+void ScheduleProjectSectionView::fitHeader()
+{
+    // Room for the arrow and the button's own padding.
+    const int room = std::max(0, width() - m_header->iconSize().width() - 24);
+    const QString name = m_header->fontMetrics().elidedText(m_item.project.prjName, Qt::ElideRight, room);
+    // A button reads "&" as the mark of a keyboard shortcut; a name shows it as it was typed.
+    m_header->setText(QString(name).replace(QLatin1Char('&'), QStringLiteral("&&")));
+}
+
+void ScheduleProjectSectionView::buildBody()
+{
+    m_body = new QWidget(this);
     auto* body = new QVBoxLayout(m_body);
     body->setContentsMargins(18, 0, 0, 0);
     body->setSpacing(1);
-    if (!item.list) {
+    if (!m_item.list) {
         //% "This project has no default list"
         auto* none = new QLabel(qtTrId("schedule-projects-no-default-list-text"), m_body);
         none->setEnabled(false);
         body->addWidget(none);
     } else {
-        const TaskListEntity list = *item.list;
+        const TaskListEntity list = *m_item.list;
         QList<TaskEntity> completed;
         // Open tasks first: they are what the day is for.
         QList<TaskEntity> ordered;
-        for (const TaskEntity& task : item.tasks)
+        for (const TaskEntity& task : std::as_const(m_item.tasks))
             (task.tasIsDone ? completed : ordered).append(task);
         ordered += completed;
         for (const TaskEntity& task : std::as_const(ordered)) {
@@ -54,9 +79,9 @@ ScheduleProjectSectionView::ScheduleProjectSectionView(
             connect(row, &TaskRowView::setTag, this, &ScheduleProjectSectionView::onSetEisenhowerTag);
             body->addWidget(row);
         }
-        m_add
-            = new InlineAddRowView(QStringLiteral("scheduleTask:") + item.project.prjId.toString(QUuid::WithoutBraces),
-                qtTrId("tasks-add-button"), m_body);
+        m_add = new InlineAddRowView(
+            QStringLiteral("scheduleTask:") + m_item.project.prjId.toString(QUuid::WithoutBraces),
+            qtTrId("tasks-add-button"), m_body);
         connect(m_add, &InlineAddRowView::addRequested, this,
             [this, list](const QString& title) { Q_EMIT onAddTask(list, title); });
         body->addWidget(m_add);
@@ -70,22 +95,20 @@ ScheduleProjectSectionView::ScheduleProjectSectionView(
             body->addWidget(deleteCompleted, 0, Qt::AlignLeft);
         }
     }
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2);
-    layout->addWidget(m_header);
-    layout->addWidget(m_body);
-    setExpanded(isExpanded);
+    layout()->addWidget(m_body);
 }
 
 void ScheduleProjectSectionView::setExpanded(bool expanded)
 {
     m_isExpanded = expanded;
     m_header->setArrowType(expanded ? Qt::DownArrow : Qt::RightArrow);
-    m_body->setVisible(expanded);
+    if (expanded && !m_body)
+        buildBody();
+    if (m_body)
+        m_body->setVisible(expanded);
 }
 
 QList<TaskRowView*> ScheduleProjectSectionView::taskRows() const
 {
-    return m_body->findChildren<TaskRowView*>();
+    return m_body ? m_body->findChildren<TaskRowView*>() : QList<TaskRowView*>();
 }

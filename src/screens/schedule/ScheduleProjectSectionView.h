@@ -17,10 +17,13 @@ struct ProjectWithDefaultListEntity {
     ProjectEntity project;
     std::optional<TaskListEntity> list;
     QList<TaskEntity> tasks;
+
+    friend bool operator==(const ProjectWithDefaultListEntity&, const ProjectWithDefaultListEntity&) = default;
 };
 
 // One project of the schedule's projects pane: a header that folds it, then its default list's
-// tasks with an add row and "delete completed".
+// tasks with an add row and "delete completed". The tasks are only made into rows once the
+// project is first unfolded: a folded project of a big store costs one header.
 class ScheduleProjectSectionView final : public QWidget {
     Q_OBJECT
 
@@ -30,6 +33,7 @@ public:
     const ProjectWithDefaultListEntity& item() const { return m_item; }
     bool isExpanded() const { return m_isExpanded; }
     void setExpanded(bool expanded);
+    // Empty while the project has never been unfolded.
     QList<TaskRowView*> taskRows() const;
     InlineAddRowView* addRow() const { return m_add; }
 
@@ -42,10 +46,16 @@ Q_SIGNALS:
     void onAddTask(const TaskListEntity& list, const QString& title);
     void onDeleteAllCompleted(const TaskListEntity& list, const QList<TaskEntity>& completed);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    void buildBody();
+    void fitHeader();
+
     ProjectWithDefaultListEntity m_item;
-    bool m_isExpanded;
-    QWidget* m_body;
+    bool m_isExpanded = false;
+    QWidget* m_body = nullptr;
     InlineAddRowView* m_add = nullptr;
     class QToolButton* m_header;
 };

@@ -9,6 +9,8 @@
 #include "screens/schedule/DailyTaskSectionView.h"
 #include "screens/schedule/MiniCalendarHolidaySource.h"
 
+#include <QEvent>
+#include <QHash>
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
@@ -56,10 +58,14 @@ ScheduleProjectsPaneView::ScheduleProjectsPaneView(
     contentLayout->addSpacing(12);
     contentLayout->addWidget(m_projectsTitle);
     contentLayout->addLayout(m_projects);
-    contentLayout->addStretch();
+    // The spare height of a tall window goes below the last project, not between the rows.
+    contentLayout->addStretch(1);
     auto* scroll = new QScrollArea(this);
+    scroll->setObjectName(QStringLiteral("scheduleProjectsScroll"));
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
+    // Rows follow the pane's width (long names give way), so it only ever scrolls down.
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setWidget(content);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -95,13 +101,24 @@ bool ScheduleProjectsPaneView::isWorkingDay(const QDate& date, bool isHoliday)
     return !isHoliday && QLocale().weekdays().contains(Qt::DayOfWeek(date.dayOfWeek()));
 }
 
+// Projects, lists and tasks change in other screens while this one is hidden, or in another
+// window; like the hours, they are read again whenever the user comes back to the schedule.
 void ScheduleProjectsPaneView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     if (!m_started) {
         m_started = true;
         start();
+        return;
     }
+    reload();
+}
+
+void ScheduleProjectsPaneView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible())
+        reload();
 }
 
 void ScheduleProjectsPaneView::setSelectedDate(const QDate& date)
@@ -208,11 +225,19 @@ void ScheduleProjectsPaneView::reload()
             if (m_expandedFor != result.date) {
                 m_expandedFor = result.date;
                 m_expandedProjectIds.clear();
-                const bool working = isWorkingDay(result.date, result.isHoliday);
-                for (const ProjectWithDefaultListEntity& item : std::as_const(m_workspace)) {
-                    if (working || item.project.prjShowEveryDay)
-                        m_expandedProjectIds.insert(item.project.prjId);
-                }
+                m_foldedProjectIds.clear();
+            }
+            // A project seen for the first time on this day folds by the day's rule; one the
+            // user already folded or unfolded keeps that.
+            const bool working = isWorkingDay(result.date, result.isHoliday);
+            for (const ProjectWithDefaultListEntity& item : std::as_const(m_workspace)) {
+                const QUuid& id = item.project.prjId;
+                if (m_foldedProjectIds.contains(id) || m_expandedProjectIds.contains(id))
+                    continue;
+                if (working || item.project.prjShowEveryDay)
+                    m_expandedProjectIds.insert(id);
+                else
+                    m_foldedProjectIds.insert(id);
             }
             render();
             if (result.failure)
@@ -234,53 +259,78 @@ QList<ScheduleProjectSectionView*> ScheduleProjectsPaneView::projectSections() c
 void ScheduleProjectsPaneView::render()
 {
     m_dailySection->setTasks(m_dailyTasks, m_isLoggedIn);
+    // Sections whose project, list and tasks are unchanged are kept as they are: a reload after
+    // one change, or a new day, then costs one section rather than every row of the store.
+    QHash<QUuid, ScheduleProjectSectionView*> kept;
     while (QLayoutItem* item = m_projects->takeAt(0)) {
-        if (QWidget* widget = item->widget()) {
+        QWidget* widget = item->widget();
+        delete item;
+        auto* section = qobject_cast<ScheduleProjectSectionView*>(widget);
+        if (section && m_isLoggedIn) {
+            kept.insert(section->item().project.prjId, section);
+            continue;
+        }
+        if (widget) {
             // A row may be replaced from inside its own signal (a rename's Enter): let it return first.
             widget->hide();
             widget->deleteLater();
         }
-        delete item;
     }
+    const auto discard = [](QWidget* widget) {
+        widget->hide();
+        widget->deleteLater();
+    };
     if (!m_isLoggedIn) {
         auto* required = new QLabel(qtTrId("schedule-login-required-state"), this);
         required->setEnabled(false);
         m_projects->addWidget(required);
         return;
     }
+    for (const ProjectWithDefaultListEntity& item : std::as_const(m_workspace)) {
+        const bool expanded = m_expandedProjectIds.contains(item.project.prjId);
+        ScheduleProjectSectionView* section = kept.take(item.project.prjId);
+        if (section && !(section->item() == item)) {
+            discard(section);
+            section = nullptr;
+        }
+        if (!section)
+            section = makeSection(item, expanded);
+        else if (section->isExpanded() != expanded)
+            section->setExpanded(expanded);
+        m_projects->addWidget(section);
+    }
+    for (ScheduleProjectSectionView* gone : std::as_const(kept))
+        discard(gone);
     if (m_workspace.isEmpty() && !m_isLoading) {
         auto* empty = new QLabel(qtTrId("projects-empty-state"), this);
         empty->setObjectName(QStringLiteral("scheduleProjectsEmptyState"));
         empty->setWordWrap(true);
         empty->setEnabled(false);
         m_projects->addWidget(empty);
-        return;
     }
-    for (const ProjectWithDefaultListEntity& item : std::as_const(m_workspace)) {
-        auto* section = new ScheduleProjectSectionView(item, m_expandedProjectIds.contains(item.project.prjId), this);
-        connect(section, &ScheduleProjectSectionView::isExpandedChanged, this,
-            [this](const QUuid& projectId, bool expanded) {
-                if (expanded)
-                    m_expandedProjectIds.insert(projectId);
-                else
-                    m_expandedProjectIds.remove(projectId);
-            });
-        connect(section, &ScheduleProjectSectionView::onToggleDone, this,
-            [this](const TaskEntity& task, bool done) { m_tasksController->setDone(task, done); });
-        connect(section, &ScheduleProjectSectionView::onRenameTask, this,
-            [this](const TaskEntity& task, const QString& title) { m_tasksController->rename(task, title); });
-        connect(section, &ScheduleProjectSectionView::onDeleteTask, this,
-            [this](const TaskEntity& task) { m_tasksController->delete_(task); });
-        connect(section, &ScheduleProjectSectionView::onSetEisenhowerTag, this,
-            [this](const TaskEntity& task, std::optional<EisenhowerTagEnum> tag) {
-                m_tasksController->setTag(task, tag);
-            });
-        connect(section, &ScheduleProjectSectionView::onAddTask, this,
-            [this](const TaskListEntity& list, const QString& title) { m_tasksController->add(list, title); });
-        connect(section, &ScheduleProjectSectionView::onDeleteAllCompleted, this,
-            &ScheduleProjectsPaneView::deleteCompleted);
-        m_projects->addWidget(section);
-    }
+}
+
+ScheduleProjectSectionView* ScheduleProjectsPaneView::makeSection(
+    const ProjectWithDefaultListEntity& item, bool expanded)
+{
+    auto* section = new ScheduleProjectSectionView(item, expanded, this);
+    connect(section, &ScheduleProjectSectionView::isExpandedChanged, this, [this](const QUuid& projectId, bool isOpen) {
+        (isOpen ? m_expandedProjectIds : m_foldedProjectIds).insert(projectId);
+        (isOpen ? m_foldedProjectIds : m_expandedProjectIds).remove(projectId);
+    });
+    connect(section, &ScheduleProjectSectionView::onToggleDone, this,
+        [this](const TaskEntity& task, bool done) { m_tasksController->setDone(task, done); });
+    connect(section, &ScheduleProjectSectionView::onRenameTask, this,
+        [this](const TaskEntity& task, const QString& title) { m_tasksController->rename(task, title); });
+    connect(section, &ScheduleProjectSectionView::onDeleteTask, this,
+        [this](const TaskEntity& task) { m_tasksController->delete_(task); });
+    connect(section, &ScheduleProjectSectionView::onSetEisenhowerTag, this,
+        [this](const TaskEntity& task, std::optional<EisenhowerTagEnum> tag) { m_tasksController->setTag(task, tag); });
+    connect(section, &ScheduleProjectSectionView::onAddTask, this,
+        [this](const TaskListEntity& list, const QString& title) { m_tasksController->add(list, title); });
+    connect(
+        section, &ScheduleProjectSectionView::onDeleteAllCompleted, this, &ScheduleProjectsPaneView::deleteCompleted);
+    return section;
 }
 
 void ScheduleProjectsPaneView::showFailure(const QString& message)

@@ -22,6 +22,7 @@ class TasksController;
 // The task side of the schedule for the chosen day: the daily checklist, then each project with
 // its default list. On a working day every project starts unfolded; on a weekend or a holiday
 // only those meant for every day do. Folding chosen by the user holds until the day changes.
+// What other screens changed is read again when the schedule shows or its window is activated.
 class ScheduleProjectsPaneView final : public QWidget {
     Q_OBJECT
 
@@ -53,9 +54,11 @@ Q_SIGNALS:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void render();
+    ScheduleProjectSectionView* makeSection(const ProjectWithDefaultListEntity& item, bool expanded);
     void showFailure(const QString& message);
     void deleteCompleted(const TaskListEntity& list, const QList<TaskEntity>& completed);
 
@@ -68,6 +71,7 @@ private:
     QList<ProjectWithDefaultListEntity> m_workspace;
     bool m_isLoading = false;
     QSet<QUuid> m_expandedProjectIds;
+    QSet<QUuid> m_foldedProjectIds;
     // The day the folding was worked out for.
     QDate m_expandedFor;
     QList<DailyTaskEntity> m_dailyTasks;

@@ -7,6 +7,7 @@
 
 #include <QDesktopServices>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -16,6 +17,7 @@ HelpSettingsView::HelpSettingsView(const AppServices& services, QWidget* console
     : QWidget(parent)
     , m_services(services)
     , m_message(new QPlainTextEdit(this))
+    , m_notice(new QLabel(this))
 {
     setObjectName(QStringLiteral("helpSettings"));
     m_message->setObjectName(QStringLiteral("helpMessage"));
@@ -25,9 +27,12 @@ HelpSettingsView::HelpSettingsView(const AppServices& services, QWidget* console
     //% "Send"
     m_send = new SettingsButtonView("user-settings-help-send-button", qtTrId("user-settings-help-send-button"),
         QString(), {.isPrimary = true}, this);
+    m_notice->setObjectName(QStringLiteral("helpNotice"));
+    m_notice->setWordWrap(true);
+    m_notice->setTextFormat(Qt::PlainText);
     auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(m_send);
+    buttons->addWidget(m_notice, 1);
+    buttons->addWidget(m_send, 0, Qt::AlignTop);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_message);
     layout->addLayout(buttons);
@@ -44,6 +49,8 @@ HelpSettingsView::HelpSettingsView(const AppServices& services, QWidget* console
 
 QUrl HelpSettingsView::supportMailURL(const QString& helpMessage)
 {
+    if (BuildSettings::supportEmail().trimmed().isEmpty())
+        return {};
     const QString body
         = QStringLiteral("Hola estoy usando Tolvane y necesito ayuda:\n") + helpMessage + QLatin1Char('\n');
     // Everything a query may carry stays as it is; the rest (spaces, line feeds, non-ASCII) is
@@ -60,11 +67,25 @@ QString HelpSettingsView::helpMessage() const
     return m_message->toPlainText();
 }
 
+bool HelpSettingsView::canSendHelpMessage() const
+{
+    return SupportController(m_services.supportApplication(), m_services.console()).hasBackend()
+        || !BuildSettings::supportEmail().trimmed().isEmpty();
+}
+
 void HelpSettingsView::render()
 {
+    // A mail with nobody to send it to helps no one: without a backend or an address, say so
+    // rather than offer a button that cannot work.
+    const bool reachable = canSendHelpMessage();
     m_send->setLoading(m_isSendingHelpMessage);
-    m_send->setDisabled(m_message->toPlainText().trimmed().isEmpty());
+    m_send->setDisabled(!reachable || m_message->toPlainText().trimmed().isEmpty());
     m_message->setReadOnly(m_isSendingHelpMessage);
+    if (!reachable)
+        //% "This copy of Tolvane has no support service or support address set up, so messages cannot be sent from
+        // here. The console below keeps what went wrong, for you to pass on."
+        m_notice->setText(qtTrId("user-settings-help-unavailable-text"));
+    m_notice->setVisible(!m_notice->text().isEmpty());
 }
 
 void HelpSettingsView::sendHelpMessage()
@@ -78,6 +99,7 @@ void HelpSettingsView::sendHelpMessage()
     controller.sendMessage(this, message, [this, message](bool sent) {
         m_isSendingHelpMessage = false;
         if (sent) {
+            m_notice->clear();
             m_message->clear();
             render();
             //% "Message sent"
@@ -90,10 +112,13 @@ void HelpSettingsView::sendHelpMessage()
             alert.addButton(qtTrId("user-settings-help-sent-button"), QMessageBox::AcceptRole);
             alert.exec();
         } else {
-            render();
             // The message is kept, so the user still has it if no mail client opens.
             if (const QUrl mail = supportMailURL(message); !mail.isEmpty())
                 QDesktopServices::openUrl(mail);
+            else
+                //% "The message could not be sent. It is kept here; try again later."
+                m_notice->setText(qtTrId("user-settings-help-send-failed-text"));
+            render();
         }
         Q_EMIT helpMessageHandled(sent);
     });

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class AppServices;
+class QLabel;
 class QPlainTextEdit;
 class SettingsButtonView;
 
@@ -15,9 +16,13 @@ class HelpSettingsView final : public QWidget {
 public:
     HelpSettingsView(const AppServices& services, QWidget* console, QWidget* parent = nullptr);
 
-    // "mailto:" the support address with the message in the body; empty when the text cannot
-    // make a valid address.
+    // "mailto:" the support address with the message in the body; empty when there is no
+    // support address or the text cannot make a valid address.
     static QUrl supportMailURL(const QString& helpMessage);
+    // Whether a message can go anywhere: to the backend, or by mail to the support address.
+    bool canSendHelpMessage() const;
+    // Why sending is off, or what became of the last message; hidden when there is nothing to say.
+    QLabel* notice() const { return m_notice; }
 
     QString helpMessage() const;
     bool isSendingHelpMessage() const { return m_isSendingHelpMessage; }
@@ -35,4 +40,5 @@ private:
     bool m_isSendingHelpMessage = false;
     QPlainTextEdit* m_message;
     SettingsButtonView* m_send;
+    QLabel* m_notice;
 };

@@ -15,6 +15,9 @@ public:
 
     SupportController(SupportApplication application, ErrorConsoleStore& console);
 
+    // Whether a backend is there to take the message.
+    bool hasBackend() const { return application.repository != nullptr; }
+
     // done(sent) runs on receiver's thread. Without a backend nothing can be sent: that is a
     // failure like any other, so the form falls back to the mail client.
     void sendMessage(QObject* receiver, const QString& message, std::function<void(bool sent)> done) const;

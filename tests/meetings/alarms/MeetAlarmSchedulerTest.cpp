@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <stdexcept>
+
 namespace {
 
 class FakeUserNotificationCenter final : public UserNotificationCenter {
@@ -129,6 +131,29 @@ private Q_SLOTS:
         QVERIFY(!scheduler().canHaveAlarm(otherCalendar));
         QVERIFY(scheduler().canHaveAlarm(createdHere));
         QVERIFY(scheduler().canHaveAlarm(fromBackend));
+    }
+
+    void shouldRefuseWithTheReasonAndStoreNothing()
+    {
+        const auto refusal = [&](const MeetEntity& meet) {
+            const MeetAlarmScheduler::Arming arming = scheduler().arm(meet);
+            if (!arming.refusal)
+                throw std::runtime_error("armed " + meet.metName.toStdString());
+            return arming.refusal->kind();
+        };
+        MeetEntity allDay = aMeet(QStringLiteral("Holiday"), now.addSecs(3600));
+        allDay.metIsAllDay = true;
+        QCOMPARE(refusal(aMeet(QStringLiteral("Standup"), now.addSecs(-1))), MeetAlarmError::Case::alreadyStarted);
+        QCOMPARE(refusal(allDay), MeetAlarmError::Case::allDay);
+        QCOMPARE(refusal(aMeet(QStringLiteral("Dentist"), now.addSecs(3600), QStringLiteral("home"))),
+            MeetAlarmError::Case::calendarNotEnabled);
+        m_center->status = UserNotificationAuthorizationStatus::denied;
+        QCOMPARE(
+            refusal(aMeet(QStringLiteral("Review"), now.addSecs(600))), MeetAlarmError::Case::noNotificationService);
+        QVERIFY(m_center->pending.isEmpty());
+        QVERIFY(ArmedAlarmsStore(m_defaults).load().isEmpty());
+        QVERIFY(m_speech->lastVoice.isEmpty());
+        QVERIFY(MeetAlarmError::alreadyStarted().localizedDescription().contains(QStringLiteral("at or after now")));
     }
 
     void shouldScheduleASpokenAlarmAtTheMeetStart()

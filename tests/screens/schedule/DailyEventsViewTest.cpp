@@ -3,12 +3,14 @@
 #include "ContentView.h"
 #include "MainWindow.h"
 #include "meetings/alarms/MeetAlarmSettingsStores.h"
+#include "meetings/domain/MeetAlarmError.h"
 #include "platform/calendar_store/CalendarStore.h"
 #include "screens/schedule/CreateEventView.h"
 #include "screens/schedule/DailyEventCardView.h"
 #include "screens/schedule/DailyEventsController.h"
 #include "screens/schedule/DailyEventsDateNavigatorView.h"
 #include "screens/schedule/DailyScheduleTimelineView.h"
+#include "screens/schedule/ElidedLabel.h"
 #include "screens/schedule/MeetDetailView.h"
 #include "screens/schedule/ScheduleProjectsPaneView.h"
 #include "support/SettableClock.h"
@@ -18,10 +20,19 @@
 #include "support/ui/ModalAnswers.h"
 
 #include <QAbstractButton>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDateTimeEdit>
+#include <QKeySequence>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTimer>
@@ -213,6 +224,60 @@ private Q_SLOTS:
         QCOMPARE(namesOf(view->events()), QStringList {QStringLiteral("Gym")});
     }
 
+    void theEditorOffersCalendarAllDayPlaceAndLink()
+    {
+        const QString other = addCalendar(QStringLiteral("Tolvane other"));
+        open();
+        const QDate day = next(3);
+        showDay(day);
+        view->createEvent(QDateTime(day, QTime(9, 0)));
+        QTRY_VERIFY(view->editor() != nullptr);
+        QComboBox* calendars = view->editor()->calendarField();
+        QCOMPARE(calendars->currentData().toString(), calendar);
+        QVERIFY(calendars->findData(other) >= 0);
+        calendars->setCurrentIndex(calendars->findData(other));
+        saveEditor(QStringLiteral("Elsewhere"));
+        QCOMPARE(shown(QStringLiteral("Elsewhere")).metCalendarIdentifier, other);
+
+        view->createEvent(QDateTime(day, QTime(9, 0)));
+        QTRY_VERIFY(view->editor() != nullptr);
+        CreateEventView* editor = view->editor();
+        QTest::keyClicks(editor->titleField(), QStringLiteral("Offsite"));
+        editor->endField()->setDate(day.addDays(1));
+        editor->allDayField()->click();
+        QTest::keyClicks(editor->locationField(), QStringLiteral("Room 4"));
+        QTest::keyClicks(editor->linkField(), QStringLiteral("meet.example.org/offsite"));
+        const MeetDraft draft = editor->draft();
+        QVERIFY(draft.isAllDay);
+        QCOMPARE(draft.start, QDateTime(day, QTime(0, 0)));
+        QCOMPARE(draft.end, QDateTime(day.addDays(2), QTime(0, 0)));
+        QCOMPARE(draft.location, QStringLiteral("Room 4"));
+        QCOMPARE(draft.url, QUrl(QStringLiteral("http://meet.example.org/offsite")));
+        QCOMPARE(draft.calendarIdentifier, calendar);
+        editor->linkField()->setText(QStringLiteral("not a link"));
+        editor->save();
+        QCOMPARE(editor->errorMessage(), qtTrId("create-event-link-invalid-error"));
+
+        // Every button of the sheet speaks the user's language.
+        QTranslator spanish;
+        QVERIFY(spanish.load(QStringLiteral(":/i18n/tolvane_es")));
+        QCoreApplication::removeTranslator(&english);
+        QCoreApplication::installTranslator(&spanish);
+        const auto restore = qScopeGuard([&] {
+            QCoreApplication::removeTranslator(&spanish);
+            QCoreApplication::installTranslator(&english);
+        });
+        CreateEventView spanishEditor(QDateTime(day, QTime(9, 0)), [](const MeetDraft&, CreateEventView::Done) {});
+        QCOMPARE(spanishEditor.cancelButton()->text(), QStringLiteral("Cancelar"));
+        QCOMPARE(spanishEditor.allDayField()->text(), QStringLiteral("Todo el día"));
+        for (const QAbstractButton* button : spanishEditor.findChildren<QAbstractButton*>()) {
+            if (qobject_cast<const QToolButton*>(button))
+                continue;
+            QVERIFY2(button->text() != QStringLiteral("Cancel") && button->text() != QStringLiteral("Save"),
+                qPrintable(button->text()));
+        }
+    }
+
     void hourRangeAndDateBounds()
     {
         app->userDefaults().setValue(DailyEventsView::startHourKey, 0);
@@ -265,12 +330,17 @@ private Q_SLOTS:
     {
         TestNotificationServer server;
         QVERIFY(server.start());
-        const QDateTime soon = QDateTime::currentDateTime().addSecs(4);
         DailyEventsController controller(app->services(), std::nullopt);
-        controller.create({QStringLiteral("Soon"), {}, soon, soon.addSecs(600)});
         const QDateTime later = QDateTime::currentDateTime().addSecs(3 * 3600);
         controller.create({QStringLiteral("Later"), {}, later, later.addSecs(600)});
         open();
+        // Made once the schedule is up, so that it has not started by the time it is armed: a
+        // meet already begun cannot be.
+        const QDateTime soon = QDateTime::currentDateTime().addSecs(30);
+        controller.create({QStringLiteral("Soon"), {}, soon, soon.addSecs(600)});
+        QSignalSpy reloaded(view.get(), &DailyEventsView::loaded);
+        app->notificationCenter().post(NotificationName::alarmScheduleDidChange);
+        QVERIFY(reloaded.wait(15000));
         QCOMPARE(view->selectedDate(), soon.date());
 
         DailyEventCardView* card = nullptr;
@@ -284,7 +354,7 @@ private Q_SLOTS:
         card->alarmButton()->click();
         QVERIFY(loaded.wait(15000));
         QVERIFY(ArmedAlarmsStore(app->userDefaults()).contains(shown("Soon").metId.toString(QUuid::WithoutBraces)));
-        QVERIFY(server.waitForNotifications(1, 15000));
+        QVERIFY(server.waitForNotifications(1, 60000));
         QVERIFY(server.notifications().first().body.contains(QStringLiteral("Soon"))
             || server.notifications().first().summary.contains(QStringLiteral("Soon")));
 
@@ -295,6 +365,83 @@ private Q_SLOTS:
         QTRY_VERIFY(!view->navigator()->isTogglingDayAlarms());
         QVERIFY(dayButton->isEnabled());
         QVERIFY(ArmedAlarmsStore(app->userDefaults()).contains(shown("Later").metId.toString(QUuid::WithoutBraces)));
+    }
+
+    // A click on a meet opens that meet alone; the timeline beneath must not take it as a click
+    // on an empty point.
+    void clickingAMeetOpensItsDetailOnly()
+    {
+        const QDate day = next(2);
+        DailyEventsController controller(app->services(), std::nullopt);
+        controller.create({QStringLiteral("Standup"), {}, QDateTime(day, QTime(10, 0)), QDateTime(day, QTime(11, 0))});
+        open();
+        showDay(day);
+        QCOMPARE(view->timeline()->cards().size(), 1);
+        DailyEventCardView* card = view->timeline()->cards().constFirst();
+        QTest::mouseClick(card, Qt::LeftButton, {}, card->rect().center());
+        QVERIFY(view->meetDetail() != nullptr);
+        QCOMPARE(view->meetDetail()->meet().metName, QStringLiteral("Standup"));
+        QVERIFY(view->editor() == nullptr);
+        view->meetDetail()->close();
+
+        // The empty point just below still proposes a new meet.
+        QTest::mouseClick(view->timeline(), Qt::LeftButton, {}, QPoint(card->x() + 10, card->geometry().bottom() + 20));
+        QVERIFY(view->editor() != nullptr);
+        QVERIFY(!view->editor()->isEditing());
+    }
+
+    // A switch that falls back to off must say why.
+    void aRefusedAlarmSaysWhy()
+    {
+        // The world of a desktop without a notification daemon: nobody owns the name and nobody
+        // could be started for it.
+        QDBusConnectionInterface* bus = QDBusConnection::sessionBus().interface();
+        const QString notifications = QStringLiteral("org.freedesktop.Notifications");
+        QVERIFY2(!bus->isServiceRegistered(notifications).value(), "a notification server is on the bus");
+        QVERIFY2(!bus->activatableServiceNames().value().contains(notifications), "a notification server can start");
+
+        DailyEventsController controller(app->services(), std::nullopt);
+        const QDateTime later = QDateTime::currentDateTime().addSecs(2 * 3600);
+        const QDateTime earlier = QDateTime::currentDateTime().addSecs(-600);
+        const QDate today = QDate::currentDate();
+        // Kept to today, so both meets are on the day the schedule opens with.
+        controller.create({QStringLiteral("Later"), {}, later.date() == today ? later : QDateTime(today, QTime(23, 50)),
+            QDateTime(today, QTime(23, 59))});
+        controller.create({QStringLiteral("Started"), {},
+            earlier.date() == today ? earlier : QDateTime(today, QTime(0, 0)), QDateTime(today, QTime(23, 59))});
+        app->userDefaults().setValue(DailyEventsView::startHourKey, 0);
+        app->userDefaults().setValue(DailyEventsView::endHourKey, 23);
+        open();
+        const auto card = [&](const QString& name) -> DailyEventCardView* {
+            for (DailyEventCardView* candidate : view->timeline()->cards()) {
+                if (candidate->meet().metName == name)
+                    return candidate;
+            }
+            return nullptr;
+        };
+        const auto armedIds = [&] { return ArmedAlarmsStore(app->userDefaults()).load(); };
+
+        QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
+        card(QStringLiteral("Later"))->alarmButton()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(view->alarmAlert() != nullptr, 15000);
+        QCOMPARE(view->alarmAlert()->text(), MeetAlarmError::noNotificationService().localizedDescription());
+        QVERIFY(view->alarmAlert()->isVisible());
+        QVERIFY(armedIds().isEmpty());
+        // The switch comes back from the reload that follows every request, off.
+        QTRY_VERIFY_WITH_TIMEOUT(loaded.count() > 0, 15000);
+        QVERIFY(!card(QStringLiteral("Later"))->isAlarmSet());
+        QVERIFY(card(QStringLiteral("Later"))->alarmButton()->isEnabled());
+        view->alarmAlert()->close();
+        QTRY_VERIFY(view->alarmAlert() == nullptr);
+
+        // With a server, the meet that already began is still refused, for its own reason.
+        TestNotificationServer server;
+        QVERIFY(server.start());
+        card(QStringLiteral("Started"))->alarmButton()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(view->alarmAlert() != nullptr, 15000);
+        QCOMPARE(view->alarmAlert()->text(), MeetAlarmError::alreadyStarted().localizedDescription());
+        QCOMPARE(*view->alarmErrorMessage(), MeetAlarmError::alreadyStarted().localizedDescription());
+        QVERIFY(armedIds().isEmpty());
     }
 
     void anOpenedAlarmShowsItsMeet()
@@ -315,6 +462,139 @@ private Q_SLOTS:
         QCOMPARE(schedule->meetDetail()->meet().metDate, start);
         QVERIFY(!window.contentView()->pendingMeetNavigation);
         QVERIFY(!window.contentView()->pendingDateSelection);
+    }
+
+    // Projects, lists and tasks made in the projects workspace show in the schedule when the user
+    // comes back to it, without a change of day.
+    void theProjectsPaneFollowsChangesMadeElsewhere()
+    {
+        MainWindow window(app->services());
+        window.show();
+        ContentView* content = window.contentView();
+        content->select(SidebarItemEnum::schedule);
+        auto* schedule = qobject_cast<DailyEventsView*>(content->screen(SidebarItemEnum::schedule));
+        QVERIFY(schedule);
+        ScheduleProjectsPaneView* pane = schedule->projectsPane();
+        QTRY_VERIFY_WITH_TIMEOUT(pane->findChild<QLabel*>(QStringLiteral("scheduleProjectsEmptyState")), 45000);
+
+        const auto apps = *app->services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
+        const QUuid userId
+            = QUuid::fromString(app->services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrId);
+        const ProjectEntity garden {.prjUserId = userId, .prjName = "Home & Garden", .prjShowEveryDay = true};
+        QVERIFY(apps.projects.create(garden).result);
+        const TaskListEntity chores {.prjId = garden.prjId, .talName = "Chores", .talIsDefault = true};
+        QVERIFY(apps.taskLists.create(chores).result);
+        const auto backToTheSchedule = [&] {
+            content->select(SidebarItemEnum::projects);
+            content->select(SidebarItemEnum::schedule);
+        };
+        const auto sectionOf = [&](const QString& name) -> ScheduleProjectSectionView* {
+            for (ScheduleProjectSectionView* section : pane->projectSections()) {
+                if (section->item().project.prjName == name)
+                    return section;
+            }
+            return nullptr;
+        };
+        backToTheSchedule();
+        QTRY_VERIFY_WITH_TIMEOUT(sectionOf("Home & Garden") != nullptr, 15000);
+        QVERIFY(!pane->findChild<QLabel*>(QStringLiteral("scheduleProjectsEmptyState")));
+        ScheduleProjectSectionView* section = sectionOf("Home & Garden");
+        QCOMPARE(section->item().list->talName, QStringLiteral("Chores"));
+        QVERIFY(section->isExpanded());
+        // The "&" is part of the name, not the mark of an Alt+G shortcut.
+        const auto* header = section->findChild<QToolButton*>(QStringLiteral("scheduleProjectHeader"));
+        QVERIFY(QKeySequence::mnemonic(header->text()).isEmpty());
+        QCOMPARE(header->toolTip(), QStringLiteral("Home & Garden"));
+
+        const TaskEntity weed {.prjId = garden.prjId, .talId = chores.talId, .tasTitle = "Weed the beds"};
+        QVERIFY(apps.tasks.create(weed).result);
+        backToTheSchedule();
+        QTRY_COMPARE_WITH_TIMEOUT(sectionOf("Home & Garden")->taskRows().size(), 1, 15000);
+
+        // Coming back with nothing changed keeps the very same rows.
+        QSignalSpy loaded(pane, &ScheduleProjectsPaneView::loaded);
+        section = sectionOf("Home & Garden");
+        backToTheSchedule();
+        QVERIFY(loaded.wait(15000));
+        QCOMPARE(sectionOf("Home & Garden"), section);
+    }
+
+    // A folded project makes no rows until the user unfolds it, so a big store stays cheap.
+    void foldedProjectsBuildTheirRowsOnUnfold()
+    {
+        const auto apps = *app->services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
+        const QUuid userId
+            = QUuid::fromString(app->services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrId);
+        const ProjectEntity work {.prjUserId = userId, .prjName = "Work"};
+        QVERIFY(apps.projects.create(work).result);
+        const TaskListEntity inbox {.prjId = work.prjId, .talName = "Inbox", .talIsDefault = true};
+        QVERIFY(apps.taskLists.create(inbox).result);
+        for (const QString& title : {"Report", "Review"})
+            QVERIFY(apps.tasks.create({.prjId = work.prjId, .talId = inbox.talId, .tasTitle = title}).result);
+        open();
+        ScheduleProjectsPaneView* pane = view->projectsPane();
+        QSignalSpy loaded(pane, &ScheduleProjectsPaneView::loaded);
+        pane->setSelectedDate(next(6));
+        QVERIFY(loaded.wait(45000));
+        QCOMPARE(pane->projectSections().size(), 1);
+        ScheduleProjectSectionView* section = pane->projectSections().constFirst();
+        QVERIFY(!section->isExpanded());
+        QVERIFY(section->taskRows().isEmpty());
+        QTest::mouseClick(section->findChild<QToolButton*>(QStringLiteral("scheduleProjectHeader")), Qt::LeftButton);
+        QVERIFY(section->isExpanded());
+        QCOMPARE(section->taskRows().size(), 2);
+    }
+
+    // What is left of an 800x600 window beside the sidebar: everything still fits, long names
+    // give way with the whole name in the tooltip, and the right pane never scrolls sideways.
+    void theScheduleFitsASmallWindow()
+    {
+        const auto apps = *app->services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
+        const QUuid userId
+            = QUuid::fromString(app->services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrId);
+        const QString longName = QStringLiteral("Renovation of the house by the lake, with the garden and the garage");
+        const ProjectEntity renovation {.prjUserId = userId, .prjName = longName};
+        QVERIFY(apps.projects.create(renovation).result);
+        const TaskListEntity list {.prjId = renovation.prjId, .talName = "Steps", .talIsDefault = true};
+        QVERIFY(apps.taskLists.create(list).result);
+        QVERIFY(apps.tasks
+                    .create({.prjId = renovation.prjId,
+                        .talId = list.talId,
+                        .tasTitle = "Ask three builders for a quote on the roof and the windows"})
+                    .result);
+        const QDate day = next(2);
+        DailyEventsController(app->services(), std::nullopt)
+            .create({longName, {}, QDateTime(day, QTime(10, 0)), QDateTime(day, QTime(11, 0))});
+        open();
+        QSignalSpy paneLoaded(view->projectsPane(), &ScheduleProjectsPaneView::loaded);
+        showDay(day);
+        QTRY_VERIFY_WITH_TIMEOUT(paneLoaded.count() > 0, 45000);
+        view->resize(580, 560);
+        QTRY_COMPARE(view->size(), QSize(580, 560));
+        QVERIFY2(view->minimumSizeHint().width() <= 580, qPrintable(QString::number(view->minimumSizeHint().width())));
+
+        DailyEventsDateNavigatorView* navigator = view->navigator();
+        for (const QWidget* part : navigator->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+            if (part->isVisible())
+                QVERIFY2(navigator->rect().contains(part->geometry()), qPrintable(part->objectName()));
+        }
+        auto* scroll = view->projectsPane()->findChild<QScrollArea*>(QStringLiteral("scheduleProjectsScroll"));
+        QVERIFY(!scroll->horizontalScrollBar()->isVisible());
+        QVERIFY(scroll->widget()->width() <= scroll->viewport()->width());
+        ScheduleProjectSectionView* section = view->projectsPane()->projectSections().constFirst();
+        const auto* header = section->findChild<QToolButton*>(QStringLiteral("scheduleProjectHeader"));
+        QVERIFY(header->text().endsWith(QStringLiteral("…")));
+        QCOMPARE(header->toolTip(), longName);
+        QVERIFY(section->geometry().right() <= scroll->viewport()->width());
+
+        // The date is whole; the day's buttons moved below it rather than squeeze it.
+        QTRY_VERIFY(!navigator->findChild<ElidedLabel*>()->isElided());
+        QVERIFY(navigator->todayButton()->isVisible());
+        DailyEventCardView* card = view->timeline()->cards().constFirst();
+        QVERIFY(card->toolTip().startsWith(longName));
+        const auto* cardTitle = card->findChild<ElidedLabel*>();
+        QTRY_VERIFY(cardTitle->isVisible() && cardTitle->width() > card->width() / 4);
+        QVERIFY(cardTitle->isElided());
     }
 
     void projectsUnfoldOnWorkingDaysOnly()

@@ -5,6 +5,8 @@
 #include "support/SettableClock.h"
 #include "support/TestMain.h"
 
+#include <QImage>
+#include <QPalette>
 #include <QSignalSpy>
 #include <QToolButton>
 
@@ -152,6 +154,32 @@ private Q_SLOTS:
         QCOMPARE(view->hoveredHolidayText().split(QLatin1Char('\n')).size(), 6);
         QTest::mouseMove(view->grid(), view->cellRect(day.addDays(1)).center());
         QTRY_COMPARE(view->hoveredHolidayDay(), std::nullopt);
+    }
+
+    // Dark palettes often give disabled text the colour of active text: other months' days must
+    // still read as dimmed.
+    void shouldDimTheDaysOfOtherMonthsInADarkPalette()
+    {
+        const auto view = shownWithMarks(std::make_shared<RefusingStore>());
+        QPalette dark = view->palette();
+        dark.setColor(QPalette::Window, QColor(0x2b, 0x2b, 0x2b));
+        dark.setColor(QPalette::WindowText, Qt::white);
+        view->setPalette(dark);
+        const QImage picture = view->grid()->grab().toImage();
+        const qreal ratio = picture.devicePixelRatio();
+        const auto brightest = [&](const QDate& day) {
+            const QRect cell = view->cellRect(day);
+            int lightest = 0;
+            for (int y = int(cell.top() * ratio); y < int(cell.bottom() * ratio); ++y) {
+                for (int x = int(cell.left() * ratio); x < int(cell.right() * ratio); ++x)
+                    lightest = std::max(lightest, picture.pixelColor(x, y).lightness());
+            }
+            return lightest;
+        };
+        const int march = brightest(QDate(2026, 3, 31));
+        const int april = brightest(QDate(2026, 4, 8));
+        QVERIFY2(april > 200, qPrintable(QString::number(april)));
+        QVERIFY2(march < april * 0.7, qPrintable(QStringLiteral("%1 vs %2").arg(march).arg(april)));
     }
 
     void shouldShowNoMarksWithoutAccess()

@@ -25,6 +25,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTimer>
@@ -338,6 +339,9 @@ private Q_SLOTS:
 
     void shouldOfferTheMailClientWhenTheMessageCannotBeSent()
     {
+        // A build with a support address but no backend.
+        qputenv("TOLVANE_SUPPORT_EMAIL", "ayuda@tolvane.test");
+        const auto unset = qScopeGuard([] { qunsetenv("TOLVANE_SUPPORT_EMAIL"); });
         open(UserSettingsSectionEnum::help);
         auto* help = find<HelpSettingsView>(QStringLiteral("helpSettings"));
         QVERIFY(!find<QPushButton>(QStringLiteral("user-settings-help-send-button"))->isEnabled());
@@ -358,6 +362,23 @@ private Q_SLOTS:
         QCOMPARE(help->helpMessage(), u"No veo mis tareas & ya");
         QVERIFY(
             app->console().consoleText().endsWith(u"SupportController.sendMessage failed: No backend is configured"));
+    }
+
+    void shouldExplainThatNothingCanBeSentWithoutABackendOrAnAddress()
+    {
+        qunsetenv("TOLVANE_SUPPORT_EMAIL");
+        if (!BuildSettings::supportEmail().isEmpty())
+            QSKIP("this build has a support address of its own");
+        open(UserSettingsSectionEnum::help);
+        QTest::keyClicks(find<QPlainTextEdit>(QStringLiteral("helpMessage")), QStringLiteral("No veo mis tareas"));
+        auto* send = find<QPushButton>(QStringLiteral("user-settings-help-send-button"));
+        QVERIFY(!send->isEnabled());
+        QTest::mouseClick(send, Qt::LeftButton);
+        QVERIFY(mail.urls.isEmpty());
+        auto* notice = find<QLabel>(QStringLiteral("helpNotice"));
+        QVERIFY(notice->isVisible());
+        QCOMPARE(notice->text(), qtTrId("user-settings-help-unavailable-text"));
+        QCOMPARE(find<QPlainTextEdit>(QStringLiteral("helpMessage"))->toPlainText(), u"No veo mis tareas");
     }
 };
 
