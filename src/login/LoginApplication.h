@@ -20,7 +20,8 @@ struct LoginApplication {
     // Validates, then stores; a Google account is updated on the backend first and stored as the
     // backend answered it, or not at all.
     LoginResultEntity saveUser(const UserEntity& user) const;
-    // Signs in, registers the user on the backend and stores what the backend answered.
+    // Signs in, registers the user on the backend and stores what the backend answered; signs out
+    // of Google again when the registration or the storing fails.
     LoginResultEntity signInWithGoogle(QObject* presentingContext) const;
     bool handle(const QUrl& url) const;
     void signOutFromGoogle() const;

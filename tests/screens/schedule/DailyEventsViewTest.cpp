@@ -89,7 +89,7 @@ class DailyEventsViewTest : public QObject {
         view->resize(1200, 900);
         QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
         view->show();
-        if (!loaded.wait(45000))
+        if (loaded.isEmpty() && !loaded.wait(45000))
             throw std::runtime_error("the day never loaded");
         return view.get();
     }
@@ -98,7 +98,7 @@ class DailyEventsViewTest : public QObject {
     {
         QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
         view->setSelectedDate(day);
-        if (!loaded.wait(45000))
+        if (loaded.isEmpty() && !loaded.wait(45000))
             throw std::runtime_error("the day never loaded");
     }
 
@@ -113,7 +113,7 @@ class DailyEventsViewTest : public QObject {
             more(editor);
         QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
         editor->saveButton()->click();
-        QVERIFY(loaded.wait(15000));
+        QVERIFY(!loaded.isEmpty() || loaded.wait(15000));
         QTRY_VERIFY(view->editor() == nullptr);
     }
 
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
         whenModalAppears([](QWidget* box) { clickButtonNamed(box, qtTrId("meet-delete-confirm-button")); });
         view->deleteMeet(view->events().first());
-        QVERIFY(loaded.wait(15000));
+        QVERIFY(!loaded.isEmpty() || loaded.wait(15000));
         QVERIFY(view->events().isEmpty());
         QVERIFY(!view->deleteErrorMessage());
     }
@@ -352,7 +352,7 @@ private Q_SLOTS:
         QVERIFY(!card->isAlarmSet());
         QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
         card->alarmButton()->click();
-        QVERIFY(loaded.wait(15000));
+        QVERIFY(!loaded.isEmpty() || loaded.wait(15000));
         QVERIFY(ArmedAlarmsStore(app->userDefaults()).contains(shown("Soon").metId.toString(QUuid::WithoutBraces)));
         QVERIFY(server.waitForNotifications(1, 60000));
         QVERIFY(server.notifications().first().body.contains(QStringLiteral("Soon"))
@@ -620,7 +620,7 @@ private Q_SLOTS:
             QSignalSpy loaded(pane, &ScheduleProjectsPaneView::loaded);
             pane->setSelectedDate(day);
             // Generous: on a loaded machine the calendar store answers slowly.
-            if (!loaded.wait(45000))
+            if (loaded.isEmpty() && !loaded.wait(45000))
                 throw std::runtime_error("the pane never loaded");
             QStringList names;
             for (ScheduleProjectSectionView* section : pane->projectSections()) {
