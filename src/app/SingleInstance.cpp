@@ -50,7 +50,7 @@ SingleInstance::Claim SingleInstance::claim()
     QDBusMessage activate
         = QDBusMessage::createMethodCall(serviceName, objectPath, applicationInterface, QStringLiteral("Activate"));
     activate << launchPlatformData();
-    const QDBusMessage answer = bus.call(activate, QDBus::Block, 30000);
+    const QDBusMessage answer = bus.call(activate, QDBus::Block, 10000);
     if (answer.type() == QDBusMessage::ErrorMessage) {
         // The other one is stuck or quitting: better two windows than none.
         qCWarning(lcApp) << "the running Tolvane did not answer:" << answer.errorMessage();
