@@ -1,8 +1,8 @@
 // The schedule's layout of a very busy calendar, and a day switch with 200 meets on the day:
 // the meets read from the session's calendar store, laid out and painted, with the longest time
 // the GUI thread went without turning its event loop. Then the projects pane over a big store
-// (100 projects of 10 lists of 100 tasks): its first load on a weekend (projects folded), the
-// unfolding of one project, and a reload with nothing changed.
+// (100 projects of 10 lists, 100 tasks in each default list): its first load on a weekend
+// (projects folded), the unfolding of one project, and a reload with nothing changed.
 // Needs the desktop session's EDS: scripts/with-desktop-session build/bench/bench_schedule
 #include "platform/calendar_store/CalendarStore.h"
 #include "screens/schedule/DailyEventsView.h"
@@ -102,8 +102,9 @@ void BM_SwitchToADayWith200Meets(benchmark::State& state)
 }
 BENCHMARK(BM_SwitchToADayWith200Meets)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
 
-// Fills the user's stores: projects of lists of tasks, the first list of each its default one.
-void seedBigStore(AppFixture& app, int projects, int lists, int tasks)
+// Fills the user's stores: projects of lists, the first list of each its default one, with
+// defaultTasks tasks in the default list and otherTasks in each other list.
+void seedBigStore(AppFixture& app, int projects, int lists, int defaultTasks, int otherTasks)
 {
     const auto apps = *app.services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
     const QUuid userId
@@ -115,7 +116,7 @@ void seedBigStore(AppFixture& app, int projects, int lists, int tasks)
             const TaskListEntity list {
                 .prjId = project.prjId, .talName = QStringLiteral("List %1").arg(l), .talIsDefault = l == 0};
             apps.taskLists.create(list);
-            for (int t = 0; t < tasks; ++t)
+            for (int t = 0; t < (l == 0 ? defaultTasks : otherTasks); ++t)
                 apps.tasks.create(
                     {.prjId = project.prjId, .talId = list.talId, .tasTitle = QStringLiteral("Task %1").arg(t)});
         }
@@ -131,7 +132,7 @@ void BM_ProjectsPaneOfABigStore(benchmark::State& state)
 {
     AppFixture app;
     app.storeLocalUser();
-    seedBigStore(app, 100, 10, int(state.range(0)));
+    seedBigStore(app, 100, 10, 100, int(state.range(0)));
     QDate saturday = QDate::currentDate();
     while (saturday.dayOfWeek() != Qt::Saturday)
         saturday = saturday.addDays(1);
@@ -169,8 +170,9 @@ void BM_ProjectsPaneOfABigStore(benchmark::State& state)
     state.counters["unchanged_reload_ms"] = unchangedReload / runs;
     state.counters["rows_built"] = double(rows);
 }
-// The argument is the number of tasks in each list.
-BENCHMARK(BM_ProjectsPaneOfABigStore)->Arg(100)->Iterations(3)->Unit(benchmark::kMillisecond);
+// The argument is the number of tasks in each list other than the default one, which the pane
+// never reads; 100 makes the full store of 100,000 tasks, slow to seed one task at a time.
+BENCHMARK(BM_ProjectsPaneOfABigStore)->Arg(0)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
