@@ -28,8 +28,8 @@
         <translation>E-mail</translation>
     </message>
     <message id="accounts-empty-state-text">
-        <source>No calendar accounts yet. Add one to see your meets on the schedule.</source>
-        <translation>No calendar accounts yet. Add one to see your meets on the schedule.</translation>
+        <source>No calendar accounts added yet. The schedule shows the calendars of this computer; add an account here to turn its calendars on or off.</source>
+        <translation>No calendar accounts added yet. The schedule shows the calendars of this computer; add an account here to turn its calendars on or off.</translation>
     </message>
     <message id="accounts-enable-toggle">
         <source>Use this account's calendars</source>

@@ -28,8 +28,8 @@
         <translation>Correo electrónico</translation>
     </message>
     <message id="accounts-empty-state-text">
-        <source>No calendar accounts yet. Add one to see your meets on the schedule.</source>
-        <translation>Aún no hay cuentas de calendario. Añade una para ver tus reuniones en la agenda.</translation>
+        <source>No calendar accounts added yet. The schedule shows the calendars of this computer; add an account here to turn its calendars on or off.</source>
+        <translation>Aún no has añadido cuentas de calendario. La agenda muestra los calendarios de este ordenador; añade una cuenta aquí para activar o desactivar sus calendarios.</translation>
     </message>
     <message id="accounts-enable-toggle">
         <source>Use this account's calendars</source>

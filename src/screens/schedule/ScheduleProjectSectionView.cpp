@@ -5,6 +5,7 @@
 #include "screens/projects/TaskRowView.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -65,37 +66,72 @@ void ScheduleProjectSectionView::buildBody()
         body->addWidget(none);
     } else {
         const TaskListEntity list = *m_item.list;
-        QList<TaskEntity> completed;
-        // Open tasks first: they are what the day is for.
-        QList<TaskEntity> ordered;
-        for (const TaskEntity& task : std::as_const(m_item.tasks))
-            (task.tasIsDone ? completed : ordered).append(task);
-        ordered += completed;
-        for (const TaskEntity& task : std::as_const(ordered)) {
-            auto* row = new TaskRowView(task, m_body);
-            connect(row, &TaskRowView::toggleDone, this, &ScheduleProjectSectionView::onToggleDone);
-            connect(row, &TaskRowView::rename, this, &ScheduleProjectSectionView::onRenameTask);
-            connect(row, &TaskRowView::deleteRequested, this, &ScheduleProjectSectionView::onDeleteTask);
-            connect(row, &TaskRowView::setTag, this, &ScheduleProjectSectionView::onSetEisenhowerTag);
-            body->addWidget(row);
-        }
         m_add = new InlineAddRowView(
             QStringLiteral("scheduleTask:") + m_item.project.prjId.toString(QUuid::WithoutBraces),
             qtTrId("tasks-add-button"), m_body);
         connect(m_add, &InlineAddRowView::addRequested, this,
             [this, list](const QString& title) { Q_EMIT onAddTask(list, title); });
         body->addWidget(m_add);
-        if (!completed.isEmpty()) {
-            auto* deleteCompleted = new QPushButton(
-                Icons::symbol(QStringLiteral("trash")), qtTrId("tasks-delete-completed-button"), m_body);
-            deleteCompleted->setObjectName(QStringLiteral("scheduleDeleteCompletedButton"));
-            deleteCompleted->setFlat(true);
-            connect(deleteCompleted, &QPushButton::clicked, this,
-                [this, list, completed] { Q_EMIT onDeleteAllCompleted(list, completed); });
-            body->addWidget(deleteCompleted, 0, Qt::AlignLeft);
-        }
+        buildTaskRows();
     }
     layout()->addWidget(m_body);
+}
+
+void ScheduleProjectSectionView::buildTaskRows()
+{
+    auto* body = static_cast<QVBoxLayout*>(m_body->layout());
+    const TaskListEntity list = *m_item.list;
+    QList<TaskEntity> completed;
+    // Open tasks first: they are what the day is for.
+    QList<TaskEntity> ordered;
+    for (const TaskEntity& task : std::as_const(m_item.tasks))
+        (task.tasIsDone ? completed : ordered).append(task);
+    ordered += completed;
+    m_rows = new QWidget(m_body);
+    auto* rows = new QVBoxLayout(m_rows);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(1);
+    for (const TaskEntity& task : std::as_const(ordered)) {
+        auto* row = new TaskRowView(task, m_rows);
+        connect(row, &TaskRowView::toggleDone, this, &ScheduleProjectSectionView::onToggleDone);
+        connect(row, &TaskRowView::rename, this, &ScheduleProjectSectionView::onRenameTask);
+        connect(row, &TaskRowView::deleteRequested, this, &ScheduleProjectSectionView::onDeleteTask);
+        connect(row, &TaskRowView::setTag, this, &ScheduleProjectSectionView::onSetEisenhowerTag);
+        rows->addWidget(row);
+    }
+    body->insertWidget(0, m_rows);
+    m_footer = new QWidget(m_body);
+    auto* footer = new QVBoxLayout(m_footer);
+    footer->setContentsMargins(0, 0, 0, 0);
+    if (!completed.isEmpty()) {
+        auto* deleteCompleted = new QPushButton(
+            Icons::symbol(QStringLiteral("trash")), qtTrId("tasks-delete-completed-button"), m_footer);
+        deleteCompleted->setObjectName(QStringLiteral("scheduleDeleteCompletedButton"));
+        deleteCompleted->setFlat(true);
+        connect(deleteCompleted, &QPushButton::clicked, this,
+            [this, list, completed] { Q_EMIT onDeleteAllCompleted(list, completed); });
+        footer->addWidget(deleteCompleted, 0, Qt::AlignLeft);
+    }
+    body->addWidget(m_footer);
+}
+
+bool ScheduleProjectSectionView::setItem(const ProjectWithDefaultListEntity& item)
+{
+    if (item.project.prjId != m_item.project.prjId || item.list != m_item.list)
+        return false;
+    m_item = item;
+    m_header->setToolTip(item.project.prjName);
+    fitHeader();
+    if (m_body && m_rows) {
+        // The add row stays as it is: it may hold text being typed and entries still waiting
+        // to be stored. A row may be replaced from inside its own signal: let it return first.
+        for (QWidget* old : {m_rows.data(), m_footer.data()}) {
+            old->hide();
+            old->deleteLater();
+        }
+        buildTaskRows();
+    }
+    return true;
 }
 
 void ScheduleProjectSectionView::setExpanded(bool expanded)
@@ -110,5 +146,5 @@ void ScheduleProjectSectionView::setExpanded(bool expanded)
 
 QList<TaskRowView*> ScheduleProjectSectionView::taskRows() const
 {
-    return m_body ? m_body->findChildren<TaskRowView*>() : QList<TaskRowView*>();
+    return m_rows ? m_rows->findChildren<TaskRowView*>() : QList<TaskRowView*>();
 }

@@ -5,6 +5,7 @@
 #include "tasks/entities/TaskEntity.h"
 #include "tasks/entities/TaskListEntity.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <optional>
@@ -31,6 +32,9 @@ public:
     ScheduleProjectSectionView(const ProjectWithDefaultListEntity& item, bool isExpanded, QWidget* parent = nullptr);
 
     const ProjectWithDefaultListEntity& item() const { return m_item; }
+    // Takes a new state of the same project and list, keeping the add row; false when the
+    // project or its default list changed, and the section must be made anew.
+    bool setItem(const ProjectWithDefaultListEntity& item);
     bool isExpanded() const { return m_isExpanded; }
     void setExpanded(bool expanded);
     // Empty while the project has never been unfolded.
@@ -51,11 +55,14 @@ protected:
 
 private:
     void buildBody();
+    void buildTaskRows();
     void fitHeader();
 
     ProjectWithDefaultListEntity m_item;
     bool m_isExpanded = false;
     QWidget* m_body = nullptr;
     InlineAddRowView* m_add = nullptr;
+    QPointer<QWidget> m_rows;
+    QPointer<QWidget> m_footer;
     class QToolButton* m_header;
 };

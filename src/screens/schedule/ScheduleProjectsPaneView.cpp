@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
@@ -289,7 +290,7 @@ void ScheduleProjectsPaneView::render()
     for (const ProjectWithDefaultListEntity& item : std::as_const(m_workspace)) {
         const bool expanded = m_expandedProjectIds.contains(item.project.prjId);
         ScheduleProjectSectionView* section = kept.take(item.project.prjId);
-        if (section && !(section->item() == item)) {
+        if (section && !(section->item() == item) && !section->setItem(item)) {
             discard(section);
             section = nullptr;
         }
@@ -327,7 +328,13 @@ ScheduleProjectSectionView* ScheduleProjectsPaneView::makeSection(
     connect(section, &ScheduleProjectSectionView::onSetEisenhowerTag, this,
         [this](const TaskEntity& task, std::optional<EisenhowerTagEnum> tag) { m_tasksController->setTag(task, tag); });
     connect(section, &ScheduleProjectSectionView::onAddTask, this,
-        [this](const TaskListEntity& list, const QString& title) { m_tasksController->add(list, title); });
+        [this, section = QPointer<ScheduleProjectSectionView>(section)](
+            const TaskListEntity& list, const QString& title) {
+            m_tasksController->add(list, title, [section](bool added) {
+                if (section && section->addRow())
+                    section->addRow()->finishAdding(added);
+            });
+        });
     connect(
         section, &ScheduleProjectSectionView::onDeleteAllCompleted, this, &ScheduleProjectsPaneView::deleteCompleted);
     return section;

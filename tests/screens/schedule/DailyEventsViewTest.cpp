@@ -5,6 +5,7 @@
 #include "meetings/alarms/MeetAlarmSettingsStores.h"
 #include "meetings/domain/MeetAlarmError.h"
 #include "platform/calendar_store/CalendarStore.h"
+#include "screens/common/InlineAddRowView.h"
 #include "screens/schedule/CreateEventView.h"
 #include "screens/schedule/DailyEventCardView.h"
 #include "screens/schedule/DailyEventsController.h"
@@ -20,6 +21,7 @@
 #include "support/ui/ModalAnswers.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDBusConnection>
@@ -543,6 +545,52 @@ private Q_SLOTS:
         QTest::mouseClick(section->findChild<QToolButton*>(QStringLiteral("scheduleProjectHeader")), Qt::LeftButton);
         QVERIFY(section->isExpanded());
         QCOMPARE(section->taskRows().size(), 2);
+    }
+
+    // Tasks typed into a project's add row faster than they are stored all arrive, in order, and
+    // the row stays open with the focus while the section takes in each new task.
+    void tasksTypedQuicklyInTheScheduleAllArriveInOrder()
+    {
+        const auto apps = *app->services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
+        const QUuid userId
+            = QUuid::fromString(app->services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrId);
+        const ProjectEntity home {.prjUserId = userId, .prjName = "Home", .prjShowEveryDay = true};
+        QVERIFY(apps.projects.create(home).result);
+        const TaskListEntity chores {.prjId = home.prjId, .talName = "Chores", .talIsDefault = true};
+        QVERIFY(apps.taskLists.create(chores).result);
+        open();
+        ScheduleProjectsPaneView* pane = view->projectsPane();
+        QTRY_VERIFY_WITH_TIMEOUT(pane->projectSections().size() == 1, 45000);
+        ScheduleProjectSectionView* section = pane->projectSections().constFirst();
+        if (!section->isExpanded())
+            QTest::mouseClick(
+                section->findChild<QToolButton*>(QStringLiteral("scheduleProjectHeader")), Qt::LeftButton);
+        InlineAddRowView* row = section->addRow();
+        QVERIFY(row);
+        view->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(view.get()));
+        row->findChild<QPushButton*>()->click();
+        QTRY_VERIFY(row->isAncestorOf(QApplication::focusWidget()));
+
+        QStringList typed;
+        for (int number = 1; number <= 30; ++number) {
+            typed.append(QStringLiteral("Chore %1").arg(number));
+            QTest::keyClicks(static_cast<QWidget*>(nullptr), typed.constLast());
+            QTest::keyClick(static_cast<QWidget*>(nullptr), Qt::Key_Return);
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(!row->isAdding() && row->waitingCount() == 0, 120000);
+        QStringList stored;
+        const TaskResultEntity listed = apps.tasks.list(chores.talId);
+        const auto* tasks = listed.dataAs<QList<TaskEntity>>();
+        QVERIFY(tasks);
+        for (const TaskEntity& task : *tasks)
+            stored.append(task.tasTitle + (task.tasIsDone ? QStringLiteral(" ✓") : QString()));
+        QCOMPARE(stored, typed);
+        QTRY_COMPARE_WITH_TIMEOUT(section->taskRows().size(), 30, 15000);
+        QCOMPARE(pane->projectSections().constFirst(), section);
+        QCOMPARE(section->addRow(), row);
+        QVERIFY(row->isEditing());
+        QVERIFY(row->isAncestorOf(QApplication::focusWidget()));
     }
 
     // What is left of an 800x600 window beside the sidebar: everything still fits, long names
