@@ -260,6 +260,19 @@ private Q_SLOTS:
         editor->save();
         QCOMPARE(editor->errorMessage(), qtTrId("create-event-link-invalid-error"));
 
+        // What the editor offers is what the calendar keeps.
+        editor->linkField()->setText(QStringLiteral("meet.example.org/offsite"));
+        QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
+        editor->saveButton()->click();
+        QVERIFY(!loaded.isEmpty() || loaded.wait(15000));
+        QTRY_VERIFY(view->editor() == nullptr);
+        const MeetEntity offsite = shown(QStringLiteral("Offsite"));
+        QVERIFY(offsite.metIsAllDay);
+        QCOMPARE(offsite.metDate, QDateTime(day, QTime(0, 0)));
+        QCOMPARE(offsite.endDate(), QDateTime(day.addDays(2), QTime(0, 0)));
+        QCOMPARE(offsite.metLocation, QStringLiteral("Room 4"));
+        QCOMPARE(offsite.metUrl, QUrl(QStringLiteral("http://meet.example.org/offsite")));
+
         // Every button of the sheet speaks the user's language.
         QTranslator spanish;
         QVERIFY(spanish.load(QStringLiteral(":/i18n/tolvane_es")));

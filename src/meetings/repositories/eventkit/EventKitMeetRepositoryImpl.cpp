@@ -184,6 +184,9 @@ void EventKitMeetRepositoryImpl::apply(const MeetDraft& draft, CalendarStoreEven
         start = firstOccurrence(chosen, draft.start, calendar);
     event.title = draft.title;
     event.notes = draft.description;
+    event.location = draft.location;
+    event.url = draft.url ? std::optional(draft.url->toString()) : std::nullopt;
+    event.isAllDay = draft.isAllDay;
     event.startDate = start;
     event.endDate = start.addMSecs(draft.start.msecsTo(draft.end));
     event.recurrenceRules = chosen;
