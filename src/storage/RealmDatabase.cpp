@@ -234,15 +234,6 @@ std::shared_ptr<RealmDatabase> RealmDatabase::openKeyed(const RealmConfiguration
     return database;
 }
 
-void RealmDatabase::deleteFiles(const RealmConfiguration& configuration)
-{
-    for (const QString& file : configuration.files()) {
-        const QByteArray native = QFile::encodeName(file);
-        if (::unlink(native.constData()) != 0 && errno != ENOENT)
-            throw RealmError(QStringLiteral("Unable to delete '%1': %2").arg(file, systemErrorText(errno)));
-    }
-}
-
 RealmDatabase::RealmDatabase(sqlite3* connection)
     : m_connection(connection)
 {
