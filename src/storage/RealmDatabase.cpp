@@ -180,10 +180,10 @@ std::shared_ptr<RealmDatabase> RealmDatabase::open(const RealmConfiguration& con
         createOwnerOnlyFile(path);
     if (fileSize(path) > 0)
         return openExisting(configuration);
-    // SQLCipher takes the salt of a file when the handle is keyed; an empty file gets a random
-    // one, and a handle keyed while another process writes the file's first page would read that
-    // page as foreign. The store is therefore created by one process at a time, and a process
-    // that finds the file still empty waits for the one creating it.
+    // SQLCipher takes the file's salt when the handle is keyed. A handle keyed while the file is
+    // still empty takes a random salt of its own and reads the first page that another process
+    // then writes as "not a database". The store is therefore created by one process at a time,
+    // and a process that finds the file still empty waits for the one creating it.
     const StoreFolderLock lock(StoreFolderLock::folderOf(path));
     return openExisting(configuration);
 }
