@@ -36,6 +36,6 @@ struct RealmConfiguration {
     // The stores' default location: "default.realm" in Tolvane's data directory.
     static RealmConfiguration defaultConfiguration();
 
-    // The file and the files SQLite keeps beside it; a store is deleted by deleting all of them.
+    // The file and the files SQLite keeps beside it.
     QStringList files() const;
 };

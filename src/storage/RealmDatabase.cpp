@@ -180,10 +180,10 @@ std::shared_ptr<RealmDatabase> RealmDatabase::open(const RealmConfiguration& con
         createOwnerOnlyFile(path);
     if (fileSize(path) > 0)
         return openExisting(configuration);
-    // SQLCipher takes the salt of a file when the handle is keyed; an empty file gets a random
-    // one, and a handle keyed while another process writes the file's first page would read that
-    // page as foreign. The store is therefore created by one process at a time, and a process
-    // that finds the file still empty waits for the one creating it.
+    // SQLCipher takes the file's salt when the handle is keyed. A handle keyed while the file is
+    // still empty takes a random salt of its own and reads the first page that another process
+    // then writes as "not a database". The store is therefore created by one process at a time,
+    // and a process that finds the file still empty waits for the one creating it.
     const StoreFolderLock lock(StoreFolderLock::folderOf(path));
     return openExisting(configuration);
 }
@@ -232,15 +232,6 @@ std::shared_ptr<RealmDatabase> RealmDatabase::openKeyed(const RealmConfiguration
     if (database->query(QStringLiteral("PRAGMA cipher_version")).isEmpty())
         throw RealmError(QStringLiteral("The database library does not encrypt; refusing to open '%1'").arg(path));
     return database;
-}
-
-void RealmDatabase::deleteFiles(const RealmConfiguration& configuration)
-{
-    for (const QString& file : configuration.files()) {
-        const QByteArray native = QFile::encodeName(file);
-        if (::unlink(native.constData()) != 0 && errno != ENOENT)
-            throw RealmError(QStringLiteral("Unable to delete '%1': %2").arg(file, systemErrorText(errno)));
-    }
 }
 
 RealmDatabase::RealmDatabase(sqlite3* connection)

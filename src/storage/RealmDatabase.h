@@ -29,7 +29,6 @@ public:
     // Opens and keys an existing file without reading it: for salvaging what can still be read
     // from a damaged store.
     static std::shared_ptr<RealmDatabase> openKeyed(const RealmConfiguration& configuration);
-    static void deleteFiles(const RealmConfiguration& configuration);
 
     ~RealmDatabase();
     RealmDatabase(const RealmDatabase&) = delete;

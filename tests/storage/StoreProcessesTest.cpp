@@ -59,6 +59,21 @@ public:
 
     void proceed() { m_process.write("go\n"); }
 
+    // Blocks until the driver acknowledged count tasks, then kills it on the spot.
+    void killAfter(int count)
+    {
+        int acknowledged = 0;
+        while (acknowledged < count && m_process.waitForReadyRead(120000)) {
+            while (m_process.canReadLine()) {
+                const QString read = QString::fromUtf8(m_process.readLine()).trimmed();
+                m_lines.append(read);
+                acknowledged += read.startsWith(QStringLiteral("ack ")) ? 1 : 0;
+            }
+        }
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
     // The ids of the tasks the store acknowledged, once the driver has ended.
     QSet<QString> acknowledged()
     {
@@ -172,6 +187,24 @@ private Q_SLOTS:
         QCOMPARE(holder.failures(), QStringList());
         QCOMPARE(held.size(), 20);
         QCOMPARE(surviving(), before + held);
+        QCOMPARE(setAside(), QStringList());
+    }
+
+    void shouldKeepEveryAcknowledgedTaskOfAProcessKilledWhileWriting()
+    {
+        database();
+        Driver writer(folder->path(), QStringLiteral("add"), 100000, list);
+        QVERIFY(writer.waitFor(QStringLiteral("ready")));
+        writer.proceed();
+        writer.killAfter(60);
+
+        const QSet<QString> acknowledged = writer.acknowledged();
+        QVERIFY(acknowledged.size() >= 60);
+        const QSet<QString> kept = surviving();
+        QVERIFY2(
+            (acknowledged - kept).isEmpty(), qPrintable(QStringLiteral("%1 lost").arg((acknowledged - kept).size())));
+        // At most the one in flight when it died made it without being acknowledged.
+        QVERIFY(kept.size() - acknowledged.size() <= 1);
         QCOMPARE(setAside(), QStringList());
     }
 
