@@ -86,7 +86,7 @@ private:
                 qtTrId("alarm-close-without-tray-title"), QMessageBox::NoButton, window);
             box.setObjectName(QStringLiteral("alarmsPendingOnClose"));
             //% "Tolvane stays open, minimised, so that they ring. If you quit, no alarm rings until you open Tolvane
-            //again."
+            // again."
             box.setInformativeText(qtTrId("alarm-close-without-tray-text"));
             //% "Keep running"
             QPushButton* minimise = box.addButton(qtTrId("alarm-close-minimise-button"), QMessageBox::AcceptRole);
