@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QResizeEvent>
 #include <QToolButton>
 
 TaskRowView::TaskRowView(const TaskEntity& task, QWidget* parent)
@@ -69,6 +70,22 @@ TaskRowView::TaskRowView(const TaskEntity& task, QWidget* parent)
     connect(
         m_title, &InlineEditableLabel::committed, this, [this](const QString& title) { Q_EMIT rename(m_task, title); });
     connect(remove, &QToolButton::clicked, this, [this] { Q_EMIT deleteRequested(m_task); });
+}
+
+QSize TaskRowView::sizeHint() const
+{
+    QSize hint = QWidget::sizeHint();
+    if (width() > 0 && layout()->hasHeightForWidth())
+        hint.setHeight(std::max(hint.height(), layout()->totalHeightForWidth(width())));
+    return hint;
+}
+
+void TaskRowView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    // A new width may wrap the title onto more or fewer lines.
+    if (event->oldSize().width() != event->size().width())
+        updateGeometry();
 }
 
 void TaskRowView::setToggling(bool toggling)

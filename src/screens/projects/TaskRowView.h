@@ -20,6 +20,9 @@ public:
 
     const TaskEntity& task() const { return m_task; }
     void setToggling(bool toggling);
+    // A row keeps to its natural height, which for a title wrapped onto several lines depends
+    // on the width the row was given.
+    QSize sizeHint() const override;
 
 Q_SIGNALS:
     void toggleDone(const TaskEntity& task, bool isDone);
@@ -28,6 +31,7 @@ Q_SIGNALS:
     void setTag(const TaskEntity& task, std::optional<EisenhowerTagEnum> tag);
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -6,6 +6,7 @@
 #include "meetings/domain/MeetAlarmError.h"
 #include "platform/calendar_store/CalendarStore.h"
 #include "screens/common/InlineAddRowView.h"
+#include "screens/projects/TaskRowView.h"
 #include "screens/schedule/CreateEventView.h"
 #include "screens/schedule/DailyEventCardView.h"
 #include "screens/schedule/DailyEventsController.h"
@@ -647,6 +648,11 @@ private Q_SLOTS:
         QVERIFY(header->text().endsWith(QStringLiteral("…")));
         QCOMPARE(header->toolTip(), longName);
         QVERIFY(section->geometry().right() <= scroll->viewport()->width());
+        // A long task title wraps onto as many lines as it needs instead of being cut.
+        QTRY_VERIFY(!section->taskRows().isEmpty());
+        const auto* title = section->taskRows().constFirst()->findChild<QLabel*>(QStringLiteral("editableText"));
+        QTRY_VERIFY2(title->height() >= title->heightForWidth(title->width()),
+            qPrintable(QStringLiteral("%1 < %2").arg(title->height()).arg(title->heightForWidth(title->width()))));
 
         // The date is whole; the day's buttons moved below it rather than squeeze it.
         QTRY_VERIFY(!navigator->findChild<ElidedLabel*>()->isElided());
