@@ -105,8 +105,9 @@ CalendarProvidersView::CalendarProvidersView(
     auto* left = new QVBoxLayout;
     m_list = new QListWidget(m_listPage);
     m_list->setObjectName(QStringLiteral("accountsList"));
-    //% "No calendar accounts added yet. The schedule shows the calendars of this computer; add an account here to turn
-    //its calendars on or off."
+    // clang-format off
+    //% "No calendar accounts added yet. The schedule shows the calendars of this computer; add an account here to turn its calendars on or off."
+    // clang-format on
     m_empty = new QLabel(qtTrId("accounts-empty-state-text"), m_listPage);
     m_empty->setObjectName(QStringLiteral("accountsEmpty"));
     m_empty->setWordWrap(true);
