@@ -626,9 +626,13 @@ ECalClient* CalendarStore::client(const QString& calendarIdentifier, QString* wh
             *why = m_connectionError;
         return nullptr;
     }
-    const QMutexLocker locker(&m_clientsMutex);
-    if (ECalClient* known = m_clients.value(calendarIdentifier))
-        return known;
+    {
+        const QMutexLocker locker(&m_clientsMutex);
+        if (ECalClient* known = m_clients.value(calendarIdentifier))
+            return known;
+    }
+    // Connecting can take up to its time-out (a calendar being removed, a busy factory): it runs
+    // outside the lock, so one slow calendar never holds up the reads of the others.
     GRef<ESource> source(e_source_registry_ref_source(m_registry, calendarIdentifier.toUtf8().constData()));
     if (!source) {
         if (why)
@@ -649,6 +653,12 @@ ECalClient* CalendarStore::client(const QString& calendarIdentifier, QString* wh
     auto* calClient = E_CAL_CLIENT(connected);
     // All-day and floating times then expand in the zone shown rather than in UTC.
     e_cal_client_set_default_timezone(calClient, m_zone);
+    const QMutexLocker locker(&m_clientsMutex);
+    if (ECalClient* known = m_clients.value(calendarIdentifier)) {
+        // Another thread connected meanwhile: keep one client per calendar.
+        g_object_unref(calClient);
+        return known;
+    }
     m_clients.insert(calendarIdentifier, calClient);
     return calClient;
 }
