@@ -10,13 +10,14 @@
 #include <QCoreApplication>
 #include <QThread>
 #include <QTimeZone>
+#include <QUuid>
 
 #include <benchmark/benchmark.h>
 #include <libecal/libecal.h>
 
 namespace {
 
-const QString calendarId = QStringLiteral("tolvane-bench-meets");
+const QString calendarId = QStringLiteral("tolvane-bench-meets-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
 
 QDateTime today()
 {
@@ -105,7 +106,6 @@ int main(int argc, char** argv)
     int status = 0;
     QThread* runner = QThread::create([&] {
         try {
-            store.removeCalendar(calendarId);
             store.addLocalCalendar(calendarId, QStringLiteral("Bench"), QStringLiteral("#336699"));
             QThread::msleep(500);
             store.importCalendarData(calendarId, calendarOf2000Events());
@@ -114,7 +114,7 @@ int main(int argc, char** argv)
             fprintf(stderr, "%s\n", error.what());
             status = 1;
         }
-        store.removeCalendar(calendarId);
+        store.disableCalendar(calendarId);
         QMetaObject::invokeMethod(&application, &QCoreApplication::quit, Qt::QueuedConnection);
     });
     runner->start();

@@ -98,7 +98,7 @@ void BM_SwitchToADayWith200Meets(benchmark::State& state)
     }
     state.counters["meets"] = double(meetsShown);
     state.counters["longestStallMs"] = double(longestStall);
-    CalendarStore::shared().removeCalendar(calendar);
+    CalendarStore::shared().disableCalendar(calendar);
 }
 BENCHMARK(BM_SwitchToADayWith200Meets)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
 

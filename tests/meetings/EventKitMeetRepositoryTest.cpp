@@ -218,8 +218,8 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        m_store->removeCalendar(m_calendarId);
-        m_store->removeCalendar(m_otherCalendarId);
+        m_store->disableCalendar(m_calendarId);
+        m_store->disableCalendar(m_otherCalendarId);
     }
 
     void shouldReadEveryOccurrenceOfCreatedSeriesWithStableIdentities()

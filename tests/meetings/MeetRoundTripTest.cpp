@@ -143,7 +143,7 @@ private Q_SLOTS:
             LiveEventKitStore::shared(), zone(), 1, 14, hidden, m_calendarId, m_clock);
     }
 
-    void cleanup() { m_store->removeCalendar(m_calendarId); }
+    void cleanup() { m_store->disableCalendar(m_calendarId); }
 
     void shouldStoreEachRepetitionInTheUsersZone_data()
     {

@@ -184,7 +184,7 @@ private Q_SLOTS:
             offMainThread([&] { return DirectCalendar(m_calendarId).client() != nullptr; }), 30000);
     }
 
-    void cleanup() { m_store->removeCalendar(m_calendarId); }
+    void cleanup() { m_store->disableCalendar(m_calendarId); }
 
     void shouldEditAndDeleteOccurrencesOfSeriesInNamedZones()
     {

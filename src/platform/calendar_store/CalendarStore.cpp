@@ -560,6 +560,7 @@ CalendarStore::CalendarStore()
         qCWarning(lcCalendar) << "calendar store created off the GUI thread; EDS calls will stall";
     }
     std::tie(m_zone, m_zoneLocation) = shownZone();
+    m_registryThread = QThread::currentThread();
     GError* error = nullptr;
     m_registry = e_source_registry_new_sync(nullptr, &error);
     if (!m_registry) {
@@ -639,9 +640,13 @@ ECalClient* CalendarStore::client(const QString& calendarIdentifier, QString* wh
             *why = QStringLiteral("No calendar %1").arg(calendarIdentifier);
         return nullptr;
     }
+    // The calendar's "connected" status comes through the registry thread's main context. On that
+    // thread nothing could deliver it while this call blocks, so the calendar opens at once there
+    // (a remote one from its offline copy, going online by itself) instead of after the time-out.
+    const guint32 waitSeconds = QThread::currentThread() == m_registryThread ? guint32(-1) : connectSeconds;
     GError* error = nullptr;
     EClient* connected
-        = e_cal_client_connect_sync(source.get(), E_CAL_CLIENT_SOURCE_TYPE_EVENTS, connectSeconds, nullptr, &error);
+        = e_cal_client_connect_sync(source.get(), E_CAL_CLIENT_SOURCE_TYPE_EVENTS, waitSeconds, nullptr, &error);
     if (!connected) {
         const QString message = error ? fromUtf8(error->message) : QStringLiteral("cannot open the calendar");
         g_clear_error(&error);
@@ -872,21 +877,21 @@ void CalendarStore::addLocalCalendar(const QString& identifier, const QString& t
         raise(error, "Cannot add the calendar");
 }
 
-void CalendarStore::removeCalendar(const QString& identifier) const
+void CalendarStore::disableCalendar(const QString& identifier) const
 {
     if (!m_registry)
         return;
-    {
-        const QMutexLocker locker(&m_clientsMutex);
-        if (ECalClient* known = m_clients.take(identifier))
-            g_object_unref(known);
-    }
     GRef<ESource> source(e_source_registry_ref_source(m_registry, identifier.toUtf8().constData()));
     if (!source)
         return;
+    // Removing a calendar whose backend is open races the calendar factory's status updates, and
+    // the source registry of EDS 3.46 dies of it (every client then loses every calendar).
+    // Disabled, the calendar is gone from every list and read, and its client stays valid for
+    // any thread still holding it.
+    e_source_set_enabled(source.get(), FALSE);
     GError* error = nullptr;
-    if (!e_source_remove_sync(source.get(), nullptr, &error)) {
-        qCWarning(lcCalendar) << "cannot remove calendar" << identifier << (error ? error->message : "");
+    if (!e_source_write_sync(source.get(), nullptr, &error)) {
+        qCWarning(lcCalendar) << "cannot disable calendar" << identifier << (error ? error->message : "");
         g_clear_error(&error);
     }
 }

@@ -7,6 +7,7 @@
 #include <QMutex>
 #include <QString>
 #include <QStringList>
+#include <QThread>
 
 #include <exception>
 #include <optional>
@@ -170,7 +171,8 @@ public:
 
     // A calendar "On This Computer"; for setting up, tools and tests. Throws CalendarStoreError.
     void addLocalCalendar(const QString& identifier, const QString& title, const QString& color) const;
-    void removeCalendar(const QString& identifier) const;
+    // Takes the calendar out of every list and read; its file stays.
+    void disableCalendar(const QString& identifier) const;
     // Adds the time zones and events of an iCalendar text to the calendar, as an import does.
     // Returns the number of events added. Throws CalendarStoreError.
     int importCalendarData(const QString& calendarIdentifier, const QByteArray& icalendar) const;
@@ -182,6 +184,8 @@ private:
     ECalClient* requireClient(const QString& calendarIdentifier) const;
 
     ESourceRegistry* m_registry = nullptr;
+    // The thread whose main context delivers the registry's signals.
+    QThread* m_registryThread = nullptr;
     // libical's own, never freed.
     ICalTimezone* m_zone = nullptr;
     QByteArray m_zoneLocation;

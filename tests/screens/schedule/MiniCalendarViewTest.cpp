@@ -77,7 +77,7 @@ private Q_SLOTS:
     void cleanup()
     {
         for (const QString& identifier : std::as_const(calendarsMade))
-            CalendarStore::shared().removeCalendar(identifier);
+            CalendarStore::shared().disableCalendar(identifier);
         calendarsMade.clear();
         HiddenCalendarsStore::standard(center).save({});
         QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));

@@ -125,7 +125,7 @@ private Q_SLOTS:
     {
         view.reset();
         for (const QString& identifier : std::as_const(calendarsMade))
-            CalendarStore::shared().removeCalendar(identifier);
+            CalendarStore::shared().disableCalendar(identifier);
         calendarsMade.clear();
         HiddenCalendarsStore::standard(app->notificationCenter()).save({});
         app.reset();
