@@ -107,11 +107,14 @@ private:
         request->body = std::move(message.body());
         m_keepAlive = message.keep_alive();
         m_version = message.version();
-        asio::post(*m_state->workers, [self = shared_from_this(), request] {
-            ApiResponse response = self->m_state->handler(*request);
-            asio::post(self->m_stream.get_executor(),
-                [self, response = std::move(response)]() mutable { self->write(std::move(response)); });
-        });
+        // The guard keeps the I/O threads running while the answer is being worked out, so that a
+        // stop in the meantime still writes it.
+        asio::post(*m_state->workers,
+            [self = shared_from_this(), request, work = asio::make_work_guard(m_stream.get_executor())] {
+                ApiResponse response = self->m_state->handler(*request);
+                asio::post(self->m_stream.get_executor(),
+                    [self, response = std::move(response)]() mutable { self->write(std::move(response)); });
+            });
     }
 
     void write(ApiResponse response)

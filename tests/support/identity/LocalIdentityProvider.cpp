@@ -69,6 +69,11 @@ QUrl LocalIdentityProvider::jwksURI() const
     return QUrl(m_server->url().toString() + QStringLiteral("/oauth2/v3/certs"));
 }
 
+QUrl LocalIdentityProvider::discoveryURL() const
+{
+    return QUrl(m_server->url().toString() + QStringLiteral("/.well-known/openid-configuration"));
+}
+
 QString LocalIdentityProvider::issuer() const
 {
     return m_server->url().toString();
@@ -242,6 +247,13 @@ FakeResponse LocalIdentityProvider::answer(const RecordedRequest& request)
         return token(request);
     if (request.method == "GET" && request.path == QLatin1String("/oauth2/v3/certs"))
         return jwks();
+    if (request.method == "GET" && request.path == QLatin1String("/.well-known/openid-configuration"))
+        return FakeResponse::json(200,
+            QJsonObject {{QStringLiteral("issuer"), issuer()},
+                {QStringLiteral("authorization_endpoint"), authorizationEndpoint().toString()},
+                {QStringLiteral("token_endpoint"), tokenEndpoint().toString()},
+                {QStringLiteral("jwks_uri"), jwksURI().toString()},
+                {QStringLiteral("id_token_signing_alg_values_supported"), QJsonArray {QStringLiteral("RS256")}}});
 
     return FakeResponse::text(404, "no such endpoint");
 }
@@ -318,7 +330,7 @@ FakeResponse LocalIdentityProvider::token(const RecordedRequest& request)
     return refuse(QStringLiteral("unsupported_grant_type"), grantType);
 }
 
-FakeResponse LocalIdentityProvider::issue(const Account& account, bool withRefreshToken)
+QString LocalIdentityProvider::idToken(const Account& account)
 {
     const qint64 now = m_clock->now().toSecsSinceEpoch();
     QJsonObject claims {{QStringLiteral("iss"), issuer()}, {QStringLiteral("aud"), m_clientID},
@@ -335,7 +347,18 @@ FakeResponse LocalIdentityProvider::issue(const Account& account, bool withRefre
         else
             claims.insert(override.key(), *override);
     }
-    const QString idToken = signedToken(claims);
+    return signedToken(claims);
+}
+
+QString LocalIdentityProvider::idTokenFor(const Account& account)
+{
+    const QMutexLocker locker(&m_mutex);
+    return idToken(account);
+}
+
+FakeResponse LocalIdentityProvider::issue(const Account& account, bool withRefreshToken)
+{
+    const QString idToken = this->idToken(account);
     m_lastIdToken = idToken;
     m_lastTokenError.clear();
 

@@ -41,6 +41,8 @@ public:
     QUrl authorizationEndpoint() const;
     QUrl tokenEndpoint() const;
     QUrl jwksURI() const;
+    // The OpenID discovery document, which names the JWKS; what a relying party is configured with.
+    QUrl discoveryURL() const;
     // "http://127.0.0.1:<port>", what its tokens carry as "iss" unless told otherwise.
     QString issuer() const;
 
@@ -61,6 +63,9 @@ public:
     // Who consents at the authorization endpoint from now on.
     void setAccount(Account account);
     void setIdTokenLifetime(qint64 seconds);
+    // An ID token for account as the token endpoint would issue it after a sign-in (same claims,
+    // overrides and signing), for tests of a relying party that do not need the browser flow.
+    QString idTokenFor(const Account& account);
     // The next authorization redirects with "error=<error>" instead of a code.
     void denyNextAuthorization(const QString& error);
     // The next authorization redirects with a state that is not the client's.
@@ -91,6 +96,8 @@ private:
     FakeResponse authorize(const RecordedRequest& request);
     FakeResponse token(const RecordedRequest& request);
     FakeResponse issue(const Account& account, bool withRefreshToken);
+    // Called with m_mutex held.
+    QString idToken(const Account& account);
     FakeResponse refuse(const QString& error, const QString& description);
     FakeResponse jwks();
     QString signedToken(const QJsonObject& claims);
