@@ -16,7 +16,7 @@ namespace {
 
 // Everything a handler needs: the caller, the path's segments after "/v0", the query, the body.
 struct Call {
-    pqxx::work& db;
+    pqxx::transaction_base& db;
     const std::string& user;
     const std::string& method;
     QStringList segments;
@@ -702,10 +702,15 @@ ApiResponse Api::handle(const ApiRequest& request)
             return text(404, "no such resource");
 
         auto connection = m_pool.acquire();
-        pqxx::work db(*connection);
-        Call call {db, userId, request.method, segments, QUrlQuery(url), request.body};
+        // A read is one statement, atomic on its own: no BEGIN and COMMIT round trips for it.
+        std::unique_ptr<pqxx::transaction_base> db;
+        if (request.method == "GET")
+            db = std::make_unique<pqxx::nontransaction>(*connection);
+        else
+            db = std::make_unique<pqxx::work>(*connection);
+        Call call {*db, userId, request.method, segments, QUrlQuery(url), request.body};
         ApiResponse response = handler(call);
-        db.commit();
+        db->commit();
         return response;
     } catch (const Refusal& refusal) {
         return text(refusal.status, refusal.reason);

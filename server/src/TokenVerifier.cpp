@@ -43,6 +43,33 @@ TokenVerifier::TokenVerifier(
 
 std::optional<std::string> TokenVerifier::subject(std::string_view token, std::chrono::system_clock::time_point now)
 {
+    const qint64 seconds = std::chrono::duration_cast<std::chrono::seconds>(now.time_since_epoch()).count();
+    const std::string key(token);
+    {
+        const std::lock_guard lock(m_verifiedMutex);
+        if (const auto found = m_verified.find(key); found != m_verified.end()) {
+            // The time checks still apply on every use.
+            if (found->second.expiresAt + skew.count() > seconds && found->second.issuedAt <= seconds + skew.count())
+                return found->second.subject;
+            m_verified.erase(found);
+            return std::nullopt;
+        }
+    }
+    auto subject = check(token, now);
+    if (subject) {
+        const auto claims = IDTokenClaims::decode(QString::fromLatin1(key.data(), qsizetype(key.size())));
+        const std::lock_guard lock(m_verifiedMutex);
+        // Bounded: past this many distinct tokens the oldest knowledge is simply dropped.
+        if (m_verified.size() >= 100000)
+            m_verified.clear();
+        m_verified[key]
+            = Verified {*subject, claims->expiration.toSecsSinceEpoch(), claims->issuedAt.toSecsSinceEpoch()};
+    }
+    return subject;
+}
+
+std::optional<std::string> TokenVerifier::check(std::string_view token, std::chrono::system_clock::time_point now)
+{
     const auto refuse = [](const char* why) -> std::optional<std::string> {
         slog::debug(std::string("refused a bearer token: ") + why);
         return std::nullopt;

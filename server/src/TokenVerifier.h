@@ -2,12 +2,15 @@
 
 #include "oauth/JsonWebKey.h"
 
+#include <QtGlobal>
+
 #include <chrono>
 #include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 // Decides whether a bearer is an ID token this server may believe, as a careful relying party:
@@ -31,6 +34,7 @@ public:
     static constexpr std::chrono::seconds minimumRefetchInterval {10};
 
 private:
+    std::optional<std::string> check(std::string_view token, std::chrono::system_clock::time_point now);
     std::optional<JsonWebKey> key(const std::string& keyId, std::chrono::steady_clock::time_point now);
     std::map<std::string, JsonWebKey> fetchKeys();
 
@@ -41,4 +45,13 @@ private:
     std::mutex m_mutex;
     std::optional<std::map<std::string, JsonWebKey>> m_keys;
     std::chrono::steady_clock::time_point m_lastFetch;
+    // Tokens that passed every check, with their subject and expiry: a client sends the same
+    // token for an hour, and checking its signature again each time would cost most of a request.
+    struct Verified {
+        std::string subject;
+        qint64 expiresAt;
+        qint64 issuedAt;
+    };
+    std::mutex m_verifiedMutex;
+    std::unordered_map<std::string, Verified> m_verified;
 };
