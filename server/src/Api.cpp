@@ -701,17 +701,26 @@ ApiResponse Api::handle(const ApiRequest& request)
         if (!handler)
             return text(404, "no such resource");
 
-        auto connection = m_pool.acquire();
-        // A read is one statement, atomic on its own: no BEGIN and COMMIT round trips for it.
-        std::unique_ptr<pqxx::transaction_base> db;
-        if (request.method == "GET")
-            db = std::make_unique<pqxx::nontransaction>(*connection);
-        else
-            db = std::make_unique<pqxx::work>(*connection);
-        Call call {*db, userId, request.method, segments, QUrlQuery(url), request.body};
-        ApiResponse response = handler(call);
-        db->commit();
-        return response;
+        // A pooled connection may have died with a database restart since its last use; nothing
+        // was written through it then, so the request is tried once more on a fresh one.
+        for (int attempt = 1;; ++attempt) {
+            try {
+                auto connection = m_pool.acquire();
+                // A read is one statement, atomic on its own: no BEGIN and COMMIT round trips for it.
+                std::unique_ptr<pqxx::transaction_base> db;
+                if (request.method == "GET")
+                    db = std::make_unique<pqxx::nontransaction>(*connection);
+                else
+                    db = std::make_unique<pqxx::work>(*connection);
+                Call call {*db, userId, request.method, segments, QUrlQuery(url), request.body};
+                ApiResponse response = handler(call);
+                db->commit();
+                return response;
+            } catch (const pqxx::broken_connection&) {
+                if (attempt == 2)
+                    throw;
+            }
+        }
     } catch (const Refusal& refusal) {
         return text(refusal.status, refusal.reason);
     } catch (const pqxx::broken_connection&) {
