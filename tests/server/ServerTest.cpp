@@ -372,6 +372,22 @@ private Q_SLOTS:
         QCOMPARE(send("GET", "/v0/tasks/" + openId.toStdString()).status, 404);
     }
 
+    void tasks_titlesComeBackExactly()
+    {
+        const QString project = createProject(m_ada, QStringLiteral("Text"));
+        const QString list = send("POST", "/v0/task-lists", listBody(project, QStringLiteral("L"), true))
+                                 .object()[QStringLiteral("talId")]
+                                 .toString();
+        const QString title = QStringLiteral("say \"hi\" \\ back\n\ttab \u0001 \u00f1 \U0001F600 </script>");
+        const Reply created = send("POST", "/v0/tasks",
+            {{QStringLiteral("prjId"), project}, {QStringLiteral("talId"), list}, {QStringLiteral("tasTitle"), title}});
+        QCOMPARE(created.status, 201);
+        QCOMPARE(created.object()[QStringLiteral("tasTitle")].toString(), title);
+        const QJsonArray listed = send("GET", "/v0/tasks?taskListId=" + list.toStdString()).array();
+        QCOMPARE(listed.size(), 1);
+        QCOMPARE(listed.at(0).toObject(), created.object());
+    }
+
     void dailyTasks_byUtcDayAndToggle()
     {
         const QString owner = userId(m_ada);
