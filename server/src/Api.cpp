@@ -313,7 +313,7 @@ void appendTask(std::string& out, const pqxx::row& row)
     if (row[5].is_null())
         out += "null";
     else
-        appendString(out, wire::dateOut(row[5].as<qint64>()).toStdString());
+        appendString(out, wire::dateText(row[5].as<qint64>()));
     out += ",\"tasEisenhowerTag\":";
     if (row[6].is_null())
         out += "null";

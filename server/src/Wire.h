@@ -25,6 +25,7 @@ QString uuidOut(const std::string& stored);
 // Seconds since the epoch of an ISO 8601 date-time with "Z" or an offset; fractions are dropped.
 std::optional<qint64> dateIn(const QString& text);
 QString dateOut(qint64 secondsSinceEpoch);
+std::string dateText(qint64 secondsSinceEpoch);
 
 // The body as a JSON object whose keys are all among allowed; throws Refusal 400.
 QJsonObject object(const std::string& body, std::initializer_list<const char*> allowed);
