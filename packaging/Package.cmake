@@ -1,4 +1,5 @@
 # Read at the end of the top directory (see CMakeLists.txt here), when every target is known.
+include(GNUInstallDirs)
 set(packaging_dir ${PROJECT_SOURCE_DIR}/packaging)
 set(generated ${TOLVANE_PACKAGE_GENERATED})
 

@@ -117,7 +117,7 @@ fi
 apt_get purge "$package"
 while IFS= read -r path; do
   [ "$path" = /. ] && continue
-  if [ -d "$path" ] && [ ! -L "$path" ]; then
+  if [ -d "$path" ]; then
     dpkg-query -S "$path" >/dev/null 2>&1 || fail "folder left behind: $path ($(ls -A "$path" | head -3 | tr '\n' ' '))"
   elif [ -e "$path" ] || [ -L "$path" ]; then
     fail "file left behind: $path"
