@@ -779,10 +779,6 @@
         <source>This copy of Tolvane has no support service or support address set up, so messages cannot be sent from here. The console below keeps what went wrong, for you to pass on.</source>
         <translation>This copy of Tolvane has no support service or support address set up, so messages cannot be sent from here. The console below keeps what went wrong, for you to pass on.</translation>
     </message>
-    <message id="user-settings-help-version-text">
-        <source>Tolvane %1</source>
-        <translation>Tolvane %1</translation>
-    </message>
     <message id="user-settings-hours-end-label">
         <source>Day ends at</source>
         <translation>Day ends at</translation>

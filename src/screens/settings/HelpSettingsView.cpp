@@ -42,9 +42,9 @@ HelpSettingsView::HelpSettingsView(const AppServices& services, QWidget* console
     } else {
         layout->addStretch();
     }
-    // Which version this is, for the message and for anyone reading the console.
-    //% "Tolvane %1"
-    auto* version = new QLabel(qtTrId("user-settings-help-version-text").arg(BuildSettings::version()), this);
+    // Which version this is, for the message and for anyone reading the console: a name and a
+    // number, the same in every language.
+    auto* version = new QLabel(QStringLiteral("Tolvane ") + BuildSettings::version(), this);
     version->setObjectName(QStringLiteral("helpVersion"));
     version->setTextInteractionFlags(Qt::TextSelectableByMouse);
     version->setEnabled(false);

@@ -367,8 +367,8 @@ private Q_SLOTS:
     void shouldShowTheProjectVersionBesideTheHelpForm()
     {
         open(UserSettingsSectionEnum::help);
-        QVERIFY(
-            find<QLabel>(QStringLiteral("helpVersion"))->text().endsWith(QStringLiteral(" " TOLVANE_PROJECT_VERSION)));
+        QCOMPARE(
+            find<QLabel>(QStringLiteral("helpVersion"))->text(), QStringLiteral("Tolvane " TOLVANE_PROJECT_VERSION));
     }
 
     void shouldExplainThatNothingCanBeSentWithoutABackendOrAnAddress()
