@@ -58,6 +58,8 @@ esac
 
 deb=$packages_dir/${package}_${version}_amd64.deb
 [ -f "$deb" ] || { echo "FAIL: no $deb (the build step makes it)" >&2; exit 1; }
+[ -z "$sudo" ] || sudo -n true 2>/dev/null \
+  || skip "installing needs root or sudo without a password, and neither is available here"
 installed "$package" \
   && skip "$package is installed on this machine already; checking would replace it and then remove it"
 
@@ -74,6 +76,8 @@ cleanup() {
   rm -f "$before" "$listed"
 }
 trap cleanup EXIT
+# A timeout's kill still cleans up.
+trap 'exit 1' TERM INT
 
 apt_get install --no-install-recommends "$deb"
 dpkg-query -L "$package" >"$listed"
