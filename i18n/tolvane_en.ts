@@ -95,6 +95,10 @@
         <source>Tolvane: alarms pending</source>
         <translation>Tolvane: alarms pending</translation>
     </message>
+    <message id="app-command-line-description">
+        <source>Plan your day: schedule, projects and a daily logbook.</source>
+        <translation>Plan your day: schedule, projects and a daily logbook.</translation>
+    </message>
     <message id="bitacora-choose-day-button">
         <source>Choose a day</source>
         <translation>Choose a day</translation>

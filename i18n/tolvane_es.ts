@@ -95,6 +95,10 @@
         <source>Tolvane: alarms pending</source>
         <translation>Tolvane: alarmas pendientes</translation>
     </message>
+    <message id="app-command-line-description">
+        <source>Plan your day: schedule, projects and a daily logbook.</source>
+        <translation>Planifica tu día: agenda, proyectos y una bitácora diaria.</translation>
+    </message>
     <message id="bitacora-choose-day-button">
         <source>Choose a day</source>
         <translation>Elegir un día</translation>

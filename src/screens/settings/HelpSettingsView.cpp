@@ -42,6 +42,13 @@ HelpSettingsView::HelpSettingsView(const AppServices& services, QWidget* console
     } else {
         layout->addStretch();
     }
+    // Which version this is, for the message and for anyone reading the console: a name and a
+    // number, the same in every language.
+    auto* version = new QLabel(QStringLiteral("Tolvane ") + BuildSettings::version(), this);
+    version->setObjectName(QStringLiteral("helpVersion"));
+    version->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    version->setEnabled(false);
+    layout->addWidget(version, 0, Qt::AlignRight);
     connect(m_message, &QPlainTextEdit::textChanged, this, &HelpSettingsView::render);
     connect(m_send, &QPushButton::clicked, this, &HelpSettingsView::sendHelpMessage);
     render();

@@ -364,6 +364,13 @@ private Q_SLOTS:
             app->console().consoleText().endsWith(u"SupportController.sendMessage failed: No backend is configured"));
     }
 
+    void shouldShowTheProjectVersionBesideTheHelpForm()
+    {
+        open(UserSettingsSectionEnum::help);
+        QCOMPARE(
+            find<QLabel>(QStringLiteral("helpVersion"))->text(), QStringLiteral("Tolvane " TOLVANE_PROJECT_VERSION));
+    }
+
     void shouldExplainThatNothingCanBeSentWithoutABackendOrAnAddress()
     {
         qunsetenv("TOLVANE_SUPPORT_EMAIL");
