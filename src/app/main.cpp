@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 #include "SingleInstance.h"
 #include "TolvaneApp.h"
+#include "platform/ProcessHardening.h"
 #include "screens/common/AppServices.h"
 
 #include <QApplication>
@@ -8,6 +9,8 @@
 
 int main(int argc, char* argv[])
 {
+    // Before any key, token or text is in memory.
+    ProcessHardening::disableCoreDumps();
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Quorvel"));
     QApplication::setApplicationName(QStringLiteral("Tolvane"));
