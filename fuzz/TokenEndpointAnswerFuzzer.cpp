@@ -80,7 +80,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const GIDTokenEndpoint endpoint(UrlSession::shared(), QUrl(QStringLiteral("http://127.0.0.1:%1/token").arg(port)),
         GIDConfiguration(QStringLiteral("client")));
     try {
-        endpoint.refresh(QStringLiteral("refresh-token"));
+        const GIDTokenResponse tokens = endpoint.refresh(QStringLiteral("refresh-token"));
+        // Whatever the number sent, the lifetime kept can be added to the current time.
+        if (tokens.expiresIn < 0 || tokens.expiresIn > 24 * 60 * 60)
+            std::abort();
     } catch (const DescribedError&) {
     }
     answering.join();
