@@ -27,6 +27,13 @@ function(tolvane_add_test name)
     set(ARG_TIMEOUT 120)
   endif()
   set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
+  if(TOLVANE_SANITIZE)
+    # Leaks inside system libraries are suppressed by name (see the file); a test that needs its
+    # own list sets LSAN_OPTIONS again after this. UBSan stops at the first finding with a stack.
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+      "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizers/lsan.supp"
+      "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1")
+  endif()
   if(ARG_LABEL STREQUAL "ui")
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
   endif()

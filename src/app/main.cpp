@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 #include "SingleInstance.h"
 #include "TolvaneApp.h"
+#include "platform/ProcessHardening.h"
 #include "screens/common/AppServices.h"
 
 #include <QApplication>
@@ -57,9 +58,11 @@ bool asksForHelpOrVersion(int argc, char* argv[])
 
 int main(int argc, char* argv[])
 {
+    // Before any key, token or text is in memory.
+    ProcessHardening::disableCoreDumps();
+
     if (asksForHelpOrVersion(argc, argv))
         answerHelpOrVersion(argc, argv);
-
     QApplication application(argc, argv);
     describeApplication();
     QApplication::setDesktopFileName(QStringLiteral("com.quorvel.tolvane"));

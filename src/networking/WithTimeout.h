@@ -35,7 +35,7 @@ template <> struct Outcome<void> {
 template <typename Operation> auto withTimeout(double seconds, Operation operation)
 {
     constexpr bool takesStopToken = std::is_invocable_v<Operation&, std::stop_token>;
-    using Result = std::conditional_t<takesStopToken, std::invoke_result<Operation&, std::stop_token>,
+    using Result = typename std::conditional_t<takesStopToken, std::invoke_result<Operation&, std::stop_token>,
         std::invoke_result<Operation&>>::type;
 
     auto outcome = std::make_shared<WithTimeoutDetail::Outcome<Result>>();

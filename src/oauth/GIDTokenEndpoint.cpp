@@ -6,7 +6,11 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace {
+
+constexpr qint64 maximumLifetimeSeconds = 24 * 60 * 60;
 
 QByteArray formEncoded(const QList<std::pair<QString, QString>>& form)
 {
@@ -99,7 +103,10 @@ GIDTokenResponse GIDTokenEndpoint::post(
     const QJsonObject object = QJsonDocument::fromJson(response.body).object();
     GIDTokenResponse tokens;
     tokens.accessToken = object.value(QLatin1String("access_token")).toString();
-    tokens.expiresIn = static_cast<qint64>(object.value(QLatin1String("expires_in")).toDouble());
+    // Providers give about an hour. Any number may arrive: one beyond a day only makes the client
+    // refresh sooner, while one a 64-bit count cannot hold would overflow on the way to the expiry.
+    const double expiresIn = object.value(QLatin1String("expires_in")).toDouble();
+    tokens.expiresIn = expiresIn > 0 ? static_cast<qint64>(std::min(expiresIn, double(maximumLifetimeSeconds))) : 0;
     tokens.idToken = object.value(QLatin1String("id_token")).toString();
     tokens.refreshToken = object.value(QLatin1String("refresh_token")).toString();
     if (tokens.accessToken.isEmpty()) {

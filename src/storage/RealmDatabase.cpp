@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <openssl/crypto.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -225,8 +226,15 @@ std::shared_ptr<RealmDatabase> RealmDatabase::openKeyed(const RealmConfiguration
     }
     sqlite3_busy_timeout(connection, busyTimeoutMilliseconds);
 
-    const QByteArray hexKey = configuration.encryptionKey.first(rawKeyLength).toHex();
-    database->execute(QStringLiteral("PRAGMA key = \"x'%1'\"").arg(QString::fromLatin1(hexKey)));
+    // The key's text is wiped as soon as SQLCipher has it (which wipes its own copy when the
+    // connection closes), so no freed buffer of ours keeps it until the memory is reused.
+    QByteArray hexKey = configuration.encryptionKey.first(rawKeyLength).toHex();
+    QByteArray statement = "PRAGMA key = \"x'" + hexKey + "'\"";
+    const int keyed = sqlite3_exec(connection, statement.constData(), nullptr, nullptr, nullptr);
+    OPENSSL_cleanse(hexKey.data(), size_t(hexKey.size()));
+    OPENSSL_cleanse(statement.data(), size_t(statement.size()));
+    if (keyed != SQLITE_OK)
+        throw failureOf(connection);
     // A plain SQLite ignores the key and would write the records in clear; refuse before
     // anything is written.
     if (database->query(QStringLiteral("PRAGMA cipher_version")).isEmpty())

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QFile>
 #include <QProcess>
 
 namespace {
@@ -53,6 +54,15 @@ private Q_SLOTS:
         QVERIFY(first.waitForStarted(30000));
         QTRY_VERIFY_WITH_TIMEOUT(bus->isServiceRegistered(serviceName), 60000);
         const QString owner = bus->serviceOwner(serviceName);
+        // Running with its keys in memory: a crash now must not write them into a core file.
+        QFile limits(QStringLiteral("/proc/%1/limits").arg(first.processId()));
+        QVERIFY(limits.open(QIODevice::ReadOnly));
+        QByteArray coreLimit;
+        for (const QByteArray& line : limits.readAll().split('\n')) {
+            if (line.startsWith("Max core file size"))
+                coreLimit = line.simplified();
+        }
+        QCOMPARE(coreLimit, QByteArray("Max core file size 0 0 bytes"));
 
         startTolvane(second);
         QVERIFY(second.waitForStarted(30000));

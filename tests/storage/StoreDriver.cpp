@@ -7,14 +7,20 @@
 //   tst_store_driver FOLDER add COUNT LIST    with the key made, on "go" adds COUNT tasks
 //   tst_store_driver FOLDER hold COUNT LIST   with the key made, on "go" adds COUNT tasks in one
 //                                             exclusive transaction held open until the next line
+//   tst_store_driver FOLDER logbook COUNT LIST with the key made, on "go" saves COUNT revisions of
+//                                             the logbook text of project LIST, as the editor's
+//                                             autosave does; each saved one is printed "ack <n>"
 //
 // It prints "ready" once connected to the keyring and waits for a line on stdin, so that a test
 // can let two of them go at the same moment. Every task the store acknowledged is printed as
 // "ack <id>", every refusal as "fail <text>".
+#include "LogbookRevisions.h"
 #include "platform/SecretServiceKeychain.h"
 #include "platform/SystemSecureRandom.h"
 #include "storage/RealmTable.h"
+#include "tasks/applications/BitacoraApplication.h"
 #include "tasks/database/TaskRealmModel.h"
+#include "tasks/repositories/local/LocalBitacoraRepositoryImpl.h"
 #include "tasks/repositories/local/LocalTaskRepositoryImpl.h"
 
 #include <QCoreApplication>
@@ -51,7 +57,7 @@ int main(int argc, char* argv[])
     QCoreApplication application(argc, argv);
     const QStringList arguments = application.arguments();
     if (arguments.size() != 5) {
-        std::fprintf(stderr, "usage: tst_store_driver FOLDER start|add|hold COUNT LIST\n");
+        std::fprintf(stderr, "usage: tst_store_driver FOLDER start|add|hold|logbook COUNT LIST\n");
         return 2;
     }
     const QString folder = arguments.at(1);
@@ -71,6 +77,25 @@ int main(int argc, char* argv[])
         }
         return *made.dataAs<TasksDatabase>();
     };
+
+    if (mode == QStringLiteral("logbook")) {
+        const ResultEntity made = BitacoraDatabase::make(factory);
+        if (!made.result) {
+            say(QStringLiteral("fail ") + made.firstMessage().value_or(QString()));
+            return 1;
+        }
+        const BitacoraApplication logbook(
+            std::make_shared<LocalBitacoraRepositoryImpl>(*made.dataAs<BitacoraDatabase>()));
+        say(QStringLiteral("ready"));
+        waitForLine();
+        for (int revision = 1; revision <= count; ++revision) {
+            const TaskResultEntity saved
+                = logbook.saveText(list, LogbookRevisions::day, LogbookRevisions::text(revision), list);
+            say(saved.result ? QStringLiteral("ack %1").arg(revision)
+                             : QStringLiteral("fail ") + saved.firstMessage().value_or(QString()));
+        }
+        return 0;
+    }
 
     std::optional<TasksDatabase> database;
     if (mode == QStringLiteral("start")) {
