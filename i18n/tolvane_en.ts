@@ -147,6 +147,10 @@
         <source>Cancel</source>
         <translation>Cancel</translation>
     </message>
+    <message id="create-event-deleted-elsewhere">
+        <source>This event was deleted in another program. What you typed is kept; copy it before closing.</source>
+        <translation>This event was deleted in another program. What you typed is kept; copy it before closing.</translation>
+    </message>
     <message id="create-event-description-label">
         <source>Description</source>
         <translation>Description</translation>
@@ -462,6 +466,10 @@
     <message id="meet-detail-join-button">
         <source>Join</source>
         <translation>Join</translation>
+    </message>
+    <message id="meet-move-failed-title">
+        <source>The event was not moved</source>
+        <translation>The event was not moved</translation>
     </message>
     <message id="menu-app">
         <source>&amp;Tolvane</source>

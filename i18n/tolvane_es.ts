@@ -147,6 +147,10 @@
         <source>Cancel</source>
         <translation>Cancelar</translation>
     </message>
+    <message id="create-event-deleted-elsewhere">
+        <source>This event was deleted in another program. What you typed is kept; copy it before closing.</source>
+        <translation>Otro programa ha eliminado este evento. Lo que escribiste se conserva; cópialo antes de cerrar.</translation>
+    </message>
     <message id="create-event-description-label">
         <source>Description</source>
         <translation>Descripción</translation>
@@ -462,6 +466,10 @@
     <message id="meet-detail-join-button">
         <source>Join</source>
         <translation>Unirse</translation>
+    </message>
+    <message id="meet-move-failed-title">
+        <source>The event was not moved</source>
+        <translation>El evento no se ha movido</translation>
     </message>
     <message id="menu-app">
         <source>&amp;Tolvane</source>

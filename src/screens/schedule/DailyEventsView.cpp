@@ -4,6 +4,8 @@
 #include "meetings/domain/MeetingsError.h"
 #include "platform/NotificationCenter.h"
 #include "platform/SystemClock.h"
+#include "platform/calendar_store/CalendarStore.h"
+#include "platform/calendar_store/CalendarWatcher.h"
 #include "screens/common/AppServices.h"
 #include "screens/common/Async.h"
 #include "screens/common/Icons.h"
@@ -31,6 +33,7 @@ namespace {
 struct LoadedDay {
     DailyEventsDay day;
     std::optional<QString> failure;
+    bool editedMeetGone = false;
 };
 
 QString messageOf(const std::exception& error)
@@ -110,6 +113,7 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     connect(m_timeline, &DailyScheduleTimelineView::onDeleteMeet, this, &DailyEventsView::deleteMeet);
     connect(m_timeline, &DailyScheduleTimelineView::detailRequested, this, &DailyEventsView::showDetail);
     connect(m_timeline, &DailyScheduleTimelineView::alarmToggled, this, &DailyEventsView::setAlarm);
+    connect(m_timeline, &DailyScheduleTimelineView::changeRequested, this, &DailyEventsView::moveMeet);
     connect(m_allDay, &AllDayEventsSectionView::onEditMeet, this, &DailyEventsView::editMeet);
     connect(m_allDay, &AllDayEventsSectionView::onDeleteMeet, this, &DailyEventsView::deleteMeet);
     connect(m_allDay, &AllDayEventsSectionView::detailRequested, this, &DailyEventsView::showDetail);
@@ -119,7 +123,7 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
              NotificationName::alarmScheduleDidChange}) {
         center.addObserver(name, this, [this](const QVariant&) {
             if (m_controller)
-                loadDay();
+                refresh();
         });
     }
     center.addObserver(NotificationName::userAccountDidChange, this, [this](const QVariant&) {
@@ -194,7 +198,16 @@ void DailyEventsView::start()
             m_user = user;
             // Built here: the calendar store must be reached first from the GUI thread.
             m_controller = std::make_shared<const DailyEventsController>(m_services, user, m_eventStore);
-            loadDay();
+            if (!m_watcher) {
+                m_watcher = new CalendarStoreWatcher(CalendarStore::shared(), this);
+                const auto follow = [this] {
+                    m_miniCalendar->reloadMarks();
+                    refresh(true);
+                };
+                connect(m_watcher, &CalendarWatching::eventsChanged, this, follow);
+                connect(m_watcher, &CalendarWatching::calendarsChanged, this, follow);
+            }
+            refresh();
         });
 }
 
@@ -210,23 +223,47 @@ void DailyEventsView::setSelectedDate(const QDate& date)
         || m_miniCalendar->displayedMonth().year() != bounded.year())
         m_miniCalendar->setDisplayedMonth(bounded);
     m_projectsPane->setSelectedDate(bounded);
-    if (m_controller)
-        loadDay();
+    if (!m_controller)
+        return;
+    if (const auto cached = m_cache.constFind(bounded); cached != m_cache.cend()) {
+        // Still as the store has it: the watcher would have said otherwise.
+        ++m_generation;
+        apply(*cached);
+        return;
+    }
+    loadDay();
 }
 
-void DailyEventsView::loadDay()
+bool DailyEventsView::isDayCached(const QDate& day) const
+{
+    return m_cache.contains(day);
+}
+
+void DailyEventsView::refresh(bool live)
+{
+    m_cache.clear();
+    loadDay(live);
+}
+
+void DailyEventsView::loadDay(bool live)
 {
     const quint64 generation = ++m_generation;
     m_isLoading = true;
     const std::shared_ptr<const DailyEventsController> controller = m_controller;
     const QDate date = m_selectedDate;
+    // What the screen shows of the day: the alarms armed on it follow the changes.
+    const QList<MeetEntity> before = live && m_shownDate == date ? m_events : QList<MeetEntity>();
+    const std::optional<MeetEntity> edited = live && m_editor && m_editor->isEditing() ? m_editedMeet : std::nullopt;
     runAsync(
         this,
-        [controller, date] {
+        [controller, date, before, edited] {
             LoadedDay loaded;
             loaded.day.date = date;
             try {
                 loaded.day = controller->loadDay(date);
+                if (!before.isEmpty())
+                    controller->followAlarms(before, loaded.day);
+                loaded.editedMeetGone = edited && !controller->stillExists(*edited);
             } catch (const std::exception& error) {
                 loaded.failure = messageOf(error);
             }
@@ -238,13 +275,31 @@ void DailyEventsView::loadDay()
             if (loaded.failure)
                 m_services.console().appendLine(
                     QStringLiteral("DailyEventsController.loadDay failed: ") + *loaded.failure);
+            else
+                watchCalendars(loaded.day);
             apply(loaded.day);
+            if (loaded.editedMeetGone && m_editor)
+                m_editor->showDeletedElsewhere();
         });
+}
+
+void DailyEventsView::watchCalendars(const DailyEventsDay& day)
+{
+    if (!m_watcher || day.isPermissionDenied)
+        return;
+    const CalendarWatchScope scope
+        = CalendarWatchScope::around(day.date, day.shownCalendarIdentifiers, m_watcher->scope());
+    if (!(scope == m_watcher->scope())) {
+        m_cache.clear();
+        m_watcher->watch(scope);
+    }
+    m_cache.insert(day.date, day);
 }
 
 void DailyEventsView::apply(const DailyEventsDay& day)
 {
     m_isLoading = false;
+    m_shownDate = day.date;
     m_events = day.meets;
     m_armedMeetIds = day.armedMeetIds;
     m_calendars = day.calendars;
@@ -292,7 +347,7 @@ void DailyEventsView::consumePendingNavigation()
     if (*day != m_selectedDate)
         setSelectedDate(*day);
     else if (m_controller)
-        loadDay();
+        refresh();
 }
 
 void DailyEventsView::openPendingMeet()
@@ -386,7 +441,7 @@ void DailyEventsView::createEvent(const QDateTime& start)
             this, &m_services.console(), QStringLiteral("DailyEventsController.create"),
             [self] {
                 if (self)
-                    self->loadDay();
+                    self->refresh();
             },
             [controller](const MeetDraft& draft) { controller->create(draft); }),
         this);
@@ -405,11 +460,57 @@ void DailyEventsView::editMeet(const MeetEntity& meet)
             this, &m_services.console(), QStringLiteral("DailyEventsController.update"),
             [self] {
                 if (self)
-                    self->loadDay();
+                    self->refresh();
             },
             [controller, meet](const MeetDraft& draft) { controller->update(meet, draft); }),
         this);
+    m_editedMeet = meet;
     openEditor(editor);
+}
+
+void DailyEventsView::moveMeet(const MeetEntity& meet, const QDateTime& start, const QDateTime& end)
+{
+    if (!m_controller)
+        return;
+    // Everything else as the meet has it: the same draft the editor would save untouched.
+    MeetDraft draft;
+    draft.title = meet.metName;
+    draft.description = meet.metDescription;
+    draft.start = start;
+    draft.end = end;
+    draft.recurrence = meet.metRecurrenceFrequency;
+    draft.weekdays = meet.metRecurringWeekdays;
+    draft.isAllDay = meet.metIsAllDay;
+    draft.location = meet.metLocation;
+    draft.url = meet.metUrl;
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    runAsync(
+        this,
+        [controller, meet, draft]() -> std::optional<QString> {
+            try {
+                controller->update(meet, draft);
+                return std::nullopt;
+            } catch (const std::exception& error) {
+                const QString message = messageOf(error);
+                return message.isEmpty() ? qtTrId("create-event-generic-error") : message;
+            }
+        },
+        [this](const std::optional<QString>& failure) {
+            m_moveErrorMessage = failure;
+            // Either way the day is read again: the meet at its new time, or back where it was.
+            refresh();
+            if (!failure)
+                return;
+            m_services.console().appendLine(QStringLiteral("DailyEventsController.update failed: ") + *failure);
+            if (m_moveAlert)
+                m_moveAlert->close();
+            //% "The event was not moved"
+            m_moveAlert = new QMessageBox(
+                QMessageBox::Warning, qtTrId("meet-move-failed-title"), *failure, QMessageBox::Ok, this);
+            m_moveAlert->setObjectName(QStringLiteral("meetMoveFailedAlert"));
+            m_moveAlert->setAttribute(Qt::WA_DeleteOnClose);
+            m_moveAlert->open();
+        });
 }
 
 void DailyEventsView::deleteMeet(const MeetEntity& meet)
@@ -451,7 +552,7 @@ void DailyEventsView::deleteMeet(const MeetEntity& meet)
                 QMessageBox::warning(this, qtTrId("meet-delete-confirmation-title"), *failure);
                 return;
             }
-            loadDay();
+            refresh();
         });
 }
 
@@ -481,7 +582,7 @@ void DailyEventsView::setDayAlarms(bool armed)
             if (!arming)
                 showAlarmRefusal(QStringLiteral("DailyEventsController.setDayAlarms failed: "), *arming.refusal);
             m_navigator->setTogglingDayAlarms(false);
-            loadDay();
+            refresh();
         });
 }
 

@@ -9,6 +9,7 @@
 #include "screens/schedule/MeetDetailView.h"
 
 #include <QDate>
+#include <QHash>
 #include <QMessageBox>
 #include <QPointer>
 #include <QSet>
@@ -19,6 +20,7 @@
 
 class AllDayEventsSectionView;
 class AppServices;
+class CalendarWatching;
 class DailyEventsController;
 class DailyEventsDateNavigatorView;
 class DailyEventsTimeRangeControlView;
@@ -74,6 +76,10 @@ public:
     ScheduleProjectsPaneView* projectsPane() const { return m_projectsPane; }
     MeetDetailView* meetDetail() const { return m_detail; }
     CreateEventView* editor() const { return m_editor; }
+    // Tells the screen what other programs change; set once the schedule has started.
+    CalendarWatching* calendarWatcher() const { return m_watcher; }
+    // Whether the day is kept in memory, so that showing it again waits on nothing.
+    bool isDayCached(const QDate& day) const;
 
     // Acts on what the window left in the bindings: the day to show and the meet to open.
     void consumePendingNavigation();
@@ -84,6 +90,12 @@ public:
     // Asks for confirmation, then deletes.
     void deleteMeet(const MeetEntity& meet);
     void showDetail(const MeetEntity& meet);
+    // Saves the meet at another time or length, as the editor saves it; on failure the meet
+    // stays where it was and an alert says why.
+    void moveMeet(const MeetEntity& meet, const QDateTime& start, const QDateTime& end);
+    // Why the last move or resize was not saved.
+    const std::optional<QString>& moveErrorMessage() const { return m_moveErrorMessage; }
+    QMessageBox* moveAlert() const { return m_moveAlert; }
 
 Q_SIGNALS:
     // After every load of the day's meets, for tests and benchmarks.
@@ -96,8 +108,12 @@ protected:
 private:
     void readStoredHourRange();
     void start();
-    void loadDay();
+    // live: another program changed what the day shows; alarms and an open editor follow.
+    void loadDay(bool live = false);
+    // The shown day read again and every other day forgotten, after something changed them.
+    void refresh(bool live = false);
     void apply(const DailyEventsDay& day);
+    void watchCalendars(const DailyEventsDay& day);
     void setHourRange(int startHour, int endHour);
     void setAlarm(const MeetEntity& meet, bool armed);
     void setDayAlarms(bool armed);
@@ -112,7 +128,14 @@ private:
     std::shared_ptr<const DailyEventsController> m_controller;
     std::optional<UserEntity> m_user;
     QDate m_selectedDate;
+    // The day whose meets are on screen.
+    QDate m_shownDate;
     QList<MeetEntity> m_events;
+    // The days read since the watched calendars last changed, all within the watched span.
+    QHash<QDate, DailyEventsDay> m_cache;
+    CalendarWatching* m_watcher = nullptr;
+    // The meet open in the editor, to tell when another program deletes it.
+    std::optional<MeetEntity> m_editedMeet;
     QList<CalendarStoreCalendar> m_calendars;
     QString m_defaultCalendarIdentifier;
     QSet<QUuid> m_armedMeetIds;
@@ -123,6 +146,8 @@ private:
     std::optional<MeetEntity> m_meetPendingDeletion;
     std::optional<QString> m_deleteErrorMessage;
     std::optional<QString> m_alarmErrorMessage;
+    std::optional<QString> m_moveErrorMessage;
+    QPointer<QMessageBox> m_moveAlert;
     int m_startHour = defaultStartHour;
     int m_endHour = defaultEndHour;
     bool m_started = false;
