@@ -253,7 +253,8 @@ void DailyEventsView::loadDay(bool live)
     const QDate date = m_selectedDate;
     // What the screen shows of the day: the alarms armed on it follow the changes.
     const QList<MeetEntity> before = live && m_shownDate == date ? m_events : QList<MeetEntity>();
-    const std::optional<MeetEntity> edited = live && m_editor && m_editor->isEditing() ? m_editedMeet : std::nullopt;
+    // Any read may be the first after another program deleted the meet being edited.
+    const std::optional<MeetEntity> edited = m_editor && m_editor->isEditing() ? m_editedMeet : std::nullopt;
     runAsync(
         this,
         [controller, date, before, edited] {

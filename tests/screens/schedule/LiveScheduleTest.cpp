@@ -407,14 +407,14 @@ private Q_SLOTS:
         QCOMPARE(controller.loadDay(day.addDays(2)).meets.first().metDate, QDateTime(day.addDays(2), QTime(9, 0)));
     }
 
-    // A blank title, written by another program, is refused as the editor refuses it.
+    // A meet of no length, written by another program, is refused as the editor refuses it.
     void aMoveThatCannotBeSavedPutsTheCardBackAndSaysWhy()
     {
         const QString work = addCalendar(QStringLiteral("Work"));
         const QDate day = QDate::currentDate().addDays(3);
         {
             OtherProgram other(work);
-            other.add(QStringLiteral("   "), QDateTime(day, QTime(10, 0)), QDateTime(day, QTime(11, 0)));
+            other.add(QStringLiteral("Reminder"), QDateTime(day, QTime(10, 0)), QDateTime(day, QTime(10, 0)));
         }
         open(day);
         QCOMPARE(view->timeline()->cards().size(), 1);
@@ -422,8 +422,8 @@ private Q_SLOTS:
         const QRect placed = card->geometry();
         drag(card, card->rect().center(), QPoint(0, 2 * DailyScheduleTimelineView::slotHeight));
         QTRY_VERIFY_WITH_TIMEOUT(view->moveAlert() != nullptr, 15000);
-        QCOMPARE(
-            view->moveErrorMessage().value_or(QString()), MeetValidationError::invalidTitle().localizedDescription());
+        QCOMPARE(view->moveErrorMessage().value_or(QString()),
+            MeetValidationError::invalidTimeRange().localizedDescription());
         QCOMPARE(view->moveAlert()->text(), *view->moveErrorMessage());
         QTRY_COMPARE_WITH_TIMEOUT(view->timeline()->cards().constFirst()->geometry(), placed, 15000);
         QCOMPARE(only().metDate, QDateTime(day, QTime(10, 0)));
