@@ -539,6 +539,14 @@
         <source>Set up your account to start.</source>
         <translation>Set up your account to start.</translation>
     </message>
+    <message id="schedule-notice-moved">
+        <source>Event moved</source>
+        <translation>Event moved</translation>
+    </message>
+    <message id="schedule-notice-resized">
+        <source>Event length changed</source>
+        <translation>Event length changed</translation>
+    </message>
     <message id="schedule-projects-no-default-list-text">
         <source>This project has no default list.</source>
         <translation>This project has no default list.</translation>
@@ -546,6 +554,10 @@
     <message id="schedule-projects-panel-title">
         <source>Projects</source>
         <translation>Projects</translation>
+    </message>
+    <message id="schedule-undo-button">
+        <source>Undo</source>
+        <translation>Undo</translation>
     </message>
     <message id="sidebar-agenda-link">
         <source>Schedule</source>

@@ -539,6 +539,14 @@
         <source>Set up your account to start.</source>
         <translation>Configura tu cuenta para empezar.</translation>
     </message>
+    <message id="schedule-notice-moved">
+        <source>Event moved</source>
+        <translation>Evento movido</translation>
+    </message>
+    <message id="schedule-notice-resized">
+        <source>Event length changed</source>
+        <translation>Duración del evento cambiada</translation>
+    </message>
     <message id="schedule-projects-no-default-list-text">
         <source>This project has no default list.</source>
         <translation>Este proyecto no tiene lista predeterminada.</translation>
@@ -546,6 +554,10 @@
     <message id="schedule-projects-panel-title">
         <source>Projects</source>
         <translation>Proyectos</translation>
+    </message>
+    <message id="schedule-undo-button">
+        <source>Undo</source>
+        <translation>Deshacer</translation>
     </message>
     <message id="sidebar-agenda-link">
         <source>Schedule</source>

@@ -167,6 +167,8 @@ void CalendarStoreWatcher::watch(const CalendarWatchScope& scope)
                                 return;
                             }
                             owner->m_views.append(std::move(view));
+                            // What changed between the screen's last read and now went unseen.
+                            owner->noteEvents(request->calendarIdentifier);
                         },
                         request);
                 },

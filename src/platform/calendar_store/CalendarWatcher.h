@@ -60,7 +60,7 @@ class CalendarStoreWatcher final : public CalendarWatching {
 
 public:
     // How long a burst of changes is gathered before it is told.
-    static constexpr int settleMilliseconds = 120;
+    static constexpr int settleMilliseconds = 50;
 
     explicit CalendarStoreWatcher(CalendarStore& store, QObject* parent = nullptr);
     ~CalendarStoreWatcher() override;

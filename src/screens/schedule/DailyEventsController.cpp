@@ -12,6 +12,7 @@
 #include "screens/common/AppServices.h"
 
 #include <QGuiApplication>
+#include <QMutex>
 #include <QPalette>
 
 namespace {
@@ -160,6 +161,10 @@ MeetAlarmScheduler::Arming DailyEventsController::setDayAlarms(const QList<MeetE
 
 bool DailyEventsController::followAlarms(const QList<MeetEntity>& before, DailyEventsDay& day) const
 {
+    // Two reads of the day may follow the same change at once; the armed set is read, changed and
+    // written back, so one at a time.
+    static QMutex following;
+    const QMutexLocker locker(&following);
     QHash<QUuid, const MeetEntity*> now;
     for (const MeetEntity& meet : std::as_const(day.meets))
         now.insert(meet.metId, &meet);

@@ -20,13 +20,18 @@
 #include "screens/schedule/ScheduleProjectsPaneView.h"
 
 #include <QEvent>
+#include <QFrame>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <variant>
 
 namespace {
 
@@ -57,6 +62,10 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     , m_timeRange(new DailyEventsTimeRangeControlView(this))
     , m_allDay(new AllDayEventsSectionView(this))
     , m_timeline(new DailyScheduleTimelineView(m_clock, QTimeZone::systemTimeZone(), this))
+    , m_notice(new QFrame(this))
+    , m_noticeText(new QLabel(m_notice))
+    , m_undoButton(new QPushButton(m_notice))
+    , m_noticeTimer(new QTimer(this))
 {
     setObjectName(QStringLiteral("dailyEventsView"));
     const std::shared_ptr<const MiniCalendarHolidaySource> holidays
@@ -82,10 +91,32 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     dayScroll->setFrameShape(QFrame::NoFrame);
     dayScroll->setWidget(dayContent);
 
+    m_notice->setObjectName(QStringLiteral("scheduleNotice"));
+    m_notice->setFrameShape(QFrame::StyledPanel);
+    auto* noticeLayout = new QHBoxLayout(m_notice);
+    noticeLayout->setContentsMargins(8, 2, 4, 2);
+    noticeLayout->addWidget(m_noticeText, 1);
+    noticeLayout->addWidget(m_undoButton);
+    m_undoButton->setObjectName(QStringLiteral("scheduleUndoButton"));
+    //% "Undo"
+    m_undoButton->setText(qtTrId("schedule-undo-button"));
+    m_notice->hide();
+    // Long enough to read and reach for the button; the notice is no record.
+    m_noticeTimer->setSingleShot(true);
+    m_noticeTimer->setInterval(8000);
+    connect(m_noticeTimer, &QTimer::timeout, m_notice, &QWidget::hide);
+    connect(m_undoButton, &QPushButton::clicked, this, [this] {
+        m_notice->hide();
+        m_noticeTimer->stop();
+        if (const std::function<void()> undo = std::exchange(m_undo, {}))
+            undo();
+    });
+
     auto* dayColumn = new QWidget(this);
     auto* dayColumnLayout = new QVBoxLayout(dayColumn);
     dayColumnLayout->addWidget(m_navigator);
     dayColumnLayout->addWidget(m_timeRange);
+    dayColumnLayout->addWidget(m_notice);
     dayColumnLayout->addWidget(dayScroll, 1);
 
     auto* side = new QWidget(this);
@@ -113,7 +144,8 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     connect(m_timeline, &DailyScheduleTimelineView::onDeleteMeet, this, &DailyEventsView::deleteMeet);
     connect(m_timeline, &DailyScheduleTimelineView::detailRequested, this, &DailyEventsView::showDetail);
     connect(m_timeline, &DailyScheduleTimelineView::alarmToggled, this, &DailyEventsView::setAlarm);
-    connect(m_timeline, &DailyScheduleTimelineView::changeRequested, this, &DailyEventsView::moveMeet);
+    connect(m_timeline, &DailyScheduleTimelineView::changeRequested, this,
+        [this](const MeetEntity& meet, const QDateTime& start, const QDateTime& end) { moveMeet(meet, start, end); });
     connect(m_allDay, &AllDayEventsSectionView::onEditMeet, this, &DailyEventsView::editMeet);
     connect(m_allDay, &AllDayEventsSectionView::onDeleteMeet, this, &DailyEventsView::deleteMeet);
     connect(m_allDay, &AllDayEventsSectionView::detailRequested, this, &DailyEventsView::showDetail);
@@ -200,12 +232,13 @@ void DailyEventsView::start()
             m_controller = std::make_shared<const DailyEventsController>(m_services, user, m_eventStore);
             if (!m_watcher) {
                 m_watcher = new CalendarStoreWatcher(CalendarStore::shared(), this);
-                const auto follow = [this] {
+                connect(m_watcher, &CalendarWatching::eventsChanged, this, [this] { refresh(true); });
+                // The marks read a whole month of the holiday calendars: only a change of
+                // calendars (one added, switched on or off) is worth that.
+                connect(m_watcher, &CalendarWatching::calendarsChanged, this, [this] {
                     m_miniCalendar->reloadMarks();
                     refresh(true);
-                };
-                connect(m_watcher, &CalendarWatching::eventsChanged, this, follow);
-                connect(m_watcher, &CalendarWatching::calendarsChanged, this, follow);
+                });
             }
             refresh();
         });
@@ -469,7 +502,16 @@ void DailyEventsView::editMeet(const MeetEntity& meet)
     openEditor(editor);
 }
 
-void DailyEventsView::moveMeet(const MeetEntity& meet, const QDateTime& start, const QDateTime& end)
+void DailyEventsView::showNotice(const QString& text, std::function<void()> undo)
+{
+    m_noticeText->setText(text);
+    m_undo = std::move(undo);
+    m_undoButton->setVisible(bool(m_undo));
+    m_notice->show();
+    m_noticeTimer->start();
+}
+
+void DailyEventsView::moveMeet(const MeetEntity& meet, const QDateTime& start, const QDateTime& end, bool undoable)
 {
     if (!m_controller)
         return;
@@ -487,21 +529,33 @@ void DailyEventsView::moveMeet(const MeetEntity& meet, const QDateTime& start, c
     const std::shared_ptr<const DailyEventsController> controller = m_controller;
     runAsync(
         this,
-        [controller, meet, draft]() -> std::optional<QString> {
+        [controller, meet, draft]() -> std::variant<MeetEntity, QString> {
             try {
-                controller->update(meet, draft);
-                return std::nullopt;
+                return controller->update(meet, draft);
             } catch (const std::exception& error) {
                 const QString message = messageOf(error);
                 return message.isEmpty() ? qtTrId("create-event-generic-error") : message;
             }
         },
-        [this](const std::optional<QString>& failure) {
-            m_moveErrorMessage = failure;
+        [this, meet, undoable](const std::variant<MeetEntity, QString>& outcome) {
+            const QString* failed = std::get_if<QString>(&outcome);
+            m_moveErrorMessage = failed ? std::optional(*failed) : std::nullopt;
+            const std::optional<QString>& failure = m_moveErrorMessage;
             // Either way the day is read again: the meet at its new time, or back where it was.
             refresh();
-            if (!failure)
+            if (!failure) {
+                if (!undoable)
+                    return;
+                const MeetEntity moved = std::get<MeetEntity>(outcome);
+                //% "Event moved"
+                QString text = qtTrId("schedule-notice-moved");
+                if (moved.metDate == meet.metDate) {
+                    //% "Event length changed"
+                    text = qtTrId("schedule-notice-resized");
+                }
+                showNotice(text, [this, moved, meet] { moveMeet(moved, meet.metDate, meet.endDate(), false); });
                 return;
+            }
             m_services.console().appendLine(QStringLiteral("DailyEventsController.update failed: ") + *failure);
             if (m_moveAlert)
                 m_moveAlert->close();

@@ -15,10 +15,15 @@
 #include <QSet>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
 class AllDayEventsSectionView;
+class QFrame;
+class QLabel;
+class QPushButton;
+class QTimer;
 class AppServices;
 class CalendarWatching;
 class DailyEventsController;
@@ -92,7 +97,12 @@ public:
     void showDetail(const MeetEntity& meet);
     // Saves the meet at another time or length, as the editor saves it; on failure the meet
     // stays where it was and an alert says why.
-    void moveMeet(const MeetEntity& meet, const QDateTime& start, const QDateTime& end);
+    // A move or resize saved shows a notice whose Undo puts the meet back.
+    void moveMeet(const MeetEntity& meet, const QDateTime& start, const QDateTime& end, bool undoable = true);
+    // The short notice after a move or resize; hidden when there is none.
+    QFrame* notice() const { return m_notice; }
+    QLabel* noticeText() const { return m_noticeText; }
+    QPushButton* undoButton() const { return m_undoButton; }
     // Why the last move or resize was not saved.
     const std::optional<QString>& moveErrorMessage() const { return m_moveErrorMessage; }
     QMessageBox* moveAlert() const { return m_moveAlert; }
@@ -120,6 +130,7 @@ private:
     void showAlarmRefusal(const QString& consolePrefix, const MeetAlarmError& refusal);
     void openPendingMeet();
     void openEditor(CreateEventView* editor);
+    void showNotice(const QString& text, std::function<void()> undo);
 
     const AppServices& m_services;
     Bindings m_bindings;
@@ -148,6 +159,7 @@ private:
     std::optional<QString> m_alarmErrorMessage;
     std::optional<QString> m_moveErrorMessage;
     QPointer<QMessageBox> m_moveAlert;
+    std::function<void()> m_undo;
     int m_startHour = defaultStartHour;
     int m_endHour = defaultEndHour;
     bool m_started = false;
@@ -158,6 +170,10 @@ private:
     DailyEventsTimeRangeControlView* m_timeRange;
     AllDayEventsSectionView* m_allDay;
     DailyScheduleTimelineView* m_timeline;
+    QFrame* m_notice;
+    QLabel* m_noticeText;
+    QPushButton* m_undoButton;
+    QTimer* m_noticeTimer;
     MiniCalendarView* m_miniCalendar;
     ScheduleProjectsPaneView* m_projectsPane;
     QPointer<MeetDetailView> m_detail;

@@ -16,8 +16,11 @@
 #include "support/notifications/TestNotificationServer.h"
 #include "support/ui/AppFixture.h"
 
+#include <QFrame>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -349,6 +352,8 @@ private Q_SLOTS:
         drag(card, card->rect().center(), QPoint(0, 2 * slot + 3));
         QTRY_COMPARE_WITH_TIMEOUT(only().metDate, QDateTime(day, QTime(12, 0)), 15000);
         QCOMPARE(only().metDuration, 3600.0);
+        QTRY_VERIFY(view->notice()->isVisible());
+        QCOMPARE(view->noticeText()->text(), qtTrId("schedule-notice-moved"));
 
         // The bottom edge an hour and a quarter lower: longer, same start.
         card = view->timeline()->cards().constFirst();
@@ -382,11 +387,20 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(only().metDuration, 2 * 3600.0, 15000);
         QCOMPARE(only().metDate, QDateTime(day, QTime(12, 15)));
 
+        QTRY_COMPARE(view->noticeText()->text(), qtTrId("schedule-notice-resized"));
+
+        // Undo puts the last change back, and is itself not undone by another notice.
+        QVERIFY(view->notice()->isVisible());
+        view->undoButton()->click();
+        QVERIFY(!view->notice()->isVisible());
+        QTRY_COMPARE_WITH_TIMEOUT(only().metDuration, 2.25 * 3600, 15000);
+        QVERIFY(!view->notice()->isVisible());
+
         // A fresh read of the store, not the screen's copy.
         const DailyEventsDay stored = controller.loadDay(day);
         QCOMPARE(stored.meets.size(), 1);
         QCOMPARE(stored.meets.first().metDate, QDateTime(day, QTime(12, 15)));
-        QCOMPARE(stored.meets.first().endDate(), QDateTime(day, QTime(14, 15)));
+        QCOMPARE(stored.meets.first().endDate(), QDateTime(day, QTime(14, 30)));
     }
 
     // A moved occurrence of a series moves alone, as an edit in the editor does.
