@@ -38,7 +38,10 @@ struct DailyEventsDay;
 // The daily schedule: the chosen day's meets on an hour timeline with the all-day ones above,
 // the day's alarms, and beside them the mini calendar, the daily checklist and the projects.
 // Meets are read from the calendar store (and the backend for a Google account) off the GUI
-// thread and reloaded after every change and on the application-wide notifications.
+// thread and reloaded after every change and on the application-wide notifications. The calendar
+// store is watched around the shown day, so that what other programs change shows at once (the
+// day's alarms following their meets); the days read since the last change are kept, so going
+// back to one waits on nothing.
 class DailyEventsView final : public QWidget {
     Q_OBJECT
 
