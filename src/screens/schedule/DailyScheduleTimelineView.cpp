@@ -46,7 +46,20 @@ void DailyScheduleTimelineView::setDay(
         m_currentTimeTimer->start();
     else
         m_currentTimeTimer->stop();
+    // Moved from the keyboard, a card is rebuilt at its new time: it keeps the focus, so that the
+    // next Alt+Down moves it again.
+    QString focusedEvent;
+    for (const DailyEventCardView* card : std::as_const(m_cards)) {
+        if (card->hasFocus())
+            focusedEvent = card->meet().metOriginalIdentifier;
+    }
     rebuildCards();
+    for (DailyEventCardView* card : std::as_const(m_cards)) {
+        if (!focusedEvent.isEmpty() && card->meet().metOriginalIdentifier == focusedEvent) {
+            card->setFocus(Qt::OtherFocusReason);
+            break;
+        }
+    }
     update();
 }
 

@@ -16,10 +16,12 @@
 #include "support/notifications/TestNotificationServer.h"
 #include "support/ui/AppFixture.h"
 
+#include <QApplication>
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -401,6 +403,20 @@ private Q_SLOTS:
         QCOMPARE(stored.meets.size(), 1);
         QCOMPARE(stored.meets.first().metDate, QDateTime(day, QTime(12, 15)));
         QCOMPARE(stored.meets.first().endDate(), QDateTime(day, QTime(14, 30)));
+
+        // With Alt held, by the minute: 41 pixels are 72 minutes and some seconds.
+        card = view->timeline()->cards().constFirst();
+        const QPoint from = card->rect().center();
+        const QPoint onTimeline = card->mapTo(view->timeline(), from);
+        QTest::mousePress(card, Qt::LeftButton, {}, from);
+        for (const int by : {20, 41}) {
+            const QPoint to = card->mapFrom(view->timeline(), onTimeline + QPoint(0, by));
+            QMouseEvent move(
+                QEvent::MouseMove, to, card->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::AltModifier);
+            QApplication::sendEvent(card, &move);
+        }
+        QTest::mouseRelease(card, Qt::LeftButton, {}, card->mapFrom(view->timeline(), onTimeline + QPoint(0, 41)));
+        QTRY_COMPARE_WITH_TIMEOUT(only().metDate, QDateTime(day, QTime(13, 27)), 15000);
     }
 
     // A moved occurrence of a series moves alone, as an edit in the editor does.
