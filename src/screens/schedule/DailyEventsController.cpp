@@ -183,6 +183,10 @@ bool DailyEventsController::followAlarms(const QList<MeetEntity>& before, DailyE
             }
             continue;
         }
+        // Hidden here but still in the store: the meet is only out of sight.
+        if (old.metSource == MeetSource::eventKit && !day.shownCalendarIdentifiers.contains(old.metCalendarIdentifier)
+            && m_eventStore->calendar(old.metCalendarIdentifier))
+            continue;
         m_alarms.disarm(old);
         changed = true;
         // Its identity follows its start: the meet of the same event that is new to the day is

@@ -232,12 +232,12 @@ void DailyEventsView::start()
             m_controller = std::make_shared<const DailyEventsController>(m_services, user, m_eventStore);
             if (!m_watcher) {
                 m_watcher = new CalendarStoreWatcher(CalendarStore::shared(), this);
-                connect(m_watcher, &CalendarWatching::eventsChanged, this, [this] { refresh(true); });
+                connect(m_watcher, &CalendarWatching::eventsChanged, this, [this] { refresh(); });
                 // The marks read a whole month of the holiday calendars: only a change of
                 // calendars (one added, switched on or off) is worth that.
                 connect(m_watcher, &CalendarWatching::calendarsChanged, this, [this] {
                     m_miniCalendar->reloadMarks();
-                    refresh(true);
+                    refresh();
                 });
             }
             refresh();
@@ -272,20 +272,22 @@ bool DailyEventsView::isDayCached(const QDate& day) const
     return m_cache.contains(day);
 }
 
-void DailyEventsView::refresh(bool live)
+void DailyEventsView::refresh()
 {
     m_cache.clear();
-    loadDay(live);
+    loadDay();
 }
 
-void DailyEventsView::loadDay(bool live)
+void DailyEventsView::loadDay()
 {
     const quint64 generation = ++m_generation;
     m_isLoading = true;
     const std::shared_ptr<const DailyEventsController> controller = m_controller;
     const QDate date = m_selectedDate;
-    // What the screen shows of the day: the alarms armed on it follow the changes.
-    const QList<MeetEntity> before = live && m_shownDate == date ? m_events : QList<MeetEntity>();
+    // What the screen shows of the day: the alarms armed on it follow the changes, whoever made
+    // them. Any read may be the first to see a change (the store's range index can lag behind
+    // its notification), so every read of the shown day follows.
+    const QList<MeetEntity> before = m_shownDate == date ? m_events : QList<MeetEntity>();
     // Any read may be the first after another program deleted the meet being edited.
     const std::optional<MeetEntity> edited = m_editor && m_editor->isEditing() ? m_editedMeet : std::nullopt;
     runAsync(

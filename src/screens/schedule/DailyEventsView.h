@@ -121,10 +121,11 @@ protected:
 private:
     void readStoredHourRange();
     void start();
-    // live: another program changed what the day shows; alarms and an open editor follow.
-    void loadDay(bool live = false);
+    // Reads the selected day; the alarms of the meets shown and an open editor follow what
+    // changed since the last read.
+    void loadDay();
     // The shown day read again and every other day forgotten, after something changed them.
-    void refresh(bool live = false);
+    void refresh();
     void apply(const DailyEventsDay& day);
     void watchCalendars(const DailyEventsDay& day);
     void setHourRange(int startHour, int endHour);
