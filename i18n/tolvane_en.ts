@@ -151,6 +151,10 @@
         <source>Cancel</source>
         <translation>Cancel</translation>
     </message>
+    <message id="create-event-deleted-elsewhere">
+        <source>This event was deleted in another program. What you typed is kept; copy it before closing.</source>
+        <translation>This event was deleted in another program. What you typed is kept; copy it before closing.</translation>
+    </message>
     <message id="create-event-description-label">
         <source>Description</source>
         <translation>Description</translation>
@@ -467,6 +471,10 @@
         <source>Join</source>
         <translation>Join</translation>
     </message>
+    <message id="meet-move-failed-title">
+        <source>The event was not moved</source>
+        <translation>The event was not moved</translation>
+    </message>
     <message id="menu-app">
         <source>&amp;Tolvane</source>
         <translation>&amp;Tolvane</translation>
@@ -535,6 +543,14 @@
         <source>Set up your account to start.</source>
         <translation>Set up your account to start.</translation>
     </message>
+    <message id="schedule-notice-moved">
+        <source>Event moved</source>
+        <translation>Event moved</translation>
+    </message>
+    <message id="schedule-notice-resized">
+        <source>Event length changed</source>
+        <translation>Event length changed</translation>
+    </message>
     <message id="schedule-projects-no-default-list-text">
         <source>This project has no default list.</source>
         <translation>This project has no default list.</translation>
@@ -542,6 +558,10 @@
     <message id="schedule-projects-panel-title">
         <source>Projects</source>
         <translation>Projects</translation>
+    </message>
+    <message id="schedule-undo-button">
+        <source>Undo</source>
+        <translation>Undo</translation>
     </message>
     <message id="sidebar-agenda-link">
         <source>Schedule</source>

@@ -151,6 +151,10 @@
         <source>Cancel</source>
         <translation>Cancelar</translation>
     </message>
+    <message id="create-event-deleted-elsewhere">
+        <source>This event was deleted in another program. What you typed is kept; copy it before closing.</source>
+        <translation>Otro programa ha eliminado este evento. Lo que escribiste se conserva; cópialo antes de cerrar.</translation>
+    </message>
     <message id="create-event-description-label">
         <source>Description</source>
         <translation>Descripción</translation>
@@ -467,6 +471,10 @@
         <source>Join</source>
         <translation>Unirse</translation>
     </message>
+    <message id="meet-move-failed-title">
+        <source>The event was not moved</source>
+        <translation>El evento no se ha movido</translation>
+    </message>
     <message id="menu-app">
         <source>&amp;Tolvane</source>
         <translation>&amp;Tolvane</translation>
@@ -535,6 +543,14 @@
         <source>Set up your account to start.</source>
         <translation>Configura tu cuenta para empezar.</translation>
     </message>
+    <message id="schedule-notice-moved">
+        <source>Event moved</source>
+        <translation>Evento movido</translation>
+    </message>
+    <message id="schedule-notice-resized">
+        <source>Event length changed</source>
+        <translation>Duración del evento cambiada</translation>
+    </message>
     <message id="schedule-projects-no-default-list-text">
         <source>This project has no default list.</source>
         <translation>Este proyecto no tiene lista predeterminada.</translation>
@@ -542,6 +558,10 @@
     <message id="schedule-projects-panel-title">
         <source>Projects</source>
         <translation>Proyectos</translation>
+    </message>
+    <message id="schedule-undo-button">
+        <source>Undo</source>
+        <translation>Deshacer</translation>
     </message>
     <message id="sidebar-agenda-link">
         <source>Schedule</source>

@@ -677,15 +677,20 @@ ECalClient* CalendarStore::requireClient(const QString& calendarIdentifier) cons
     return found;
 }
 
+QByteArray CalendarStore::rangeQuery(const QDateTime& start, const QDateTime& end) const
+{
+    // The third argument names the zone floating times are read in (UTC otherwise).
+    return "(occur-in-time-range? (make-time \"" + isoUtc(start.addSecs(-marginSeconds)) + "\") (make-time \""
+        + isoUtc(end.addSecs(marginSeconds)) + "\") \"" + m_zoneLocation + "\")";
+}
+
 QList<CalendarStoreEvent> CalendarStore::events(
     const QDateTime& start, const QDateTime& end, const QStringList& calendarIdentifiers) const
 {
     QList<CalendarStoreEvent> events;
     if (!m_registry || !(start < end))
         return events;
-    // The third argument names the zone floating times are read in (UTC otherwise).
-    const QByteArray query = "(occur-in-time-range? (make-time \"" + isoUtc(start.addSecs(-marginSeconds))
-        + "\") (make-time \"" + isoUtc(end.addSecs(marginSeconds)) + "\") \"" + m_zoneLocation + "\")";
+    const QByteArray query = rangeQuery(start, end);
     const time_t from = start.toSecsSinceEpoch() - marginSeconds;
     const time_t to = end.toSecsSinceEpoch() + marginSeconds;
     for (const QString& calendarIdentifier : calendarIdentifiers) {

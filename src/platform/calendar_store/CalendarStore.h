@@ -177,10 +177,15 @@ public:
     // Returns the number of events added. Throws CalendarStoreError.
     int importCalendarData(const QString& calendarIdentifier, const QByteArray& icalendar) const;
 
-private:
     // A connected client for the calendar, kept for the life of the store; nullptr when the
-    // calendar cannot be opened (why goes to *error).
+    // calendar cannot be opened (why goes to *error). Blocks while the calendar opens.
     ECalClient* client(const QString& calendarIdentifier, QString* error = nullptr) const;
+    // The source registry, for watching it on the GUI thread; nullptr when EDS was unreachable.
+    ESourceRegistry* registry() const { return m_registry; }
+    // The EDS query for the occurrences overlapping [start, end), with the margin reads use.
+    QByteArray rangeQuery(const QDateTime& start, const QDateTime& end) const;
+
+private:
     ECalClient* requireClient(const QString& calendarIdentifier) const;
 
     ESourceRegistry* m_registry = nullptr;

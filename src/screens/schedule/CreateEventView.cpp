@@ -307,3 +307,12 @@ void CreateEventView::save()
         refresh();
     });
 }
+
+void CreateEventView::showDeletedElsewhere()
+{
+    // clang-format off
+    //% "This event was deleted in another program. What you typed is kept; copy it before closing."
+    m_errorMessage = qtTrId("create-event-deleted-elsewhere");
+    // clang-format on
+    refresh();
+}

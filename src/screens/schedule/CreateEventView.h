@@ -56,6 +56,8 @@ public:
     QPushButton* cancelButton() const { return m_cancel; }
 
     void save();
+    // The edited meet was deleted by another program: says so, keeping what was typed.
+    void showDeletedElsewhere();
 
 private:
     CreateEventView(bool isEditing, OnSave onSave, QWidget* parent);

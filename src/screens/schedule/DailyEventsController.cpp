@@ -12,6 +12,7 @@
 #include "screens/common/AppServices.h"
 
 #include <QGuiApplication>
+#include <QMutex>
 #include <QPalette>
 
 namespace {
@@ -100,7 +101,10 @@ DailyEventsDay DailyEventsController::loadDay(const QDate& day) const
     loaded.isDayAlarmSet = m_alarms.isDayArmed(loaded.meets);
     const QSet<QString> hidden = HiddenCalendarsStore::standard(*m_center).load();
     for (const CalendarStoreCalendar& calendar : m_eventStore->calendars()) {
-        if (calendar.writable && !hidden.contains(calendar.identifier))
+        if (hidden.contains(calendar.identifier))
+            continue;
+        loaded.shownCalendarIdentifiers.append(calendar.identifier);
+        if (calendar.writable)
             loaded.calendars.append(calendar);
     }
     loaded.defaultCalendarIdentifier = m_defaults.value(defaultCalendarKey).toString();
@@ -153,4 +157,63 @@ MeetAlarmScheduler::Arming DailyEventsController::setDayAlarms(const QList<MeetE
         m_alarms.disarmDay(dayMeets);
     m_center->post(NotificationName::alarmScheduleDidChange);
     return done;
+}
+
+bool DailyEventsController::followAlarms(const QList<MeetEntity>& before, DailyEventsDay& day) const
+{
+    // Two reads of the day may follow the same change at once; the armed set is read, changed and
+    // written back, so one at a time.
+    static QMutex following;
+    const QMutexLocker locker(&following);
+    QHash<QUuid, const MeetEntity*> now;
+    for (const MeetEntity& meet : std::as_const(day.meets))
+        now.insert(meet.metId, &meet);
+    QSet<QUuid> wasThere;
+    for (const MeetEntity& meet : before)
+        wasThere.insert(meet.metId);
+    bool changed = false;
+    for (const MeetEntity& old : before) {
+        if (!m_alarms.isArmed(old))
+            continue;
+        if (const MeetEntity* same = now.value(old.metId)) {
+            // Same event at the same time: only what the alarm says may have changed.
+            if (same->metName != old.metName) {
+                m_alarms.arm(*same);
+                changed = true;
+            }
+            continue;
+        }
+        // Hidden here but still in the store: the meet is only out of sight.
+        if (old.metSource == MeetSource::eventKit && !day.shownCalendarIdentifiers.contains(old.metCalendarIdentifier)
+            && m_eventStore->calendar(old.metCalendarIdentifier))
+            continue;
+        m_alarms.disarm(old);
+        changed = true;
+        // Its identity follows its start: the meet of the same event that is new to the day is
+        // where it went.
+        for (const MeetEntity& meet : std::as_const(day.meets)) {
+            if (meet.metOriginalIdentifier == old.metOriginalIdentifier && meet.metSource == old.metSource
+                && !wasThere.contains(meet.metId)) {
+                m_alarms.arm(meet);
+                break;
+            }
+        }
+    }
+    if (!changed)
+        return false;
+    day.armedMeetIds.clear();
+    for (const MeetEntity& meet : std::as_const(day.meets)) {
+        if (m_alarms.isArmed(meet))
+            day.armedMeetIds.insert(meet.metId);
+    }
+    day.isDayAlarmSet = m_alarms.isDayArmed(day.meets);
+    m_center->post(NotificationName::alarmScheduleDidChange);
+    return true;
+}
+
+bool DailyEventsController::stillExists(const MeetEntity& meet) const
+{
+    if (meet.metSource != MeetSource::eventKit)
+        return true;
+    return m_eventStore->event(meet.metOriginalIdentifier).has_value();
 }

@@ -29,6 +29,8 @@ struct DailyEventsDay {
     // Where a new meet may go, and the one the user chose as default (or the store's).
     QList<CalendarStoreCalendar> calendars;
     QString defaultCalendarIdentifier;
+    // Every calendar whose meets the day shows, writable or not.
+    QStringList shownCalendarIdentifiers;
 };
 
 // The schedule's way to the meets and their alarms. It is built on the GUI thread (where the
@@ -54,6 +56,13 @@ public:
     // notification service).
     MeetAlarmScheduler::Arming setAlarm(const MeetEntity& meet, bool armed) const;
     MeetAlarmScheduler::Arming setDayAlarms(const QList<MeetEntity>& dayMeets, bool armed) const;
+
+    // After another program changed the day: the alarms armed on meets of before follow them into
+    // day (a meet moved rings at its new time, a renamed one says its new name) or go (a meet
+    // deleted). Updates day's armed meets; true when an alarm changed.
+    bool followAlarms(const QList<MeetEntity>& before, DailyEventsDay& day) const;
+    // Whether the meet's event is still in its calendar (or is not a calendar store event).
+    bool stillExists(const MeetEntity& meet) const;
     bool isArmed(const MeetEntity& meet) const { return m_alarms.isArmed(meet); }
 
 private:

@@ -4,6 +4,8 @@
 #include "meetings/domain/MeetingsError.h"
 #include "platform/NotificationCenter.h"
 #include "platform/SystemClock.h"
+#include "platform/calendar_store/CalendarStore.h"
+#include "platform/calendar_store/CalendarWatcher.h"
 #include "screens/common/AppServices.h"
 #include "screens/common/Async.h"
 #include "screens/common/Icons.h"
@@ -18,19 +20,25 @@
 #include "screens/schedule/ScheduleProjectsPaneView.h"
 
 #include <QEvent>
+#include <QFrame>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <variant>
 
 namespace {
 
 struct LoadedDay {
     DailyEventsDay day;
     std::optional<QString> failure;
+    bool editedMeetGone = false;
 };
 
 QString messageOf(const std::exception& error)
@@ -54,6 +62,10 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     , m_timeRange(new DailyEventsTimeRangeControlView(this))
     , m_allDay(new AllDayEventsSectionView(this))
     , m_timeline(new DailyScheduleTimelineView(m_clock, QTimeZone::systemTimeZone(), this))
+    , m_notice(new QFrame(this))
+    , m_noticeText(new QLabel(m_notice))
+    , m_undoButton(new QPushButton(m_notice))
+    , m_noticeTimer(new QTimer(this))
 {
     setObjectName(QStringLiteral("dailyEventsView"));
     const std::shared_ptr<const MiniCalendarHolidaySource> holidays
@@ -79,10 +91,32 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     dayScroll->setFrameShape(QFrame::NoFrame);
     dayScroll->setWidget(dayContent);
 
+    m_notice->setObjectName(QStringLiteral("scheduleNotice"));
+    m_notice->setFrameShape(QFrame::StyledPanel);
+    auto* noticeLayout = new QHBoxLayout(m_notice);
+    noticeLayout->setContentsMargins(8, 2, 4, 2);
+    noticeLayout->addWidget(m_noticeText, 1);
+    noticeLayout->addWidget(m_undoButton);
+    m_undoButton->setObjectName(QStringLiteral("scheduleUndoButton"));
+    //% "Undo"
+    m_undoButton->setText(qtTrId("schedule-undo-button"));
+    m_notice->hide();
+    // Long enough to read and reach for the button; the notice is no record.
+    m_noticeTimer->setSingleShot(true);
+    m_noticeTimer->setInterval(8000);
+    connect(m_noticeTimer, &QTimer::timeout, m_notice, &QWidget::hide);
+    connect(m_undoButton, &QPushButton::clicked, this, [this] {
+        m_notice->hide();
+        m_noticeTimer->stop();
+        if (const std::function<void()> undo = std::exchange(m_undo, {}))
+            undo();
+    });
+
     auto* dayColumn = new QWidget(this);
     auto* dayColumnLayout = new QVBoxLayout(dayColumn);
     dayColumnLayout->addWidget(m_navigator);
     dayColumnLayout->addWidget(m_timeRange);
+    dayColumnLayout->addWidget(m_notice);
     dayColumnLayout->addWidget(dayScroll, 1);
 
     auto* side = new QWidget(this);
@@ -110,6 +144,8 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     connect(m_timeline, &DailyScheduleTimelineView::onDeleteMeet, this, &DailyEventsView::deleteMeet);
     connect(m_timeline, &DailyScheduleTimelineView::detailRequested, this, &DailyEventsView::showDetail);
     connect(m_timeline, &DailyScheduleTimelineView::alarmToggled, this, &DailyEventsView::setAlarm);
+    connect(m_timeline, &DailyScheduleTimelineView::changeRequested, this,
+        [this](const MeetEntity& meet, const QDateTime& start, const QDateTime& end) { moveMeet(meet, start, end); });
     connect(m_allDay, &AllDayEventsSectionView::onEditMeet, this, &DailyEventsView::editMeet);
     connect(m_allDay, &AllDayEventsSectionView::onDeleteMeet, this, &DailyEventsView::deleteMeet);
     connect(m_allDay, &AllDayEventsSectionView::detailRequested, this, &DailyEventsView::showDetail);
@@ -119,7 +155,7 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
              NotificationName::alarmScheduleDidChange}) {
         center.addObserver(name, this, [this](const QVariant&) {
             if (m_controller)
-                loadDay();
+                refresh();
         });
     }
     center.addObserver(NotificationName::userAccountDidChange, this, [this](const QVariant&) {
@@ -194,7 +230,17 @@ void DailyEventsView::start()
             m_user = user;
             // Built here: the calendar store must be reached first from the GUI thread.
             m_controller = std::make_shared<const DailyEventsController>(m_services, user, m_eventStore);
-            loadDay();
+            if (!m_watcher) {
+                m_watcher = new CalendarStoreWatcher(CalendarStore::shared(), this);
+                connect(m_watcher, &CalendarWatching::eventsChanged, this, [this] { refresh(); });
+                // The marks read a whole month of the holiday calendars: only a change of
+                // calendars (one added, switched on or off) is worth that.
+                connect(m_watcher, &CalendarWatching::calendarsChanged, this, [this] {
+                    m_miniCalendar->reloadMarks();
+                    refresh();
+                });
+            }
+            refresh();
         });
 }
 
@@ -210,8 +256,26 @@ void DailyEventsView::setSelectedDate(const QDate& date)
         || m_miniCalendar->displayedMonth().year() != bounded.year())
         m_miniCalendar->setDisplayedMonth(bounded);
     m_projectsPane->setSelectedDate(bounded);
-    if (m_controller)
-        loadDay();
+    if (!m_controller)
+        return;
+    if (const auto cached = m_cache.constFind(bounded); cached != m_cache.cend()) {
+        // Still as the store has it: the watcher would have said otherwise.
+        ++m_generation;
+        apply(*cached);
+        return;
+    }
+    loadDay();
+}
+
+bool DailyEventsView::isDayCached(const QDate& day) const
+{
+    return m_cache.contains(day);
+}
+
+void DailyEventsView::refresh()
+{
+    m_cache.clear();
+    loadDay();
 }
 
 void DailyEventsView::loadDay()
@@ -220,13 +284,22 @@ void DailyEventsView::loadDay()
     m_isLoading = true;
     const std::shared_ptr<const DailyEventsController> controller = m_controller;
     const QDate date = m_selectedDate;
+    // What the screen shows of the day: the alarms armed on it follow the changes, whoever made
+    // them. Any read may be the first to see a change (the store's range index can lag behind
+    // its notification), so every read of the shown day follows.
+    const QList<MeetEntity> before = m_shownDate == date ? m_events : QList<MeetEntity>();
+    // Any read may be the first after another program deleted the meet being edited.
+    const std::optional<MeetEntity> edited = m_editor && m_editor->isEditing() ? m_editedMeet : std::nullopt;
     runAsync(
         this,
-        [controller, date] {
+        [controller, date, before, edited] {
             LoadedDay loaded;
             loaded.day.date = date;
             try {
                 loaded.day = controller->loadDay(date);
+                if (!before.isEmpty())
+                    controller->followAlarms(before, loaded.day);
+                loaded.editedMeetGone = edited && !controller->stillExists(*edited);
             } catch (const std::exception& error) {
                 loaded.failure = messageOf(error);
             }
@@ -238,13 +311,31 @@ void DailyEventsView::loadDay()
             if (loaded.failure)
                 m_services.console().appendLine(
                     QStringLiteral("DailyEventsController.loadDay failed: ") + *loaded.failure);
+            else
+                watchCalendars(loaded.day);
             apply(loaded.day);
+            if (loaded.editedMeetGone && m_editor)
+                m_editor->showDeletedElsewhere();
         });
+}
+
+void DailyEventsView::watchCalendars(const DailyEventsDay& day)
+{
+    if (!m_watcher || day.isPermissionDenied)
+        return;
+    const CalendarWatchScope scope
+        = CalendarWatchScope::around(day.date, day.shownCalendarIdentifiers, m_watcher->scope());
+    if (!(scope == m_watcher->scope())) {
+        m_cache.clear();
+        m_watcher->watch(scope);
+    }
+    m_cache.insert(day.date, day);
 }
 
 void DailyEventsView::apply(const DailyEventsDay& day)
 {
     m_isLoading = false;
+    m_shownDate = day.date;
     m_events = day.meets;
     m_armedMeetIds = day.armedMeetIds;
     m_calendars = day.calendars;
@@ -292,7 +383,7 @@ void DailyEventsView::consumePendingNavigation()
     if (*day != m_selectedDate)
         setSelectedDate(*day);
     else if (m_controller)
-        loadDay();
+        refresh();
 }
 
 void DailyEventsView::openPendingMeet()
@@ -386,7 +477,7 @@ void DailyEventsView::createEvent(const QDateTime& start)
             this, &m_services.console(), QStringLiteral("DailyEventsController.create"),
             [self] {
                 if (self)
-                    self->loadDay();
+                    self->refresh();
             },
             [controller](const MeetDraft& draft) { controller->create(draft); }),
         this);
@@ -405,11 +496,78 @@ void DailyEventsView::editMeet(const MeetEntity& meet)
             this, &m_services.console(), QStringLiteral("DailyEventsController.update"),
             [self] {
                 if (self)
-                    self->loadDay();
+                    self->refresh();
             },
             [controller, meet](const MeetDraft& draft) { controller->update(meet, draft); }),
         this);
+    m_editedMeet = meet;
     openEditor(editor);
+}
+
+void DailyEventsView::showNotice(const QString& text, std::function<void()> undo)
+{
+    m_noticeText->setText(text);
+    m_undo = std::move(undo);
+    m_undoButton->setVisible(bool(m_undo));
+    m_notice->show();
+    m_noticeTimer->start();
+}
+
+void DailyEventsView::moveMeet(const MeetEntity& meet, const QDateTime& start, const QDateTime& end, bool undoable)
+{
+    if (!m_controller)
+        return;
+    // Everything else as the meet has it: the same draft the editor would save untouched.
+    MeetDraft draft;
+    draft.title = meet.metName;
+    draft.description = meet.metDescription;
+    draft.start = start;
+    draft.end = end;
+    draft.recurrence = meet.metRecurrenceFrequency;
+    draft.weekdays = meet.metRecurringWeekdays;
+    draft.isAllDay = meet.metIsAllDay;
+    draft.location = meet.metLocation;
+    draft.url = meet.metUrl;
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    runAsync(
+        this,
+        [controller, meet, draft]() -> std::variant<MeetEntity, QString> {
+            try {
+                return controller->update(meet, draft);
+            } catch (const std::exception& error) {
+                const QString message = messageOf(error);
+                return message.isEmpty() ? qtTrId("create-event-generic-error") : message;
+            }
+        },
+        [this, meet, undoable](const std::variant<MeetEntity, QString>& outcome) {
+            const QString* failed = std::get_if<QString>(&outcome);
+            m_moveErrorMessage = failed ? std::optional(*failed) : std::nullopt;
+            const std::optional<QString>& failure = m_moveErrorMessage;
+            // Either way the day is read again: the meet at its new time, or back where it was.
+            refresh();
+            if (!failure) {
+                if (!undoable)
+                    return;
+                const MeetEntity moved = std::get<MeetEntity>(outcome);
+                //% "Event moved"
+                QString text = qtTrId("schedule-notice-moved");
+                if (moved.metDate == meet.metDate) {
+                    //% "Event length changed"
+                    text = qtTrId("schedule-notice-resized");
+                }
+                showNotice(text, [this, moved, meet] { moveMeet(moved, meet.metDate, meet.endDate(), false); });
+                return;
+            }
+            m_services.console().appendLine(QStringLiteral("DailyEventsController.update failed: ") + *failure);
+            if (m_moveAlert)
+                m_moveAlert->close();
+            //% "The event was not moved"
+            m_moveAlert = new QMessageBox(
+                QMessageBox::Warning, qtTrId("meet-move-failed-title"), *failure, QMessageBox::Ok, this);
+            m_moveAlert->setObjectName(QStringLiteral("meetMoveFailedAlert"));
+            m_moveAlert->setAttribute(Qt::WA_DeleteOnClose);
+            m_moveAlert->open();
+        });
 }
 
 void DailyEventsView::deleteMeet(const MeetEntity& meet)
@@ -451,7 +609,7 @@ void DailyEventsView::deleteMeet(const MeetEntity& meet)
                 QMessageBox::warning(this, qtTrId("meet-delete-confirmation-title"), *failure);
                 return;
             }
-            loadDay();
+            refresh();
         });
 }
 
@@ -481,7 +639,7 @@ void DailyEventsView::setDayAlarms(bool armed)
             if (!arming)
                 showAlarmRefusal(QStringLiteral("DailyEventsController.setDayAlarms failed: "), *arming.refusal);
             m_navigator->setTogglingDayAlarms(false);
-            loadDay();
+            refresh();
         });
 }
 

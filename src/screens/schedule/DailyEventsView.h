@@ -9,16 +9,23 @@
 #include "screens/schedule/MeetDetailView.h"
 
 #include <QDate>
+#include <QHash>
 #include <QMessageBox>
 #include <QPointer>
 #include <QSet>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
 class AllDayEventsSectionView;
+class QFrame;
+class QLabel;
+class QPushButton;
+class QTimer;
 class AppServices;
+class CalendarWatching;
 class DailyEventsController;
 class DailyEventsDateNavigatorView;
 class DailyEventsTimeRangeControlView;
@@ -31,7 +38,10 @@ struct DailyEventsDay;
 // The daily schedule: the chosen day's meets on an hour timeline with the all-day ones above,
 // the day's alarms, and beside them the mini calendar, the daily checklist and the projects.
 // Meets are read from the calendar store (and the backend for a Google account) off the GUI
-// thread and reloaded after every change and on the application-wide notifications.
+// thread and reloaded after every change and on the application-wide notifications. The calendar
+// store is watched around the shown day, so that what other programs change shows at once (the
+// day's alarms following their meets); the days read since the last change are kept, so going
+// back to one waits on nothing.
 class DailyEventsView final : public QWidget {
     Q_OBJECT
 
@@ -74,6 +84,10 @@ public:
     ScheduleProjectsPaneView* projectsPane() const { return m_projectsPane; }
     MeetDetailView* meetDetail() const { return m_detail; }
     CreateEventView* editor() const { return m_editor; }
+    // Tells the screen what other programs change; set once the schedule has started.
+    CalendarWatching* calendarWatcher() const { return m_watcher; }
+    // Whether the day is kept in memory, so that showing it again waits on nothing.
+    bool isDayCached(const QDate& day) const;
 
     // Acts on what the window left in the bindings: the day to show and the meet to open.
     void consumePendingNavigation();
@@ -84,6 +98,17 @@ public:
     // Asks for confirmation, then deletes.
     void deleteMeet(const MeetEntity& meet);
     void showDetail(const MeetEntity& meet);
+    // Saves the meet at another time or length, as the editor saves it; on failure the meet
+    // stays where it was and an alert says why.
+    // A move or resize saved shows a notice whose Undo puts the meet back.
+    void moveMeet(const MeetEntity& meet, const QDateTime& start, const QDateTime& end, bool undoable = true);
+    // The short notice after a move or resize; hidden when there is none.
+    QFrame* notice() const { return m_notice; }
+    QLabel* noticeText() const { return m_noticeText; }
+    QPushButton* undoButton() const { return m_undoButton; }
+    // Why the last move or resize was not saved.
+    const std::optional<QString>& moveErrorMessage() const { return m_moveErrorMessage; }
+    QMessageBox* moveAlert() const { return m_moveAlert; }
 
 Q_SIGNALS:
     // After every load of the day's meets, for tests and benchmarks.
@@ -96,14 +121,20 @@ protected:
 private:
     void readStoredHourRange();
     void start();
+    // Reads the selected day; the alarms of the meets shown and an open editor follow what
+    // changed since the last read.
     void loadDay();
+    // The shown day read again and every other day forgotten, after something changed them.
+    void refresh();
     void apply(const DailyEventsDay& day);
+    void watchCalendars(const DailyEventsDay& day);
     void setHourRange(int startHour, int endHour);
     void setAlarm(const MeetEntity& meet, bool armed);
     void setDayAlarms(bool armed);
     void showAlarmRefusal(const QString& consolePrefix, const MeetAlarmError& refusal);
     void openPendingMeet();
     void openEditor(CreateEventView* editor);
+    void showNotice(const QString& text, std::function<void()> undo);
 
     const AppServices& m_services;
     Bindings m_bindings;
@@ -112,7 +143,14 @@ private:
     std::shared_ptr<const DailyEventsController> m_controller;
     std::optional<UserEntity> m_user;
     QDate m_selectedDate;
+    // The day whose meets are on screen.
+    QDate m_shownDate;
     QList<MeetEntity> m_events;
+    // The days read since the watched calendars last changed, all within the watched span.
+    QHash<QDate, DailyEventsDay> m_cache;
+    CalendarWatching* m_watcher = nullptr;
+    // The meet open in the editor, to tell when another program deletes it.
+    std::optional<MeetEntity> m_editedMeet;
     QList<CalendarStoreCalendar> m_calendars;
     QString m_defaultCalendarIdentifier;
     QSet<QUuid> m_armedMeetIds;
@@ -123,6 +161,9 @@ private:
     std::optional<MeetEntity> m_meetPendingDeletion;
     std::optional<QString> m_deleteErrorMessage;
     std::optional<QString> m_alarmErrorMessage;
+    std::optional<QString> m_moveErrorMessage;
+    QPointer<QMessageBox> m_moveAlert;
+    std::function<void()> m_undo;
     int m_startHour = defaultStartHour;
     int m_endHour = defaultEndHour;
     bool m_started = false;
@@ -133,6 +174,10 @@ private:
     DailyEventsTimeRangeControlView* m_timeRange;
     AllDayEventsSectionView* m_allDay;
     DailyScheduleTimelineView* m_timeline;
+    QFrame* m_notice;
+    QLabel* m_noticeText;
+    QPushButton* m_undoButton;
+    QTimer* m_noticeTimer;
     MiniCalendarView* m_miniCalendar;
     ScheduleProjectsPaneView* m_projectsPane;
     QPointer<MeetDetailView> m_detail;

@@ -2,6 +2,8 @@
 
 #include "screens/schedule/DailyEventCardView.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QMouseEvent>
 #include <QPainter>
@@ -31,6 +33,12 @@ QSize DailyScheduleTimelineView::sizeHint() const
 void DailyScheduleTimelineView::setDay(
     const QDate& selectedDate, const QList<MeetEntity>& meets, const QSet<QUuid>& armedMeetIds)
 {
+    if (m_drag.active) {
+        // Rebuilt now, the card under the pointer would vanish mid-drag.
+        m_pendingDay = Day {selectedDate, meets, armedMeetIds};
+        return;
+    }
+    m_pendingDay.reset();
     m_selectedDate = selectedDate;
     m_layouted = DailyScheduleLayout::layout(meets);
     m_armed = armedMeetIds;
@@ -38,7 +46,20 @@ void DailyScheduleTimelineView::setDay(
         m_currentTimeTimer->start();
     else
         m_currentTimeTimer->stop();
+    // Moved from the keyboard, a card is rebuilt at its new time: it keeps the focus, so that the
+    // next Alt+Down moves it again.
+    QString focusedEvent;
+    for (const DailyEventCardView* card : std::as_const(m_cards)) {
+        if (card->hasFocus())
+            focusedEvent = card->meet().metOriginalIdentifier;
+    }
     rebuildCards();
+    for (DailyEventCardView* card : std::as_const(m_cards)) {
+        if (!focusedEvent.isEmpty() && card->meet().metOriginalIdentifier == focusedEvent) {
+            card->setFocus(Qt::OtherFocusReason);
+            break;
+        }
+    }
     update();
 }
 
@@ -93,6 +114,8 @@ void DailyScheduleTimelineView::rebuildCards()
         connect(card, &DailyEventCardView::onEdit, this, &DailyScheduleTimelineView::onEditMeet);
         connect(card, &DailyEventCardView::onDelete, this, &DailyScheduleTimelineView::onDeleteMeet);
         connect(card, &DailyEventCardView::alarmToggled, this, &DailyScheduleTimelineView::alarmToggled);
+        card->setFocusPolicy(Qt::StrongFocus);
+        card->installEventFilter(this);
         m_cards.append(card);
     }
     placeCards();
@@ -151,4 +174,126 @@ void DailyScheduleTimelineView::paintEvent(QPaintEvent*)
             painter.drawLine(QPointF(hourLabelWidth, y), QPointF(width(), y));
         }
     }
+}
+
+QDateTime DailyScheduleTimelineView::snapped(const QDateTime& time, int minutes) const
+{
+    const QDateTime midnight(m_selectedDate, QTime(0, 0), m_calendar);
+    const qint64 step = qint64(minutes) * 60;
+    const qint64 seconds = midnight.secsTo(time);
+    return midnight.addSecs(qint64(std::llround(double(seconds) / double(step))) * step);
+}
+
+bool DailyScheduleTimelineView::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* card = qobject_cast<DailyEventCardView*>(watched);
+    if (!card || !m_cards.contains(card))
+        return QWidget::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonRelease:
+        return cardMouse(card, static_cast<QMouseEvent*>(event));
+    case QEvent::KeyPress:
+        return cardKey(card, static_cast<QKeyEvent*>(event));
+    default:
+        return QWidget::eventFilter(watched, event);
+    }
+}
+
+bool DailyScheduleTimelineView::cardMouse(DailyEventCardView* card, QMouseEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+        // The bell takes its own presses; the labels pass theirs on to the card.
+        if (event->button() != Qt::LeftButton)
+            return false;
+        m_drag = Drag {card, event->globalPosition(), event->position().y() >= card->height() - resizeHandleHeight,
+            false, false, card->meet().metDate, card->meet().endDate()};
+        return false;
+    case QEvent::MouseMove:
+        if (m_drag.card != card || m_drag.cancelled)
+            return m_drag.cancelled;
+        if (!m_drag.active) {
+            if ((event->globalPosition() - m_drag.pressedAt).manhattanLength() < QApplication::startDragDistance())
+                return false;
+            m_drag.active = true;
+            card->raise();
+            card->setFocus(Qt::MouseFocusReason);
+            // Escape must reach the drag wherever the focus was.
+            card->grabKeyboard();
+        }
+        followPointer(event->globalPosition(), event->modifiers());
+        return true;
+    case QEvent::MouseButtonRelease: {
+        if (m_drag.card != card)
+            return false;
+        const Drag drag = m_drag;
+        if (!drag.active && !drag.cancelled) {
+            m_drag = {};
+            return false;
+        }
+        endDrag();
+        const MeetEntity& meet = card->meet();
+        if (!drag.cancelled && (drag.start != meet.metDate || drag.end != meet.endDate()))
+            Q_EMIT changeRequested(meet, drag.start, drag.end);
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+void DailyScheduleTimelineView::followPointer(const QPointF& globalPosition, Qt::KeyboardModifiers modifiers)
+{
+    const MeetEntity& meet = m_drag.card->meet();
+    const int step = modifiers & Qt::AltModifier ? 1 : snapMinutes;
+    const qint64 moved = qint64(std::llround((globalPosition.y() - m_drag.pressedAt.y()) / slotHeight * 3600.0));
+    if (m_drag.resizing) {
+        m_drag.start = meet.metDate;
+        m_drag.end = std::max(snapped(meet.endDate().addSecs(moved), step), meet.metDate.addSecs(qint64(step) * 60));
+    } else {
+        m_drag.start = snapped(meet.metDate.addSecs(moved), step);
+        m_drag.end = m_drag.start.addSecs(meet.metDate.secsTo(meet.endDate()));
+    }
+    QRect geometry = m_drag.card->geometry();
+    const int top = int(std::lround(yForTime(m_drag.start) + cardVerticalInset));
+    const int bottom = int(std::lround(yForTime(m_drag.end) - cardVerticalInset));
+    geometry.setTop(top);
+    geometry.setBottom(std::max(bottom, top + slotHeight / 2));
+    m_drag.card->setGeometry(geometry);
+}
+
+void DailyScheduleTimelineView::endDrag()
+{
+    if (m_drag.active || m_drag.cancelled)
+        m_drag.card->releaseKeyboard();
+    m_drag = {};
+    if (m_pendingDay) {
+        const Day day = *std::exchange(m_pendingDay, std::nullopt);
+        setDay(day.date, day.meets, day.armed);
+    }
+}
+
+bool DailyScheduleTimelineView::cardKey(DailyEventCardView* card, QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape && m_drag.card == card && m_drag.active) {
+        m_drag.active = false;
+        m_drag.cancelled = true;
+        placeCards();
+        return true;
+    }
+    const bool up = event->key() == Qt::Key_Up;
+    if ((!up && event->key() != Qt::Key_Down) || !(event->modifiers() & Qt::AltModifier) || m_drag.active)
+        return false;
+    const MeetEntity& meet = card->meet();
+    const qint64 step = qint64(up ? -snapMinutes : snapMinutes) * 60;
+    if (event->modifiers() & Qt::ShiftModifier) {
+        const QDateTime end = meet.endDate().addSecs(step);
+        if (end > meet.metDate)
+            Q_EMIT changeRequested(meet, meet.metDate, end);
+    } else {
+        Q_EMIT changeRequested(meet, meet.metDate.addSecs(step), meet.endDate().addSecs(step));
+    }
+    return true;
 }

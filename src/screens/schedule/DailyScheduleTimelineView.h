@@ -9,13 +9,17 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class DailyEventCardView;
 class QTimer;
 
 // The hour grid of one day with its timed meets as cards, side by side where they overlap. A
 // click on an empty point proposes a new meet starting at that time (rounded down to the quarter
-// hour); on today a line marks the current time.
+// hour); on today a line marks the current time. A card dragged moves its meet, its bottom edge
+// dragged changes its length, both on the quarter hour (the minute with Alt held); Escape puts it
+// back. With a card focused, Alt+Up/Down moves it by a quarter hour and Alt+Shift+Up/Down
+// changes its length.
 class DailyScheduleTimelineView final : public QWidget {
     Q_OBJECT
 
@@ -26,6 +30,9 @@ public:
     static constexpr int columnSpacing = 4;
     static constexpr double cardVerticalInset = 0.75;
     static constexpr int currentTimeRefreshMs = 30'000;
+    static constexpr int snapMinutes = 15;
+    // How far up from a card's bottom edge a press takes the edge rather than the card.
+    static constexpr int resizeHandleHeight = 6;
 
     DailyScheduleTimelineView(std::shared_ptr<const Clock> clock, QTimeZone calendar, QWidget* parent = nullptr);
 
@@ -40,6 +47,7 @@ public:
     QDateTime timeAt(int y) const;
     QRect cardGeometry(const LayoutedMeet& placed) const;
     bool showsCurrentTime() const;
+    bool isDragging() const { return m_drag.active; }
 
     QSize sizeHint() const override;
 
@@ -49,13 +57,38 @@ Q_SIGNALS:
     void onDeleteMeet(const MeetEntity& meet);
     void detailRequested(const MeetEntity& meet);
     void alarmToggled(const MeetEntity& meet, bool armed);
+    // A card was dropped at another time, or given another length.
+    void changeRequested(const MeetEntity& meet, const QDateTime& start, const QDateTime& end);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    struct Drag {
+        DailyEventCardView* card = nullptr;
+        QPointF pressedAt;
+        bool resizing = false;
+        bool active = false;
+        // A drag called off while the button is still down: its release is not a click.
+        bool cancelled = false;
+        QDateTime start;
+        QDateTime end;
+    };
+    struct Day {
+        QDate date;
+        QList<MeetEntity> meets;
+        QSet<QUuid> armed;
+    };
+
+    bool cardMouse(DailyEventCardView* card, QMouseEvent* event);
+    bool cardKey(DailyEventCardView* card, QKeyEvent* event);
+    void followPointer(const QPointF& globalPosition, Qt::KeyboardModifiers modifiers);
+    void endDrag();
+    QDateTime snapped(const QDateTime& time, int minutes) const;
+
     void rebuildCards();
     void placeCards();
 
@@ -68,4 +101,7 @@ private:
     QSet<QUuid> m_armed;
     QList<DailyEventCardView*> m_cards;
     QTimer* m_currentTimeTimer;
+    Drag m_drag;
+    // A day that arrived during a drag, shown once the drag ends.
+    std::optional<Day> m_pendingDay;
 };

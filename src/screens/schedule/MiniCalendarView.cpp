@@ -138,6 +138,12 @@ void MiniCalendarView::setSelectedDate(const QDate& date)
     m_grid->update();
 }
 
+void MiniCalendarView::reloadMarks()
+{
+    if (m_started)
+        loadHolidayMarks();
+}
+
 void MiniCalendarView::loadHolidayMarks()
 {
     const quint64 generation = ++m_generation;

@@ -33,6 +33,9 @@ public:
     void setDisplayedMonth(const QDate& month);
     QDate displayedMonth() const { return m_displayedMonth; }
     void setSelectedDate(const QDate& date);
+    // Reads the displayed month's marks again, keeping the old ones on screen meanwhile: the
+    // calendars changed.
+    void reloadMarks();
     QDate selectedDate() const { return m_selectedDate; }
 
     // The 42 days shown, from the first weekday on or before the 1st.
