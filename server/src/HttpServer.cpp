@@ -3,6 +3,7 @@
 #include "Api.h"
 #include "Log.h"
 
+#include <array>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/signal_set.hpp>
@@ -132,8 +133,10 @@ private:
         http::async_write(
             m_stream, *message, [self = shared_from_this(), message, keepAlive](beast::error_code error, std::size_t) {
                 self->m_busy = false;
-                if (error || !keepAlive)
+                if (error)
                     return self->close();
+                if (!keepAlive)
+                    return self->m_refused ? self->linger() : self->close();
                 self->readHeader();
             });
     }
@@ -141,8 +144,30 @@ private:
     void answerAndClose(int status, const char* reason)
     {
         m_keepAlive = false;
+        m_refused = true;
         m_busy = true;
         write({status, std::string(reason) + '\n', "text/plain; charset=utf-8"});
+    }
+
+    // A refused request may still be arriving (a body over the limit): closing at once would reset
+    // the connection and the client would lose the answer. The rest is read and dropped until the
+    // client stops or a short deadline passes.
+    void linger()
+    {
+        beast::error_code ignored;
+        m_stream.socket().shutdown(tcp::socket::shutdown_send, ignored);
+        m_stream.expires_after(std::chrono::seconds(2));
+        drain();
+    }
+
+    void drain()
+    {
+        m_stream.async_read_some(
+            asio::buffer(m_drained), [self = shared_from_this()](beast::error_code error, std::size_t) {
+                if (error)
+                    return self->close();
+                self->drain();
+            });
     }
 
     void close()
@@ -158,6 +183,8 @@ private:
     std::optional<http::request_parser<http::string_body>> m_parser;
     bool m_keepAlive = false;
     bool m_busy = false;
+    bool m_refused = false;
+    std::array<char, 16 * 1024> m_drained {};
     unsigned m_version = 11;
 };
 
