@@ -11,15 +11,6 @@
 
 namespace {
 
-std::optional<QByteArray> base64Url(const QByteArray& part)
-{
-    const auto decoded
-        = QByteArray::fromBase64Encoding(part, QByteArray::Base64UrlEncoding | QByteArray::AbortOnBase64DecodingErrors);
-    if (!decoded)
-        return std::nullopt;
-    return decoded.decoded;
-}
-
 QJsonObject objectOf(const std::string& text)
 {
     return QJsonDocument::fromJson(QByteArray::fromStdString(text)).object();
@@ -82,13 +73,13 @@ std::optional<std::string> TokenVerifier::check(std::string_view token, std::chr
     const auto claims = IDTokenClaims::decode(text);
     if (!claims || parts.size() != 3)
         return refuse("unreadable");
-    const auto header = base64Url(parts.at(0));
+    const auto header = IDTokenClaims::decodeBase64Url(parts.at(0));
     const QJsonObject fields = header ? QJsonDocument::fromJson(*header).object() : QJsonObject();
     // The header never chooses the algorithm: "none" or HMAC keyed with the public key would let
     // anyone sign.
     if (fields.value(QLatin1String("alg")).toString() != QLatin1String("RS256"))
         return refuse("not RS256");
-    const auto signature = base64Url(parts.at(2));
+    const auto signature = IDTokenClaims::decodeBase64Url(parts.at(2));
     if (!signature)
         return refuse("unreadable signature");
     const auto publicKey
@@ -150,8 +141,8 @@ std::map<std::string, JsonWebKey> TokenVerifier::fetchKeys()
         const QString use = jwk.value(QLatin1String("use")).toString();
         if (!use.isEmpty() && use != QLatin1String("sig"))
             continue;
-        const auto modulus = base64Url(jwk.value(QLatin1String("n")).toString().toLatin1());
-        const auto exponent = base64Url(jwk.value(QLatin1String("e")).toString().toLatin1());
+        const auto modulus = IDTokenClaims::decodeBase64Url(jwk.value(QLatin1String("n")).toString().toLatin1());
+        const auto exponent = IDTokenClaims::decodeBase64Url(jwk.value(QLatin1String("e")).toString().toLatin1());
         const QString keyId = jwk.value(QLatin1String("kid")).toString();
         if (modulus && exponent && !keyId.isEmpty())
             keys[keyId.toStdString()] = JsonWebKey {keyId, *modulus, *exponent};

@@ -24,13 +24,21 @@ QDateTime dateClaim(const QJsonObject& claims, const char* name)
 
 } // namespace
 
+std::optional<QByteArray> IDTokenClaims::decodeBase64Url(const QByteArray& part)
+{
+    const auto decoded
+        = QByteArray::fromBase64Encoding(part, QByteArray::Base64UrlEncoding | QByteArray::AbortOnBase64DecodingErrors);
+    if (!decoded)
+        return std::nullopt;
+    return decoded.decoded;
+}
+
 std::optional<IDTokenClaims> IDTokenClaims::decode(const QString& token)
 {
     const QList<QByteArray> parts = token.toLatin1().split('.');
     if (parts.size() != 3)
         return std::nullopt;
-    const auto payload = QByteArray::fromBase64Encoding(
-        parts.at(1), QByteArray::Base64UrlEncoding | QByteArray::AbortOnBase64DecodingErrors);
+    const auto payload = decodeBase64Url(parts.at(1));
     if (!payload)
         return std::nullopt;
     QJsonParseError error;

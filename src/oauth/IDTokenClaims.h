@@ -2,6 +2,7 @@
 
 #include "oauth/GIDProfileData.h"
 
+#include <QByteArray>
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
@@ -23,4 +24,6 @@ struct IDTokenClaims {
 
     // Nothing when the text is not a JWT whose payload is a JSON object with "sub" and "exp".
     static std::optional<IDTokenClaims> decode(const QString& token);
+    // One part of a token or a key field, in unpadded base64url; nullopt when it is not.
+    static std::optional<QByteArray> decodeBase64Url(const QByteArray& part);
 };

@@ -1,6 +1,7 @@
 #include "oauth/IDTokenVerifier.h"
 
 #include "oauth/GIDSignInError.h"
+#include "oauth/IDTokenClaims.h"
 #include "oauth/JsonWebKeySet.h"
 
 #include <QJsonDocument>
@@ -11,15 +12,6 @@ namespace {
 DescribedError invalid(const QString& why, std::shared_ptr<const DescribedError> cause = {})
 {
     return GIDSignInError::make(GIDSignInError::invalidIdToken, why, std::move(cause));
-}
-
-std::optional<QByteArray> base64Url(const QByteArray& part)
-{
-    const auto decoded
-        = QByteArray::fromBase64Encoding(part, QByteArray::Base64UrlEncoding | QByteArray::AbortOnBase64DecodingErrors);
-    if (!decoded)
-        return std::nullopt;
-    return decoded.decoded;
 }
 
 } // namespace
@@ -52,7 +44,7 @@ IDTokenClaims IDTokenVerifier::verify(const QString& token, const QDateTime& now
 
 void IDTokenVerifier::verifySignature(const QList<QByteArray>& parts) const
 {
-    const auto header = base64Url(parts.value(0));
+    const auto header = IDTokenClaims::decodeBase64Url(parts.value(0));
     const QJsonObject fields = header ? QJsonDocument::fromJson(*header).object() : QJsonObject();
     // Only the algorithm Google signs with: "none" and the HMAC family would let whoever knows the
     // published key sign, so the header never gets to choose.
@@ -68,7 +60,7 @@ void IDTokenVerifier::verifySignature(const QList<QByteArray>& parts) const
     }
     if (!key)
         throw invalid(QStringLiteral("The ID token is signed with a key the provider does not publish."));
-    const auto signature = base64Url(parts.value(2));
+    const auto signature = IDTokenClaims::decodeBase64Url(parts.value(2));
     if (!signature || !key->verifiesRS256(parts.value(0) + '.' + parts.value(1), *signature))
         throw invalid(QStringLiteral("The ID token's signature does not verify."));
 }
