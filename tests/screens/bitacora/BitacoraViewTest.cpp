@@ -95,7 +95,7 @@ class BitacoraViewTest : public QObject {
     {
         QSignalSpy loaded(view.get(), &BitacoraView::loaded);
         action();
-        return loaded.wait(5000) || loaded.count() > 0;
+        return !loaded.isEmpty() || loaded.wait(5000);
     }
 
     void openView()

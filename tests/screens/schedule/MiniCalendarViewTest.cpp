@@ -68,7 +68,7 @@ class MiniCalendarViewTest : public QObject {
         auto view = std::make_unique<MiniCalendarView>(std::move(source), clock);
         QSignalSpy loaded(view.get(), &MiniCalendarView::holidayMarksLoaded);
         view->show();
-        if (!loaded.wait(10000))
+        if (loaded.isEmpty() && !loaded.wait(10000))
             qWarning("the holiday marks did not arrive");
         return view;
     }
