@@ -1,6 +1,5 @@
 #include "wire/JSONWriter.h"
 
-
 namespace {
 
 constexpr char hexDigits[] = "0123456789abcdef";
@@ -129,9 +128,10 @@ JSONWriter& JSONWriter::string(QStringView text)
             appendUtf8(m_text, QChar::surrogateToUcs4(unit, text[i + 1].unicode()));
             ++i;
         } else if (QChar::isSurrogate(unit)) {
-            // A lone surrogate has no UTF-8 form; Qt's own conversion writes the replacement
-            // character in its place.
-            appendUtf8(m_text, 0xfffd);
+            // A lone surrogate has no UTF-8 form; QJsonDocument writes it as an escape.
+            const char escaped[] = {'\\', 'u', hexDigits[unit >> 12], hexDigits[(unit >> 8) & 0xf],
+                hexDigits[(unit >> 4) & 0xf], hexDigits[unit & 0xf]};
+            m_text.append(escaped, sizeof escaped);
         } else {
             appendUtf8(m_text, unit);
         }

@@ -211,12 +211,16 @@ private Q_SLOTS:
         QCOMPARE(dataOf<QList<DailyTaskEntity>>(daily.list(late)), QList<DailyTaskEntity> {water});
         QCOMPARE(dataOf<QList<DailyTaskEntity>>(daily.list(late.addSecs(3600))), QList<DailyTaskEntity> {run});
 
+        // The toggle answers nothing to read; the next read shows it.
+        verifySucceeded(daily.toggle(water.dtaId));
         water.dtaIsDone = true;
-        QCOMPARE(dataOf<DailyTaskEntity>(daily.toggle(water.dtaId)), water);
-        // Already done: asking for done changes nothing.
-        QCOMPARE(dataOf<DailyTaskEntity>(daily.setDone(water.dtaId, true)), water);
+        QCOMPARE(dataOf<DailyTaskEntity>(daily.find(water.dtaId)), water);
+        // Already done: asking for done changes nothing; asking for not done flips it back.
+        verifySucceeded(daily.setDone(water.dtaId, true));
+        QCOMPARE(dataOf<DailyTaskEntity>(daily.find(water.dtaId)), water);
+        verifySucceeded(daily.setDone(water.dtaId, false));
         water.dtaIsDone = false;
-        QCOMPARE(dataOf<DailyTaskEntity>(daily.setDone(water.dtaId, false)), water);
+        QCOMPARE(dataOf<DailyTaskEntity>(daily.find(water.dtaId)), water);
         water.dtaTitle = QStringLiteral("Water the plants");
         QCOMPARE(dataOf<DailyTaskEntity>(daily.update(water)), water);
         QCOMPARE(dataOf<DailyTaskEntity>(daily.find(water.dtaId)), water);

@@ -90,9 +90,9 @@ private Q_SLOTS:
         const QJsonArray read = JSONCoding::parse(written).toArray();
         QCOMPARE(read.at(0).toString(), awkward);
         QCOMPARE(read.at(1).toString(), QString::fromUtf8("utf8 \"é\" \x02"));
-        QCOMPARE(read.at(11).toString(), QStringLiteral("2026-11-21T09:30:15Z"));
+        QCOMPARE(read.at(10).toString(), QStringLiteral("2026-11-21T09:30:15Z"));
 
-        // A lone surrogate has no UTF-8 form; it becomes the replacement character, as in Qt.
+        // A lone surrogate has no UTF-8 form; it is escaped, as Qt does.
         JSONWriter lone;
         lone.string(QString(QChar(0xd800)) + QLatin1Char('x'));
         QCOMPARE(
@@ -157,6 +157,8 @@ private Q_SLOTS:
                        R"("talId":"0F8FAD5B-D9CB-469F-A165-70867728950E","tasTitle":"t"})"));
         QCOMPARE(bytes(UpdateTaskRequestDTO {QStringLiteral("t"), true, someInstant, std::nullopt}),
             QByteArray(R"({"tasDueDate":"2026-11-21T09:30:15Z","tasIsDone":true,"tasTitle":"t"})"));
+        // A bulk deletion is confirmed unless the caller says otherwise.
+        QCOMPARE(bytes(DeleteCompletedTasksRequestDTO {}), QByteArray(R"({"confirm":true})"));
         // An explicit null is no value too, on the way in.
         const auto read = JSONCoding::decode<UpdateTaskRequestDTO>(
             R"({"tasTitle":"t","tasIsDone":false,"tasDueDate":null,"tasEisenhowerTag":null})");
