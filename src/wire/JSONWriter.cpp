@@ -1,62 +1,73 @@
 #include "wire/JSONWriter.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 constexpr char hexDigits[] = "0123456789abcdef";
 
+// The characters are written through a raw pointer into room made beforehand: appending them one
+// by one to the string costs more than everything else a list answer does.
+
 // One ASCII character as QJsonDocument writes it: quotes, backslashes and control characters
-// escaped, the short forms where JSON has them.
-void appendAscii(std::string& out, char c)
+// escaped, the short forms where JSON has them. At most six bytes.
+char* putAscii(char* out, unsigned char c)
 {
+    if (c >= 0x20 && c != '"' && c != '\\') {
+        *out++ = char(c);
+        return out;
+    }
+    *out++ = '\\';
     switch (c) {
     case '"':
-        out += "\\\"";
-        return;
+        *out++ = '"';
+        return out;
     case '\\':
-        out += "\\\\";
-        return;
+        *out++ = '\\';
+        return out;
     case '\b':
-        out += "\\b";
-        return;
+        *out++ = 'b';
+        return out;
     case '\f':
-        out += "\\f";
-        return;
+        *out++ = 'f';
+        return out;
     case '\n':
-        out += "\\n";
-        return;
+        *out++ = 'n';
+        return out;
     case '\r':
-        out += "\\r";
-        return;
+        *out++ = 'r';
+        return out;
     case '\t':
-        out += "\\t";
-        return;
+        *out++ = 't';
+        return out;
     default:
         break;
     }
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x20) {
-        const char escaped[] = {'\\', 'u', '0', '0', hexDigits[byte >> 4], hexDigits[byte & 0xf]};
-        out.append(escaped, sizeof escaped);
-    } else {
-        out += c;
-    }
+    *out++ = 'u';
+    *out++ = '0';
+    *out++ = '0';
+    *out++ = hexDigits[c >> 4];
+    *out++ = hexDigits[c & 0xf];
+    return out;
 }
 
-void appendUtf8(std::string& out, char32_t code)
+char* putUtf8(char* out, char32_t code)
 {
     if (code < 0x800) {
-        out += char(0xc0 | (code >> 6));
-        out += char(0x80 | (code & 0x3f));
+        *out++ = char(0xc0 | (code >> 6));
+        *out++ = char(0x80 | (code & 0x3f));
     } else if (code < 0x10000) {
-        out += char(0xe0 | (code >> 12));
-        out += char(0x80 | ((code >> 6) & 0x3f));
-        out += char(0x80 | (code & 0x3f));
+        *out++ = char(0xe0 | (code >> 12));
+        *out++ = char(0x80 | ((code >> 6) & 0x3f));
+        *out++ = char(0x80 | (code & 0x3f));
     } else {
-        out += char(0xf0 | (code >> 18));
-        out += char(0x80 | ((code >> 12) & 0x3f));
-        out += char(0x80 | ((code >> 6) & 0x3f));
-        out += char(0x80 | (code & 0x3f));
+        *out++ = char(0xf0 | (code >> 18));
+        *out++ = char(0x80 | ((code >> 12) & 0x3f));
+        *out++ = char(0x80 | ((code >> 6) & 0x3f));
+        *out++ = char(0x80 | (code & 0x3f));
     }
+    return out;
 }
 
 void twoDigits(char* out, int value)
@@ -106,10 +117,16 @@ JSONWriter& JSONWriter::endArray()
 
 JSONWriter& JSONWriter::key(std::string_view name)
 {
-    separate();
-    m_text += '"';
-    m_text += name;
-    m_text += "\":";
+    const std::size_t start = m_text.size();
+    m_text.resize(start + name.size() + 4);
+    char* out = m_text.data() + start;
+    if (m_needsComma)
+        *out++ = ',';
+    *out++ = '"';
+    out = std::copy(name.begin(), name.end(), out);
+    *out++ = '"';
+    *out++ = ':';
+    m_text.resize(std::size_t(out - m_text.data()));
     // The value that follows needs no comma of its own.
     m_needsComma = false;
     return *this;
@@ -118,35 +135,51 @@ JSONWriter& JSONWriter::key(std::string_view name)
 JSONWriter& JSONWriter::string(QStringView text)
 {
     separate();
-    m_text += '"';
     const qsizetype size = text.size();
+    const std::size_t start = m_text.size();
+    // Six bytes per UTF-16 unit at most (an escape), and the quotes.
+    m_text.resize(start + std::size_t(size) * 6 + 2);
+    char* out = m_text.data() + start;
+    *out++ = '"';
+    const char16_t* units = text.utf16();
     for (qsizetype i = 0; i < size; ++i) {
-        const char16_t unit = text[i].unicode();
+        const char16_t unit = units[i];
         if (unit < 0x80) {
-            appendAscii(m_text, char(unit));
-        } else if (QChar::isHighSurrogate(unit) && i + 1 < size && QChar::isLowSurrogate(text[i + 1].unicode())) {
-            appendUtf8(m_text, QChar::surrogateToUcs4(unit, text[i + 1].unicode()));
+            out = putAscii(out, static_cast<unsigned char>(unit));
+        } else if (QChar::isHighSurrogate(unit) && i + 1 < size && QChar::isLowSurrogate(units[i + 1])) {
+            out = putUtf8(out, QChar::surrogateToUcs4(unit, units[i + 1]));
             ++i;
         } else if (QChar::isSurrogate(unit)) {
             // A lone surrogate has no UTF-8 form; QJsonDocument writes it as an escape.
             const char escaped[] = {'\\', 'u', hexDigits[unit >> 12], hexDigits[(unit >> 8) & 0xf],
                 hexDigits[(unit >> 4) & 0xf], hexDigits[unit & 0xf]};
-            m_text.append(escaped, sizeof escaped);
+            out = std::copy(std::begin(escaped), std::end(escaped), out);
         } else {
-            appendUtf8(m_text, unit);
+            out = putUtf8(out, unit);
         }
     }
-    m_text += '"';
+    *out++ = '"';
+    m_text.resize(std::size_t(out - m_text.data()));
     return *this;
 }
 
 JSONWriter& JSONWriter::string(std::string_view utf8)
 {
     separate();
-    m_text += '"';
-    for (const char c : utf8)
-        appendAscii(m_text, c);
-    m_text += '"';
+    const std::size_t start = m_text.size();
+    m_text.resize(start + utf8.size() * 6 + 2);
+    char* out = m_text.data() + start;
+    *out++ = '"';
+    for (const char c : utf8) {
+        // Bytes of multi-byte sequences pass as they are.
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x80)
+            *out++ = c;
+        else
+            out = putAscii(out, byte);
+    }
+    *out++ = '"';
+    m_text.resize(std::size_t(out - m_text.data()));
     return *this;
 }
 
