@@ -14,8 +14,6 @@
 
 namespace {
 
-const QString clientId = QStringLiteral("tolvane-app-test");
-
 class SubjectToken final : public AuthTokenProvider {
 public:
     explicit SubjectToken(QString token)
@@ -31,9 +29,16 @@ private:
 } // namespace
 
 struct ServerBackend::Parts {
+    Parts(const QString& clientId, std::shared_ptr<const Clock> clock)
+        : clientId(clientId)
+        , provider(clientId, QString(),
+              clock ? std::move(clock) : std::make_shared<SettableClock>(QDateTime::currentDateTimeUtc()))
+    {
+    }
+
+    QString clientId;
     PostgresCluster cluster;
-    std::shared_ptr<SettableClock> clock = std::make_shared<SettableClock>(QDateTime::currentDateTimeUtc());
-    LocalIdentityProvider provider {clientId, QString(), clock};
+    LocalIdentityProvider provider;
     std::unique_ptr<ConnectionPool> pool;
     std::unique_ptr<TokenVerifier> verifier;
     std::unique_ptr<Api> api;
@@ -41,8 +46,8 @@ struct ServerBackend::Parts {
     QString error;
 };
 
-ServerBackend::ServerBackend()
-    : m_parts(std::make_unique<Parts>())
+ServerBackend::ServerBackend(const QString& clientId, std::shared_ptr<const Clock> clock)
+    : m_parts(std::make_unique<Parts>(clientId, std::move(clock)))
 {
     Parts& parts = *m_parts;
     slog::setLevel(slog::Level::error);
@@ -119,4 +124,15 @@ QUuid ServerBackend::registerUser(const QString& subject)
     const UserResponseDTO user = client(subject).post<UserResponseDTO>(QStringLiteral("/v0/users"),
         UserProfileRequestDTO {subject, QStringLiteral("Tester"), subject + "@example.org"});
     return QUuid::fromString(user.usrId);
+}
+
+QStringList ServerBackend::supportMessages(const QUuid& user)
+{
+    auto connection = m_parts->pool->acquire();
+    pqxx::nontransaction db(*connection);
+    QStringList messages;
+    for (const auto& row : db.exec_params("SELECT message FROM support_messages WHERE user_id = $1 ORDER BY sent_at",
+             user.toString(QUuid::WithoutBraces).toStdString()))
+        messages.append(QString::fromStdString(row[0].as<std::string>()));
+    return messages;
 }

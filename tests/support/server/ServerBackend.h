@@ -3,11 +3,13 @@
 #include "networking/APIClient.h"
 
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 #include <QUuid>
 
 #include <memory>
 
+class Clock;
 class LocalIdentityProvider;
 
 // The real backend for the app's remote code: tolvane-server put together as its main() does,
@@ -16,7 +18,9 @@ class LocalIdentityProvider;
 // keep apart by using subjects (users) of their own.
 class ServerBackend {
 public:
-    ServerBackend();
+    // The provider's tokens are for clientId and expire by clock, as the app under test sees them.
+    explicit ServerBackend(
+        const QString& clientId = QStringLiteral("tolvane-app-test"), std::shared_ptr<const Clock> clock = nullptr);
     ~ServerBackend();
     ServerBackend(const ServerBackend&) = delete;
     ServerBackend& operator=(const ServerBackend&) = delete;
@@ -36,6 +40,9 @@ public:
     // Registers subject as the app does after a sign-in and answers the user id the backend
     // gave it (the same on every call).
     QUuid registerUser(const QString& subject);
+    // The support messages the server stored for user, oldest first; the API has no way to
+    // read them back, so they come straight from the database.
+    QStringList supportMessages(const QUuid& user);
 
 private:
     struct Parts;
