@@ -2,17 +2,17 @@
 // a list whose items may be bad, and the dates inside. The first byte picks the type; a
 // DecodingError is the expected outcome of a bad body, anything else is a finding.
 #include "FuzzInput.h"
-#include "login/dto/SupportDTOs.h"
-#include "login/dto/UserDTOs.h"
-#include "meetings/repositories/remote/EventResponseDTO.h"
+#include "wire/login/SupportDTOs.h"
+#include "wire/login/UserDTOs.h"
+#include "wire/events/EventResponseDTO.h"
 #include "networking/APIError.h"
 #include "networking/APIErrorMessageEnum.h"
-#include "networking/JSONCoding.h"
-#include "tasks/dto/BitacoraEntryResponseDTO.h"
-#include "tasks/dto/DailyTaskResponseDTO.h"
-#include "tasks/dto/ProjectResponseDTO.h"
-#include "tasks/dto/TaskListResponseDTO.h"
-#include "tasks/dto/TaskResponseDTO.h"
+#include "wire/JSONCoding.h"
+#include "wire/tasks/BitacoraEntryResponseDTO.h"
+#include "wire/tasks/DailyTaskResponseDTO.h"
+#include "wire/tasks/ProjectResponseDTO.h"
+#include "wire/tasks/TaskListResponseDTO.h"
+#include "wire/tasks/TaskResponseDTO.h"
 
 namespace {
 

@@ -1,21 +1,41 @@
 #include "Api.h"
 
 #include "Log.h"
-#include "Wire.h"
+#include "wire/JSONCoding.h"
+#include "wire/events/EventRequestDTO.h"
+#include "wire/events/EventResponseDTO.h"
+#include "wire/login/SupportDTOs.h"
+#include "wire/login/UserDTOs.h"
+#include "wire/tasks/BitacoraEntryResponseDTO.h"
+#include "wire/tasks/CreateBitacoraEntryRequestDTO.h"
+#include "wire/tasks/CreateDailyTaskRequestDTO.h"
+#include "wire/tasks/CreateProjectRequestDTO.h"
+#include "wire/tasks/CreateTaskListRequestDTO.h"
+#include "wire/tasks/CreateTaskRequestDTO.h"
+#include "wire/tasks/DailyTaskResponseDTO.h"
+#include "wire/tasks/DeleteCompletedTasksRequestDTO.h"
+#include "wire/tasks/ProjectResponseDTO.h"
+#include "wire/tasks/TaskListResponseDTO.h"
+#include "wire/tasks/TaskResponseDTO.h"
+#include "wire/tasks/UpdateBitacoraEntryRequestDTO.h"
+#include "wire/tasks/UpdateDailyTaskRequestDTO.h"
+#include "wire/tasks/UpdateProjectRequestDTO.h"
+#include "wire/tasks/UpdateTaskListRequestDTO.h"
+#include "wire/tasks/UpdateTaskRequestDTO.h"
 
 #include <QDate>
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QStringList>
 #include <QUrl>
 #include <QUrlQuery>
-
-#include <cctype>
-#include <cstdio>
-
-using wire::Refusal;
+#include <QUuid>
 
 namespace {
+
+// A refused request; the reason is for the caller and carries no user content.
+struct Refusal {
+    int status;
+    std::string reason;
+};
 
 // Everything a handler needs: the caller, the path's segments after "/v0", the query, the body.
 struct Call {
@@ -27,14 +47,33 @@ struct Call {
     const std::string& body;
 };
 
-ApiResponse json(int status, const QJsonObject& object)
+// The bodies are the shapes in src/wire, the app's own definitions: what the app writes is read
+// here with the same code, and what is written here the app reads with the same code.
+template <typename Shape> ApiResponse json(int status, const Shape& shape)
 {
-    return {status, wire::encode(object).toStdString()};
+    return {status, JSONCoding::encode(shape)};
 }
 
-ApiResponse json(const QJsonArray& array)
+template <typename Shape> ApiResponse json(const std::vector<Shape>& shapes)
 {
-    return {200, QJsonDocument(array).toJson(QJsonDocument::Compact).toStdString()};
+    JSONWriter out;
+    out.reserve(shapes.size() * 192 + 2);
+    out.beginArray();
+    for (const Shape& shape : shapes)
+        shape.writeJson(out);
+    out.endArray();
+    return {200, std::move(out).text()};
+}
+
+// A body that is not the shape's JSON, misses a key, has a key of the wrong type or one the shape
+// does not know is refused before anything is written.
+template <typename Shape> Shape body(const Call& call)
+{
+    try {
+        return JSONCoding::decode<Shape>(QByteArray::fromRawData(call.body.data(), qsizetype(call.body.size())));
+    } catch (const DecodingError& error) {
+        throw Refusal {400, "the body does not fit: " + error.localizedDescription().toStdString()};
+    }
 }
 
 ApiResponse noContent()
@@ -47,10 +86,30 @@ ApiResponse text(int status, const std::string& reason)
     return {status, reason + '\n', "text/plain; charset=utf-8"};
 }
 
+// The canonical lower-case form PostgreSQL takes, or nothing when text is not a UUID.
+std::optional<std::string> uuid(const QString& text)
+{
+    if (text.size() != 36)
+        return std::nullopt;
+    const QUuid parsed = QUuid::fromString(text);
+    if (parsed.isNull() && text != QLatin1String("00000000-0000-0000-0000-000000000000"))
+        return std::nullopt;
+    return parsed.toString(QUuid::WithoutBraces).toStdString();
+}
+
+// An identifier in a body that has to name something.
+std::string uuidField(const QString& text, const char* key)
+{
+    const auto id = uuid(text);
+    if (!id)
+        throw Refusal {400, std::string("\"") + key + "\" is not an identifier"};
+    return *id;
+}
+
 // The identifier in the path, refused as not found when it is not a UUID: nothing has that id.
 std::string pathId(const Call& call, int index)
 {
-    const auto id = wire::uuid(call.segments.value(index));
+    const auto id = uuid(call.segments.value(index));
     if (!id)
         throw Refusal {404, "not found"};
     return *id;
@@ -58,7 +117,7 @@ std::string pathId(const Call& call, int index)
 
 std::string queryUuid(const Call& call, const char* name)
 {
-    const auto id = wire::uuid(call.query.queryItemValue(QLatin1String(name), QUrl::FullyDecoded));
+    const auto id = uuid(call.query.queryItemValue(QLatin1String(name), QUrl::FullyDecoded));
     if (!id)
         throw Refusal {400, std::string("missing or malformed query item ") + name};
     return *id;
@@ -75,20 +134,62 @@ std::string str(const QString& value)
     return value.toStdString();
 }
 
+// Names and titles must not be blank.
+std::string name(const QString& value, const char* key)
+{
+    if (value.trimmed().isEmpty())
+        throw Refusal {400, std::string("\"") + key + "\" is blank"};
+    return value.toStdString();
+}
+
+qint64 seconds(const QDateTime& date)
+{
+    return date.toSecsSinceEpoch();
+}
+
 QString qs(const pqxx::field& field)
 {
-    return QString::fromStdString(field.as<std::string>());
+    return QString::fromUtf8(field.c_str(), qsizetype(field.size()));
+}
+
+// What the client reads: the upper-case form, written straight from the stored text.
+QString uuidOut(const pqxx::field& field)
+{
+    QString out(qsizetype(field.size()), Qt::Uninitialized);
+    QChar* to = out.data();
+    for (const char c : std::string_view(field.c_str(), field.size()))
+        *to++ = QLatin1Char(c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c);
+    return out;
+}
+
+QDateTime dateOut(const pqxx::field& field)
+{
+    return QDateTime::fromSecsSinceEpoch(field.as<qint64>(), Qt::UTC);
+}
+
+std::optional<QDateTime> optionalDateOut(const pqxx::field& field)
+{
+    if (field.is_null())
+        return std::nullopt;
+    return dateOut(field);
+}
+
+template <typename Shape> std::vector<Shape> rows(const pqxx::result& result, Shape (*shape)(const pqxx::row&))
+{
+    std::vector<Shape> shapes;
+    shapes.reserve(std::size_t(result.size()));
+    for (const auto& row : result)
+        shapes.push_back(shape(row));
+    return shapes;
 }
 
 // ---- projects
 
 const char* projectColumns = "project_id, user_id, name, description, show_every_day";
 
-QJsonObject project(const pqxx::row& row)
+ProjectResponseDTO project(const pqxx::row& row)
 {
-    return {{QStringLiteral("prjId"), wire::uuidOut(row[0].as<std::string>())},
-        {QStringLiteral("prjUserId"), wire::uuidOut(row[1].as<std::string>())}, {QStringLiteral("prjName"), qs(row[2])},
-        {QStringLiteral("prjDescription"), qs(row[3])}, {QStringLiteral("prjShowEveryDay"), row[4].as<bool>()}};
+    return {uuidOut(row[0]), uuidOut(row[1]), qs(row[2]), qs(row[3]), row[4].as<bool>()};
 }
 
 // The body names the owner; it has to be the caller, since nobody writes into another's account.
@@ -102,22 +203,19 @@ ApiResponse projects(Call& call)
 {
     const auto one = std::string("SELECT ") + projectColumns + " FROM projects WHERE user_id = $1 AND project_id = $2";
     if (call.segments.size() == 1 && call.method == "GET") {
-        QJsonArray list;
-        for (const auto& row : call.db.exec_params(
-                 std::string("SELECT ") + projectColumns + " FROM projects WHERE user_id = $1 ORDER BY position",
-                 call.user))
-            list.append(project(row));
-        return json(list);
+        return json(rows(call.db.exec_params(std::string("SELECT ") + projectColumns
+                                 + " FROM projects WHERE user_id = $1 ORDER BY position",
+                             call.user),
+            project));
     }
     if (call.segments.size() == 1 && call.method == "POST") {
-        const QJsonObject body = wire::object(call.body, {"prjUserId", "prjName", "prjDescription", "prjShowEveryDay"});
-        requireCaller(call, wire::uuidField(body, "prjUserId"));
+        const auto request = body<CreateProjectRequestDTO>(call);
+        requireCaller(call, uuidField(request.prjUserId, "prjUserId"));
         const auto row = call.db.exec_params1(
             std::string("INSERT INTO projects (user_id, project_id, name, description, show_every_day) "
                         "VALUES ($1, gen_random_uuid(), $2, $3, $4) RETURNING ")
                 + projectColumns,
-            call.user, str(wire::name(body, "prjName")), str(wire::text(body, "prjDescription")),
-            wire::flag(body, "prjShowEveryDay"));
+            call.user, name(request.prjName, "prjName"), str(request.prjDescription), request.prjShowEveryDay);
         return json(201, project(row));
     }
     if (call.segments.size() != 2)
@@ -129,13 +227,12 @@ ApiResponse projects(Call& call)
         return json(200, project(result[0]));
     }
     if (call.method == "PUT") {
-        const QJsonObject body = wire::object(call.body, {"prjName", "prjDescription", "prjShowEveryDay"});
+        const auto request = body<UpdateProjectRequestDTO>(call);
         const auto result
             = call.db.exec_params(std::string("UPDATE projects SET name = $3, description = $4, show_every_day = $5 "
                                               "WHERE user_id = $1 AND project_id = $2 RETURNING ")
                     + projectColumns,
-                call.user, id, str(wire::name(body, "prjName")), str(wire::text(body, "prjDescription")),
-                wire::flag(body, "prjShowEveryDay"));
+                call.user, id, name(request.prjName, "prjName"), str(request.prjDescription), request.prjShowEveryDay);
         requireOne(result);
         return json(200, project(result[0]));
     }
@@ -156,11 +253,9 @@ ApiResponse projects(Call& call)
 
 const char* listColumns = "list_id, project_id, name, description, is_default";
 
-QJsonObject taskList(const pqxx::row& row)
+TaskListResponseDTO taskList(const pqxx::row& row)
 {
-    return {{QStringLiteral("talId"), wire::uuidOut(row[0].as<std::string>())},
-        {QStringLiteral("prjId"), wire::uuidOut(row[1].as<std::string>())}, {QStringLiteral("talName"), qs(row[2])},
-        {QStringLiteral("talDescription"), qs(row[3])}, {QStringLiteral("talIsDefault"), row[4].as<bool>()}};
+    return {uuidOut(row[0]), uuidOut(row[1]), qs(row[2]), qs(row[3]), row[4].as<bool>()};
 }
 
 // A project has one default list at most: making one the default takes the flag from the others.
@@ -175,8 +270,7 @@ ApiResponse deleteCompleted(Call& call)
 {
     const std::string id = pathId(call, 1);
     requireOne(call.db.exec_params("SELECT 1 FROM task_lists WHERE user_id = $1 AND list_id = $2", call.user, id));
-    const QJsonObject body = wire::object(call.body, {"confirm"});
-    if (!wire::flag(body, "confirm"))
+    if (!body<DeleteCompletedTasksRequestDTO>(call).confirm)
         throw Refusal {400, "the deletion was not confirmed"};
     call.db.exec_params("DELETE FROM tasks WHERE user_id = $1 AND list_id = $2 AND is_done", call.user, id);
     return noContent();
@@ -188,19 +282,17 @@ ApiResponse taskLists(Call& call)
         return deleteCompleted(call);
     if (call.segments.size() == 1 && call.method == "GET") {
         const std::string projectId = queryUuid(call, "projectId");
-        QJsonArray list;
-        for (const auto& row : call.db.exec_params(std::string("SELECT ") + listColumns
-                     + " FROM task_lists WHERE user_id = $1 AND project_id = $2 ORDER BY position",
-                 call.user, projectId))
-            list.append(taskList(row));
-        return json(list);
+        return json(rows(call.db.exec_params(std::string("SELECT ") + listColumns
+                                 + " FROM task_lists WHERE user_id = $1 AND project_id = $2 ORDER BY position",
+                             call.user, projectId),
+            taskList));
     }
     if (call.segments.size() == 1 && call.method == "POST") {
-        const QJsonObject body = wire::object(call.body, {"prjId", "talName", "talDescription", "talIsDefault"});
-        const std::string projectId = wire::uuidField(body, "prjId");
-        const std::string name = str(wire::name(body, "talName"));
-        const std::string description = str(wire::text(body, "talDescription"));
-        const bool isDefault = wire::flag(body, "talIsDefault");
+        const auto request = body<CreateTaskListRequestDTO>(call);
+        const std::string projectId = uuidField(request.prjId, "prjId");
+        const std::string listName = name(request.talName, "talName");
+        const std::string description = str(request.talDescription);
+        const bool isDefault = request.talIsDefault;
         if (call.db
                 .exec_params(
                     "SELECT 1 FROM projects WHERE user_id = $1 AND project_id = $2 FOR UPDATE", call.user, projectId)
@@ -210,7 +302,7 @@ ApiResponse taskLists(Call& call)
             std::string("INSERT INTO task_lists (user_id, list_id, project_id, name, description, is_default) "
                         "VALUES ($1, gen_random_uuid(), $2, $3, $4, $5) RETURNING ")
                 + listColumns,
-            call.user, projectId, name, description, isDefault);
+            call.user, projectId, listName, description, isDefault);
         if (isDefault)
             clearOtherDefaults(call, projectId, row[0].as<std::string>());
         return json(201, taskList(row));
@@ -226,13 +318,13 @@ ApiResponse taskLists(Call& call)
         return json(200, taskList(result[0]));
     }
     if (call.method == "PUT") {
-        const QJsonObject body = wire::object(call.body, {"talName", "talDescription", "talIsDefault"});
-        const bool isDefault = wire::flag(body, "talIsDefault");
+        const auto request = body<UpdateTaskListRequestDTO>(call);
+        const bool isDefault = request.talIsDefault;
         const auto result
             = call.db.exec_params(std::string("UPDATE task_lists SET name = $3, description = $4, is_default = $5 "
                                               "WHERE user_id = $1 AND list_id = $2 RETURNING ")
                     + listColumns,
-                call.user, id, str(wire::name(body, "talName")), str(wire::text(body, "talDescription")), isDefault);
+                call.user, id, name(request.talName, "talName"), str(request.talDescription), isDefault);
         requireOne(result);
         if (isDefault)
             clearOtherDefaults(call, result[0][1].as<std::string>(), id);
@@ -255,89 +347,48 @@ const char* taskColumns = "task_id, project_id, list_id, title, is_done, extract
 const QStringList tags = {QStringLiteral("urgent_important"), QStringLiteral("not_urgent_important"),
     QStringLiteral("urgent_not_important"), QStringLiteral("not_urgent_not_important")};
 
-// Tasks are what lists are made of and the most read shape, so they are written straight into
-// the answer instead of going through QJsonObject, which costs more than the query itself.
-void appendString(std::string& out, std::string_view text)
+// Tasks are what lists are made of and the most read shape: one answer object is filled row
+// after row, so the identifiers' storage is reused and the tags share the constants' text, and
+// a long list costs one allocation per title rather than five per row.
+void fillUuid(QString& out, const pqxx::field& field)
 {
-    out += '"';
-    for (const char c : text) {
-        switch (c) {
-        case '"':
-            out += "\\\"";
-            break;
-        case '\\':
-            out += "\\\\";
-            break;
-        case '\n':
-            out += "\\n";
-            break;
-        case '\r':
-            out += "\\r";
-            break;
-        case '\t':
-            out += "\\t";
-            break;
-        default:
-            if (static_cast<unsigned char>(c) < 0x20) {
-                char escaped[8];
-                std::snprintf(escaped, sizeof escaped, "\\u%04x", unsigned(static_cast<unsigned char>(c)));
-                out += escaped;
-            } else {
-                out += c;
-            }
-        }
-    }
-    out += '"';
-}
-
-void appendUuid(std::string& out, const pqxx::field& field)
-{
-    out += '"';
+    out.resize(qsizetype(field.size()));
+    QChar* to = out.data();
     for (const char c : std::string_view(field.c_str(), field.size()))
-        out += char(std::toupper(static_cast<unsigned char>(c)));
-    out += '"';
+        *to++ = QLatin1Char(c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c);
 }
 
-void appendTask(std::string& out, const pqxx::row& row)
+void fillTask(TaskResponseDTO& task, const pqxx::row& row)
 {
-    out += "{\"tasId\":";
-    appendUuid(out, row[0]);
-    out += ",\"prjId\":";
-    appendUuid(out, row[1]);
-    out += ",\"talId\":";
-    appendUuid(out, row[2]);
-    out += ",\"tasTitle\":";
-    appendString(out, std::string_view(row[3].c_str(), row[3].size()));
-    out += row[4].as<bool>() ? ",\"tasIsDone\":true" : ",\"tasIsDone\":false";
-    out += ",\"tasDueDate\":";
-    if (row[5].is_null())
-        out += "null";
-    else
-        appendString(out, wire::dateText(row[5].as<qint64>()));
-    out += ",\"tasEisenhowerTag\":";
-    if (row[6].is_null())
-        out += "null";
-    else
-        appendString(out, std::string_view(row[6].c_str(), row[6].size()));
-    out += '}';
+    fillUuid(task.tasId, row[0]);
+    fillUuid(task.prjId, row[1]);
+    fillUuid(task.talId, row[2]);
+    task.tasTitle = qs(row[3]);
+    task.tasIsDone = row[4].as<bool>();
+    task.tasDueDate = optionalDateOut(row[5]);
+    task.tasEisenhowerTag.reset();
+    if (!row[6].is_null()) {
+        const QLatin1StringView stored(row[6].c_str(), qsizetype(row[6].size()));
+        const auto known = std::find(tags.begin(), tags.end(), stored);
+        task.tasEisenhowerTag = known != tags.end() ? *known : qs(row[6]);
+    }
 }
 
-ApiResponse task(int status, const pqxx::row& row)
+TaskResponseDTO task(const pqxx::row& row)
 {
-    ApiResponse response {status, {}};
-    appendTask(response.body, row);
-    return response;
+    TaskResponseDTO task;
+    fillTask(task, row);
+    return task;
 }
 
 // The optional tag as stored: absent, or one of the four API strings.
-std::optional<std::string> tagOf(const QJsonObject& body)
+std::optional<std::string> tagOf(const std::optional<QString>& tag)
 {
-    const QJsonValue value = body.value(QLatin1String("tasEisenhowerTag"));
-    if (value.isUndefined() || value.isNull())
+    if (!tag)
         return std::nullopt;
-    if (!tags.contains(value.toString()) || !value.isString())
+    if (!tags.contains(*tag))
         throw Refusal {400, "wrong value for \"tasEisenhowerTag\""};
-    return value.toString().toStdString();
+    return tag->toStdString();
 }
 
 const char* orNull(const std::optional<std::string>& value)
@@ -345,36 +396,36 @@ const char* orNull(const std::optional<std::string>& value)
     return value ? value->c_str() : nullptr;
 }
 
-std::optional<std::string> dateParam(const std::optional<qint64>& seconds)
+std::optional<std::string> dateParam(const std::optional<QDateTime>& date)
 {
-    return seconds ? std::optional(std::to_string(*seconds)) : std::nullopt;
+    return date ? std::optional(std::to_string(seconds(*date))) : std::nullopt;
 }
 
 ApiResponse tasks(Call& call)
 {
     if (call.segments.size() == 1 && call.method == "GET") {
         const std::string listId = queryUuid(call, "taskListId");
-        const auto rows = call.db.exec_params(
+        const auto result = call.db.exec_params(
             std::string("SELECT ") + taskColumns + " FROM tasks WHERE user_id = $1 AND list_id = $2 ORDER BY position",
             call.user, listId);
-        ApiResponse response {200, "["};
-        response.body.reserve(rows.size() * 256 + 2);
-        for (const auto& row : rows) {
-            if (response.body.size() > 1)
-                response.body += ',';
-            appendTask(response.body, row);
+        JSONWriter out;
+        out.reserve(std::size_t(result.size()) * 256 + 2);
+        out.beginArray();
+        TaskResponseDTO shape;
+        for (const auto& row : result) {
+            fillTask(shape, row);
+            shape.writeJson(out);
         }
-        response.body += ']';
-        return response;
+        out.endArray();
+        return {200, std::move(out).text()};
     }
     if (call.segments.size() == 1 && call.method == "POST") {
-        const QJsonObject body
-            = wire::object(call.body, {"prjId", "talId", "tasTitle", "tasDueDate", "tasEisenhowerTag"});
-        const std::string projectId = wire::uuidField(body, "prjId");
-        const std::string listId = wire::uuidField(body, "talId");
-        const std::string title = str(wire::name(body, "tasTitle"));
-        const auto due = dateParam(wire::optionalDate(body, "tasDueDate"));
-        const auto tag = tagOf(body);
+        const auto request = body<CreateTaskRequestDTO>(call);
+        const std::string projectId = uuidField(request.prjId, "prjId");
+        const std::string listId = uuidField(request.talId, "talId");
+        const std::string title = name(request.tasTitle, "tasTitle");
+        const auto due = dateParam(request.tasDueDate);
+        const auto tag = tagOf(request.tasEisenhowerTag);
         const auto parent = call.db.exec_params(
             "SELECT project_id FROM task_lists WHERE user_id = $1 AND list_id = $2 FOR SHARE", call.user, listId);
         if (parent.empty())
@@ -386,7 +437,7 @@ ApiResponse tasks(Call& call)
                         "VALUES ($1, gen_random_uuid(), $2, $3, $4, to_timestamp($5::bigint), $6) RETURNING ")
                 + taskColumns,
             call.user, projectId, listId, title, orNull(due), orNull(tag));
-        return task(201, row);
+        return json(201, task(row));
     }
     if (call.segments.size() != 2)
         throw Refusal {404, "no such resource"};
@@ -395,21 +446,21 @@ ApiResponse tasks(Call& call)
         const auto result = call.db.exec_params(
             std::string("SELECT ") + taskColumns + " FROM tasks WHERE user_id = $1 AND task_id = $2", call.user, id);
         requireOne(result);
-        return task(200, result[0]);
+        return json(200, task(result[0]));
     }
     if (call.method == "PUT") {
-        const QJsonObject body = wire::object(call.body, {"tasTitle", "tasIsDone", "tasDueDate", "tasEisenhowerTag"});
-        const std::string title = str(wire::name(body, "tasTitle"));
-        const bool done = wire::flag(body, "tasIsDone");
-        const auto due = dateParam(wire::optionalDate(body, "tasDueDate"));
-        const auto tag = tagOf(body);
+        const auto request = body<UpdateTaskRequestDTO>(call);
+        const std::string title = name(request.tasTitle, "tasTitle");
+        const bool done = request.tasIsDone;
+        const auto due = dateParam(request.tasDueDate);
+        const auto tag = tagOf(request.tasEisenhowerTag);
         const auto result = call.db.exec_params(
             std::string("UPDATE tasks SET title = $3, is_done = $4, due_date = to_timestamp($5::bigint), "
                         "eisenhower_tag = $6 WHERE user_id = $1 AND task_id = $2 RETURNING ")
                 + taskColumns,
             call.user, id, title, done, orNull(due), orNull(tag));
         requireOne(result);
-        return task(200, result[0]);
+        return json(200, task(result[0]));
     }
     if (call.method == "DELETE") {
         requireOne(
@@ -423,12 +474,9 @@ ApiResponse tasks(Call& call)
 
 const char* dailyColumns = "daily_task_id, user_id, extract(epoch FROM day)::bigint, title, is_done";
 
-QJsonObject dailyTask(const pqxx::row& row)
+DailyTaskResponseDTO dailyTask(const pqxx::row& row)
 {
-    return {{QStringLiteral("tasId"), wire::uuidOut(row[0].as<std::string>())},
-        {QStringLiteral("tasUserId"), wire::uuidOut(row[1].as<std::string>())},
-        {QStringLiteral("tasDate"), wire::dateOut(row[2].as<qint64>())}, {QStringLiteral("tasTitle"), qs(row[3])},
-        {QStringLiteral("tasIsDone"), row[4].as<bool>()}};
+    return {uuidOut(row[0]), uuidOut(row[1]), dateOut(row[2]), qs(row[3]), row[4].as<bool>()};
 }
 
 ApiResponse dailyTasks(Call& call)
@@ -440,23 +488,21 @@ ApiResponse dailyTasks(Call& call)
         if (text.size() != 10 || !day.isValid())
             throw Refusal {400, "missing or malformed query item date"};
         const qint64 start = day.startOfDay(Qt::UTC).toSecsSinceEpoch();
-        QJsonArray list;
-        for (const auto& row : call.db.exec_params(std::string("SELECT ") + dailyColumns
-                     + " FROM daily_tasks WHERE user_id = $1 AND day >= to_timestamp($2::bigint) "
-                       "AND day < to_timestamp($3::bigint) ORDER BY position",
-                 call.user, start, start + 86400))
-            list.append(dailyTask(row));
-        return json(list);
+        return json(rows(call.db.exec_params(std::string("SELECT ") + dailyColumns
+                                 + " FROM daily_tasks WHERE user_id = $1 AND day >= to_timestamp($2::bigint) "
+                                   "AND day < to_timestamp($3::bigint) ORDER BY position",
+                             call.user, start, start + 86400),
+            dailyTask));
     }
     if (call.segments.size() == 1 && call.method == "POST") {
-        const QJsonObject body = wire::object(call.body, {"tasUserId", "tasDate", "tasTitle"});
-        requireCaller(call, wire::uuidField(body, "tasUserId"));
-        const qint64 day = wire::date(body, "tasDate");
+        const auto request = body<CreateDailyTaskRequestDTO>(call);
+        requireCaller(call, uuidField(request.tasUserId, "tasUserId"));
+        const qint64 day = seconds(request.tasDate);
         const auto row = call.db.exec_params1(
             std::string("INSERT INTO daily_tasks (user_id, daily_task_id, day, title) "
                         "VALUES ($1, gen_random_uuid(), to_timestamp($2::bigint), $3) RETURNING ")
                 + dailyColumns,
-            call.user, day, str(wire::name(body, "tasTitle")));
+            call.user, day, name(request.tasTitle, "tasTitle"));
         return json(201, dailyTask(row));
     }
     if (call.segments.size() == 3 && call.segments.at(2) == QLatin1String("toggle") && call.method == "PATCH") {
@@ -478,11 +524,11 @@ ApiResponse dailyTasks(Call& call)
         return json(200, dailyTask(result[0]));
     }
     if (call.method == "PUT") {
-        const QJsonObject body = wire::object(call.body, {"tasTitle"});
+        const auto request = body<UpdateDailyTaskRequestDTO>(call);
         const auto result = call.db.exec_params(
             std::string("UPDATE daily_tasks SET title = $3 WHERE user_id = $1 AND daily_task_id = $2 RETURNING ")
                 + dailyColumns,
-            call.user, id, str(wire::name(body, "tasTitle")));
+            call.user, id, name(request.tasTitle, "tasTitle"));
         requireOne(result);
         return json(200, dailyTask(result[0]));
     }
@@ -498,30 +544,25 @@ ApiResponse dailyTasks(Call& call)
 
 const char* entryColumns = "entry_id, user_id, project_id, extract(epoch FROM entry_date)::bigint, content";
 
-QJsonObject entry(const pqxx::row& row)
+BitacoraEntryResponseDTO entry(const pqxx::row& row)
 {
-    return {{QStringLiteral("bteId"), wire::uuidOut(row[0].as<std::string>())},
-        {QStringLiteral("bteUserId"), wire::uuidOut(row[1].as<std::string>())},
-        {QStringLiteral("prjId"), wire::uuidOut(row[2].as<std::string>())},
-        {QStringLiteral("bteDate"), wire::dateOut(row[3].as<qint64>())}, {QStringLiteral("bteContent"), qs(row[4])}};
+    return {uuidOut(row[0]), uuidOut(row[1]), uuidOut(row[2]), dateOut(row[3]), qs(row[4])};
 }
 
 ApiResponse bitacoraEntries(Call& call)
 {
     if (call.segments.size() == 1 && call.method == "GET") {
         const std::string projectId = queryUuid(call, "projectId");
-        QJsonArray list;
-        for (const auto& row : call.db.exec_params(std::string("SELECT ") + entryColumns
-                     + " FROM bitacora_entries WHERE user_id = $1 AND project_id = $2 ORDER BY position",
-                 call.user, projectId))
-            list.append(entry(row));
-        return json(list);
+        return json(rows(call.db.exec_params(std::string("SELECT ") + entryColumns
+                                 + " FROM bitacora_entries WHERE user_id = $1 AND project_id = $2 ORDER BY position",
+                             call.user, projectId),
+            entry));
     }
     if (call.segments.size() == 1 && call.method == "POST") {
-        const QJsonObject body = wire::object(call.body, {"prjId", "bteDate", "bteContent"});
-        const std::string projectId = wire::uuidField(body, "prjId");
-        const qint64 date = wire::date(body, "bteDate");
-        const std::string content = str(wire::text(body, "bteContent"));
+        const auto request = body<CreateBitacoraEntryRequestDTO>(call);
+        const std::string projectId = uuidField(request.prjId, "prjId");
+        const qint64 date = seconds(request.bteDate);
+        const std::string content = str(request.bteContent);
         if (call.db
                 .exec_params(
                     "SELECT 1 FROM projects WHERE user_id = $1 AND project_id = $2 FOR SHARE", call.user, projectId)
@@ -545,11 +586,11 @@ ApiResponse bitacoraEntries(Call& call)
         return json(200, entry(result[0]));
     }
     if (call.method == "PUT") {
-        const QJsonObject body = wire::object(call.body, {"bteContent"});
+        const auto request = body<UpdateBitacoraEntryRequestDTO>(call);
         const auto result = call.db.exec_params(
             std::string("UPDATE bitacora_entries SET content = $3 WHERE user_id = $1 AND entry_id = $2 RETURNING ")
                 + entryColumns,
-            call.user, id, str(wire::text(body, "bteContent")));
+            call.user, id, str(request.bteContent));
         requireOne(result);
         return json(200, entry(result[0]));
     }
@@ -566,12 +607,9 @@ ApiResponse bitacoraEntries(Call& call)
 const char* eventColumns = "event_id, title, extract(epoch FROM schedule)::bigint, duration_minutes, description, "
                            "repeat, custom_repeat";
 
-QJsonObject event(const pqxx::row& row)
+EventResponseDTO event(const pqxx::row& row)
 {
-    return {{QStringLiteral("evtId"), wire::uuidOut(row[0].as<std::string>())},
-        {QStringLiteral("evtTitle"), qs(row[1])}, {QStringLiteral("evtSchedule"), wire::dateOut(row[2].as<qint64>())},
-        {QStringLiteral("evtDurationMinutes"), row[3].as<int>()}, {QStringLiteral("evtDescription"), qs(row[4])},
-        {QStringLiteral("evtRepeat"), qs(row[5])}, {QStringLiteral("evtCustomRepeat"), qs(row[6])}};
+    return {uuidOut(row[0]), qs(row[1]), dateOut(row[2]), row[3].as<qint64>(), qs(row[4]), qs(row[5]), qs(row[6])};
 }
 
 struct EventFields {
@@ -584,29 +622,26 @@ struct EventFields {
     std::string customRepeat;
 };
 
-EventFields eventFields(const std::string& text)
+EventFields eventFields(const Call& call)
 {
-    const QJsonObject body = wire::object(text,
-        {"evtTitle", "evtSchedule", "evtDurationMinutes", "evtHasAlarm", "evtDescription", "evtRepeat",
-            "evtCustomRepeat"});
-    return {str(wire::text(body, "evtTitle")), wire::date(body, "evtSchedule"),
-        wire::integer(body, "evtDurationMinutes"), wire::flag(body, "evtHasAlarm"),
-        str(wire::text(body, "evtDescription")), str(wire::text(body, "evtRepeat")),
-        str(wire::text(body, "evtCustomRepeat"))};
+    const auto request = body<EventRequestDTO>(call);
+    // A day and a half of minutes is plenty; the bound keeps the column's arithmetic far from overflow.
+    if (request.evtDurationMinutes < 0 || request.evtDurationMinutes > 1000000)
+        throw Refusal {400, "\"evtDurationMinutes\" is out of range"};
+    return {str(request.evtTitle), seconds(request.evtSchedule), request.evtDurationMinutes, request.evtHasAlarm,
+        str(request.evtDescription), str(request.evtRepeat), str(request.evtCustomRepeat)};
 }
 
 ApiResponse events(Call& call)
 {
     if (call.segments.size() == 1 && call.method == "GET") {
-        QJsonArray list;
-        for (const auto& row :
+        return json(rows(
             call.db.exec_params(
-                std::string("SELECT ") + eventColumns + " FROM events WHERE user_id = $1 ORDER BY position", call.user))
-            list.append(event(row));
-        return json(list);
+                std::string("SELECT ") + eventColumns + " FROM events WHERE user_id = $1 ORDER BY position", call.user),
+            event));
     }
     if (call.segments.size() == 1 && call.method == "POST") {
-        const EventFields fields = eventFields(call.body);
+        const EventFields fields = eventFields(call);
         const auto row = call.db.exec_params1(
             std::string("INSERT INTO events (user_id, event_id, title, schedule, duration_minutes, has_alarm, "
                         "description, repeat, custom_repeat) VALUES ($1, gen_random_uuid(), $2, "
@@ -620,7 +655,7 @@ ApiResponse events(Call& call)
         throw Refusal {404, "no such resource"};
     const std::string id = pathId(call, 1);
     if (call.method == "PUT") {
-        const EventFields fields = eventFields(call.body);
+        const EventFields fields = eventFields(call);
         const auto result = call.db.exec_params(
             std::string("UPDATE events SET title = $3, schedule = to_timestamp($4::bigint), duration_minutes = $5, "
                         "has_alarm = $6, description = $7, repeat = $8, custom_repeat = $9 "
@@ -641,19 +676,16 @@ ApiResponse events(Call& call)
 
 // ---- users and support
 
-QJsonObject user(const pqxx::row& row)
+UserResponseDTO user(const pqxx::row& row)
 {
-    return {{QStringLiteral("usrId"), wire::uuidOut(row[0].as<std::string>())},
-        {QStringLiteral("usrFirstName"), qs(row[1])}, {QStringLiteral("usrLastName"), qs(row[2])},
-        {QStringLiteral("usrEmail"), qs(row[3])}, {QStringLiteral("usrIsGoogleAccount"), true}};
+    return {uuidOut(row[0]), qs(row[1]), qs(row[2]), qs(row[3]), true};
 }
 
 ApiResponse users(Call& call)
 {
     const auto profile = [&] {
-        const QJsonObject body = wire::object(call.body, {"usrFirstName", "usrLastName", "usrEmail"});
-        return std::tuple {str(wire::text(body, "usrFirstName")), str(wire::text(body, "usrLastName")),
-            str(wire::text(body, "usrEmail"))};
+        const auto request = body<UserProfileRequestDTO>(call);
+        return std::tuple {str(request.usrFirstName), str(request.usrLastName), str(request.usrEmail)};
     };
     if (call.segments.size() == 1 && call.method == "POST") {
         const auto [first, last, email] = profile();
@@ -686,18 +718,13 @@ ApiResponse support(Call& call)
 {
     if (call.segments.size() != 1 || call.method != "POST")
         throw Refusal {404, "no such resource"};
-    const QJsonObject body = wire::object(call.body, {"supMessage"});
-    const std::string message = str(wire::name(body, "supMessage"));
+    const std::string message = name(body<SupportRequestDTO>(call).supMessage, "supMessage");
     const auto row = call.db.exec_params1("INSERT INTO support_messages (user_id, message_id, message) "
                                           "VALUES ($1, gen_random_uuid(), $2) "
                                           "RETURNING message_id, user_id, extract(epoch FROM sent_at)::bigint, message",
         call.user, message);
     return json(201,
-        {{QStringLiteral("supId"), wire::uuidOut(row[0].as<std::string>())},
-            {QStringLiteral("supUserId"), wire::uuidOut(row[1].as<std::string>())},
-            {QStringLiteral("supType"), QStringLiteral("support")},
-            {QStringLiteral("supDate"), wire::dateOut(row[2].as<qint64>())},
-            {QStringLiteral("supMessage"), qs(row[3])}});
+        SupportResponseDTO {uuidOut(row[0]), uuidOut(row[1]), QStringLiteral("support"), dateOut(row[2]), qs(row[3])});
 }
 
 } // namespace
@@ -734,10 +761,12 @@ ApiResponse Api::handle(const ApiRequest& request)
     try {
         const QUrl url(QStringLiteral("http://server") + QString::fromStdString(request.target));
         const QString path = url.path(QUrl::FullyDecoded);
-        if (path == QLatin1String("/v0/health") && request.method == "GET")
-            return json(200,
-                {{QStringLiteral("status"), QStringLiteral("ok")},
-                    {QStringLiteral("version"), QStringLiteral(TOLVANE_VERSION)}});
+        if (path == QLatin1String("/v0/health") && request.method == "GET") {
+            JSONWriter out;
+            out.beginObject().key("status").string(std::string_view("ok"));
+            out.key("version").string(std::string_view(TOLVANE_VERSION)).endObject();
+            return {200, std::move(out).text()};
+        }
 
         const std::string_view bearer = "Bearer ";
         if (request.authorization.compare(0, bearer.size(), bearer) != 0)

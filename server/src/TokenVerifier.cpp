@@ -23,12 +23,13 @@ bool contains(const std::vector<std::string>& values, const QString& value)
 
 } // namespace
 
-TokenVerifier::TokenVerifier(
-    std::string discoveryUrl, std::vector<std::string> issuers, std::vector<std::string> clientIds, Fetch fetch)
+TokenVerifier::TokenVerifier(std::string discoveryUrl, std::vector<std::string> issuers,
+    std::vector<std::string> clientIds, Fetch fetch, Monotonic monotonic)
     : m_discoveryUrl(std::move(discoveryUrl))
     , m_issuers(std::move(issuers))
     , m_clientIds(std::move(clientIds))
     , m_fetch(std::move(fetch))
+    , m_monotonic(std::move(monotonic))
 {
 }
 
@@ -82,8 +83,7 @@ std::optional<std::string> TokenVerifier::check(std::string_view token, std::chr
     const auto signature = IDTokenClaims::decodeBase64Url(parts.at(2));
     if (!signature)
         return refuse("unreadable signature");
-    const auto publicKey
-        = key(fields.value(QLatin1String("kid")).toString().toStdString(), std::chrono::steady_clock::now());
+    const auto publicKey = key(fields.value(QLatin1String("kid")).toString().toStdString(), m_monotonic());
     if (!publicKey)
         return refuse("unknown key");
     if (!publicKey->verifiesRS256(parts.at(0) + '.' + parts.at(1), *signature))

@@ -22,9 +22,12 @@
 class TokenVerifier {
 public:
     using Fetch = std::function<std::string(const std::string& url)>;
+    // The monotonic time the refetch interval is counted in.
+    using Monotonic = std::function<std::chrono::steady_clock::time_point()>;
 
     TokenVerifier(
-        std::string discoveryUrl, std::vector<std::string> issuers, std::vector<std::string> clientIds, Fetch fetch);
+        std::string discoveryUrl, std::vector<std::string> issuers, std::vector<std::string> clientIds, Fetch fetch,
+        Monotonic monotonic = [] { return std::chrono::steady_clock::now(); });
 
     // The token's "sub" when every check passes. Thread-safe.
     std::optional<std::string> subject(std::string_view token, std::chrono::system_clock::time_point now);
@@ -42,6 +45,7 @@ private:
     std::vector<std::string> m_issuers;
     std::vector<std::string> m_clientIds;
     Fetch m_fetch;
+    Monotonic m_monotonic;
     std::mutex m_mutex;
     std::optional<std::map<std::string, JsonWebKey>> m_keys;
     std::chrono::steady_clock::time_point m_lastFetch;

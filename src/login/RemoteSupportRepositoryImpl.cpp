@@ -1,7 +1,7 @@
 #include "login/RemoteSupportRepositoryImpl.h"
 
-#include "login/dto/SupportDTOs.h"
 #include "networking/APIErrorMessageEnum.h"
+#include "wire/login/SupportDTOs.h"
 
 RemoteSupportRepositoryImpl::RemoteSupportRepositoryImpl(APIClient client)
     : client(std::move(client))

@@ -1,7 +1,7 @@
 #include "login/RemoteUserRegistrationRepositoryImpl.h"
 
-#include "login/dto/UserDTOs.h"
 #include "networking/APIErrorMessageEnum.h"
+#include "wire/login/UserDTOs.h"
 
 #include <QTextStream>
 
@@ -32,7 +32,7 @@ LoginResultEntity RemoteUserRegistrationRepositoryImpl::createUser(const UserEnt
     const QString path = QStringLiteral("/v0/users");
     try {
         return registered(client.post<UserResponseDTO>(
-            path, CreateUserRequestDTO {user.usrFirstName, user.usrLastName, user.usrEmail}));
+            path, UserProfileRequestDTO {user.usrFirstName, user.usrLastName, user.usrEmail}));
     } catch (const APIError& error) {
         return failed(path, error);
     }
@@ -44,7 +44,7 @@ LoginResultEntity RemoteUserRegistrationRepositoryImpl::updateUser(const UserEnt
     const QString path = QStringLiteral("/v0/users/") + user.usrId;
     try {
         return registered(client.put<UserResponseDTO>(
-            path, UpdateUserRequestDTO {user.usrFirstName, user.usrLastName, user.usrEmail}));
+            path, UserProfileRequestDTO {user.usrFirstName, user.usrLastName, user.usrEmail}));
     } catch (const APIError& error) {
         return failed(path, error);
     }

@@ -1,6 +1,6 @@
 #include "login/UserDatabase.h"
 
-#include "networking/JSONCoding.h"
+#include "wire/JSONCoding.h"
 
 LoginResultEntity UserDatabase::open()
 {

@@ -1,6 +1,6 @@
 #include "login/UserEntity.h"
 
-#include "networking/JSONObjectReader.h"
+#include "wire/JSONObjectReader.h"
 
 #include <QJsonObject>
 

@@ -2,7 +2,7 @@
 
 #include "networking/APIError.h"
 #include "networking/AuthTokenProvider.h"
-#include "networking/JSONCoding.h"
+#include "wire/JSONCoding.h"
 #include "networking/NetworkLogger.h"
 #include "networking/UrlSession.h"
 

@@ -1,6 +1,6 @@
 #include "networking/NetworkLogger.h"
 
-#include "networking/JSONCoding.h"
+#include "wire/JSONCoding.h"
 #include "platform/AppPaths.h"
 #include "platform/SystemClock.h"
 

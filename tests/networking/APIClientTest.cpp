@@ -4,7 +4,7 @@
 #include "TokenProviders.h"
 #include "networking/APIErrorMessageEnum.h"
 #include "networking/EmptyBody.h"
-#include "networking/JSONObjectReader.h"
+#include "wire/JSONObjectReader.h"
 #include "platform/AppPaths.h"
 #include "support/TestMain.h"
 #include "support/http/FakeBackend.h"

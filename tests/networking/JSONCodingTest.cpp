@@ -1,7 +1,7 @@
-#include "networking/JSONCoding.h"
+#include "wire/JSONCoding.h"
 
 #include "networking/EmptyBody.h"
-#include "networking/JSONObjectReader.h"
+#include "wire/JSONObjectReader.h"
 #include "support/TestMain.h"
 
 #include <QTest>

@@ -5,6 +5,8 @@
 #include "screens/settings/UserProfileChipView.h"
 #include "support/TestMain.h"
 #include "support/ui/GoogleAccountFixture.h"
+#include "wire/tasks/ProjectResponseDTO.h"
+#include "wire/tasks/TaskListResponseDTO.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -12,8 +14,8 @@
 
 #include <stdexcept>
 
-// A new user signs in with Google (the local identity provider and the fake backend on
-// loopback) and works in the projects workspace, whose data then lives on the backend.
+// A new user signs in with Google (the local identity provider and the real server on loopback)
+// and works in the projects workspace, whose data then lives on the server.
 class ProjectsGoogleModeTest : public QObject {
     Q_OBJECT
 
@@ -67,16 +69,17 @@ private Q_SLOTS:
         addInline(QStringLiteral("task-lists-add-button"), QStringLiteral("Seeds"));
         waitFor(QStringLiteral("list:Seeds"));
 
+        // What the server holds for the signed-in user, read back as that user.
         const QUuid user = google->backendUser();
-        QCOMPARE(google->tasks().records(TasksBackend::Resource::projects, user).size(), 1);
-        QCOMPARE(
-            google->tasks().records(TasksBackend::Resource::projects, user).constFirst().value(u"prjName").toString(),
-            u"Remote garden");
-        QCOMPARE(google->tasks().records(TasksBackend::Resource::taskLists, user).size(), 1);
-        for (const RecordedRequest& request : google->backend().requests()) {
-            if (request.path.startsWith(u"/v0/projects") || request.path.startsWith(u"/v0/task-lists"))
-                QCOMPARE(request.header("Authorization"), "Bearer " + google->provider().lastIdToken().toUtf8());
-        }
+        const APIClient asUser = google->server().client(google->backendSubject());
+        const auto projects = asUser.get<QList<ProjectResponseDTO>>(QStringLiteral("/v0/projects"));
+        QCOMPARE(projects.size(), 1);
+        QCOMPARE(projects.constFirst().prjName, u"Remote garden");
+        QCOMPARE(QUuid::fromString(projects.constFirst().prjUserId), user);
+        const auto lists = asUser.get<QList<TaskListResponseDTO>>(
+            QStringLiteral("/v0/task-lists"), {{QStringLiteral("projectId"), projects.constFirst().prjId}});
+        QCOMPARE(lists.size(), 1);
+        QCOMPARE(lists.constFirst().talName, u"Seeds");
     }
 };
 

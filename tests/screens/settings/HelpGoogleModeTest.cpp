@@ -39,10 +39,8 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(handled.size(), 1, 30000);
         QCOMPARE(handled.constFirst().constFirst().toBool(), true);
         QCOMPARE(help.helpMessage(), QString());
-        const QList<AccountsBackend::SupportMessage> received = google.accounts().supportMessages();
-        QCOMPARE(received.size(), 1);
-        QCOMPARE(received.constFirst().message, u"My tasks are gone");
-        QCOMPARE(received.constFirst().userId, google.backendUser());
+        QCOMPARE(
+            google.server().supportMessages(google.backendUser()), QStringList {QStringLiteral("My tasks are gone")});
     }
 };
 

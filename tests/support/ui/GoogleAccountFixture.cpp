@@ -5,6 +5,8 @@
 #include "platform/SecretServiceKeychain.h"
 #include "platform/SystemSecureRandom.h"
 
+#include <stdexcept>
+
 namespace {
 
 const QString clientID = QStringLiteral("tolvane-desktop-ui-test");
@@ -16,22 +18,18 @@ GoogleAccountFixture::GoogleAccountFixture()
     , m_keychain(std::make_shared<SecretServiceKeychain>())
 {
     m_keychain->remove(GIDSessionStore::service, clientID);
-    m_provider = std::make_unique<LocalIdentityProvider>(clientID, QString(), m_clock);
-    m_backend = std::make_unique<FakeBackend>();
-    m_accounts = std::make_unique<AccountsBackend>(*m_backend);
-    m_tasks = std::make_unique<TasksBackend>(*m_backend);
-    // Whatever token the provider issues, the backend takes as its subject's bearer.
-    m_provider->onIdTokenIssued([this](const QString& token, const QString& subject) {
-        const QUuid user = QUuid::createUuidV5(QUuid(), subject);
-        m_backend->acceptToken(token, user);
+    m_server = std::make_unique<ServerBackend>(clientID, m_clock);
+    if (!m_server->isRunning())
+        throw std::runtime_error("the backend did not start: " + m_server->error().toStdString());
+    provider().onIdTokenIssued([this](const QString&, const QString& subject) {
         const QMutexLocker locker(&m_mutex);
-        m_backendUser = user;
+        m_subject = subject;
     });
     m_browser = std::make_shared<ScriptedBrowser>();
     m_client = std::make_unique<GIDSignIn>(GIDSignInServices {m_keychain, std::make_shared<SystemSecureRandom>(),
-        m_clock, m_browser, UrlSession::shared(), m_provider->endpoints()});
+        m_clock, m_browser, UrlSession::shared(), provider().endpoints()});
     m_client->setConfiguration(GIDConfiguration(clientID));
-    m_app = std::make_unique<AppFixture>(m_client.get(), m_backend->baseURL());
+    m_app = std::make_unique<AppFixture>(m_client.get(), m_server->baseURL());
 }
 
 GoogleAccountFixture::~GoogleAccountFixture()
@@ -39,10 +37,16 @@ GoogleAccountFixture::~GoogleAccountFixture()
     m_browser->waitUntilDone();
 }
 
-QUuid GoogleAccountFixture::backendUser() const
+QString GoogleAccountFixture::backendSubject() const
 {
     const QMutexLocker locker(&m_mutex);
-    return m_backendUser;
+    return m_subject;
+}
+
+QUuid GoogleAccountFixture::backendUser()
+{
+    // Registration answers the same id every time.
+    return m_server->registerUser(backendSubject());
 }
 
 LoginResultEntity GoogleAccountFixture::signIn()

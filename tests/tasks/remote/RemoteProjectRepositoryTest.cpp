@@ -1,7 +1,7 @@
 #include "RemoteRepositoryFixture.h"
-#include "networking/JSONObjectReader.h"
+#include "wire/JSONObjectReader.h"
 #include "support/TestMain.h"
-#include "tasks/dto/ProjectResponseDTO.h"
+#include "wire/tasks/ProjectResponseDTO.h"
 #include "tasks/repositories/remote/RemoteProjectRepositoryImpl.h"
 
 using namespace RemoteFixture;

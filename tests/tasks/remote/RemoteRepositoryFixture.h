@@ -1,7 +1,7 @@
 #pragma once
 
 #include "networking/APIClient.h"
-#include "networking/JSONCoding.h"
+#include "wire/JSONCoding.h"
 #include "support/http/FakeBackend.h"
 #include "support/http/TasksBackend.h"
 #include "tasks/entities/TaskResultEntity.h"

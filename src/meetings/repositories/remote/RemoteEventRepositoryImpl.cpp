@@ -1,9 +1,9 @@
 #include "meetings/repositories/remote/RemoteEventRepositoryImpl.h"
 
 #include "meetings/domain/MeetIdentity.h"
-#include "meetings/repositories/remote/EventRequestDTO.h"
 #include "meetings/repositories/remote/RemoteEventRepositoryError.h"
 #include "networking/APIErrorMessageEnum.h"
+#include "wire/events/EventRequestDTO.h"
 
 #include <QStringList>
 
@@ -135,13 +135,13 @@ QList<MeetEntity> RemoteEventRepositoryImpl::fetchMeets()
 MeetEntity RemoteEventRepositoryImpl::createMeet(const MeetDraft& draft)
 {
     // A meet not made yet has no alarm to be armed.
-    const auto body = requestBody<CreateEventRequestDTO>(draft, false);
+    const auto body = requestBody<EventRequestDTO>(draft, false);
     return meet(endpoint([&] { return client.post<EventResponseDTO>(eventsPath, body); }));
 }
 
 MeetEntity RemoteEventRepositoryImpl::updateMeet(const MeetEntity& existing, const MeetDraft& draft)
 {
-    const auto body = requestBody<UpdateEventRequestDTO>(draft, alarmIsArmed && alarmIsArmed(existing.metId));
+    const auto body = requestBody<EventRequestDTO>(draft, alarmIsArmed && alarmIsArmed(existing.metId));
     return meet(endpoint([&] {
         return client.put<EventResponseDTO>(eventsPath + QLatin1Char('/') + existing.metOriginalIdentifier, body);
     }));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "meetings/repositories/MeetRepository.h"
-#include "meetings/repositories/remote/EventResponseDTO.h"
+#include "wire/events/EventResponseDTO.h"
 #include "networking/APIClient.h"
 
 #include <functional>

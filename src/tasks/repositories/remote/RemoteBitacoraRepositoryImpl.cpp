@@ -1,11 +1,11 @@
 #include "tasks/repositories/remote/RemoteBitacoraRepositoryImpl.h"
 
-#include "networking/JSONCoding.h"
 #include "tasks/domain/TaskMessages.h"
-#include "tasks/dto/BitacoraEntryResponseDTO.h"
-#include "tasks/dto/CreateBitacoraEntryRequestDTO.h"
-#include "tasks/dto/UpdateBitacoraEntryRequestDTO.h"
 #include "tasks/repositories/remote/RemoteResource.h"
+#include "wire/JSONCoding.h"
+#include "wire/tasks/BitacoraEntryResponseDTO.h"
+#include "wire/tasks/CreateBitacoraEntryRequestDTO.h"
+#include "wire/tasks/UpdateBitacoraEntryRequestDTO.h"
 
 namespace {
 
@@ -26,6 +26,16 @@ std::optional<BitacoraEntryEntity> toEntity(const BitacoraEntryResponseDTO& dto)
     return BitacoraEntryEntity {*id, *userId, *projectId, dto.bteDate, dto.bteContent};
 }
 
+CreateBitacoraEntryRequestDTO createRequest(const BitacoraEntryEntity& entry)
+{
+    return {JSONCoding::encodeUUID(entry.prjId), entry.bteDate, entry.bteContent};
+}
+
+UpdateBitacoraEntryRequestDTO updateRequest(const BitacoraEntryEntity& entry)
+{
+    return {entry.bteContent};
+}
+
 } // namespace
 
 RemoteBitacoraRepositoryImpl::RemoteBitacoraRepositoryImpl(APIClient client)
@@ -36,16 +46,15 @@ RemoteBitacoraRepositoryImpl::RemoteBitacoraRepositoryImpl(APIClient client)
 TaskResultEntity RemoteBitacoraRepositoryImpl::create(const BitacoraEntryEntity& entry)
 {
     return entries().call([&] {
-        return entries().one(toEntity(
-            client.post<BitacoraEntryResponseDTO>(entries().path(), CreateBitacoraEntryRequestDTO::from(entry))));
+        return entries().one(toEntity(client.post<BitacoraEntryResponseDTO>(entries().path(), createRequest(entry))));
     });
 }
 
 TaskResultEntity RemoteBitacoraRepositoryImpl::update(const BitacoraEntryEntity& entry)
 {
     return entries().call([&] {
-        return entries().one(toEntity(client.put<BitacoraEntryResponseDTO>(
-            entries().path(entry.bteId), UpdateBitacoraEntryRequestDTO::from(entry))));
+        return entries().one(
+            toEntity(client.put<BitacoraEntryResponseDTO>(entries().path(entry.bteId), updateRequest(entry))));
     });
 }
 

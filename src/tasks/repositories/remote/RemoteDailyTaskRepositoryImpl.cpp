@@ -1,10 +1,11 @@
 #include "tasks/repositories/remote/RemoteDailyTaskRepositoryImpl.h"
 
 #include "tasks/domain/TaskMessages.h"
-#include "tasks/dto/CreateDailyTaskRequestDTO.h"
-#include "tasks/dto/DailyTaskResponseDTO.h"
-#include "tasks/dto/UpdateDailyTaskRequestDTO.h"
 #include "tasks/repositories/remote/RemoteResource.h"
+#include "wire/JSONCoding.h"
+#include "wire/tasks/CreateDailyTaskRequestDTO.h"
+#include "wire/tasks/DailyTaskResponseDTO.h"
+#include "wire/tasks/UpdateDailyTaskRequestDTO.h"
 
 #include <QTimeZone>
 
@@ -42,6 +43,16 @@ std::optional<DailyTaskEntity> toEntity(const DailyTaskResponseDTO& dto)
     return DailyTaskEntity {*id, *userId, dto.tasDate, dto.tasTitle, dto.tasIsDone};
 }
 
+CreateDailyTaskRequestDTO createRequest(const DailyTaskEntity& dailyTask)
+{
+    return {JSONCoding::encodeUUID(dailyTask.dtaUserId), dailyTask.dtaDate, dailyTask.dtaTitle};
+}
+
+UpdateDailyTaskRequestDTO updateRequest(const DailyTaskEntity& dailyTask)
+{
+    return {dailyTask.dtaTitle};
+}
+
 } // namespace
 
 RemoteDailyTaskRepositoryImpl::RemoteDailyTaskRepositoryImpl(APIClient client)
@@ -52,16 +63,16 @@ RemoteDailyTaskRepositoryImpl::RemoteDailyTaskRepositoryImpl(APIClient client)
 TaskResultEntity RemoteDailyTaskRepositoryImpl::create(const DailyTaskEntity& dailyTask)
 {
     return dailyTasks().call([&] {
-        return dailyTasks().one(toEntity(
-            client.post<DailyTaskResponseDTO>(dailyTasks().path(), CreateDailyTaskRequestDTO::from(dailyTask))));
+        return dailyTasks().one(
+            toEntity(client.post<DailyTaskResponseDTO>(dailyTasks().path(), createRequest(dailyTask))));
     });
 }
 
 TaskResultEntity RemoteDailyTaskRepositoryImpl::update(const DailyTaskEntity& dailyTask)
 {
     return dailyTasks().call([&] {
-        return dailyTasks().one(toEntity(client.put<DailyTaskResponseDTO>(
-            dailyTasks().path(dailyTask.dtaId), UpdateDailyTaskRequestDTO::from(dailyTask))));
+        return dailyTasks().one(
+            toEntity(client.put<DailyTaskResponseDTO>(dailyTasks().path(dailyTask.dtaId), updateRequest(dailyTask))));
     });
 }
 

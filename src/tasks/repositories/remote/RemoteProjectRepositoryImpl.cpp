@@ -1,10 +1,11 @@
 #include "tasks/repositories/remote/RemoteProjectRepositoryImpl.h"
 
 #include "tasks/domain/TaskMessages.h"
-#include "tasks/dto/CreateProjectRequestDTO.h"
-#include "tasks/dto/ProjectResponseDTO.h"
-#include "tasks/dto/UpdateProjectRequestDTO.h"
 #include "tasks/repositories/remote/RemoteResource.h"
+#include "wire/JSONCoding.h"
+#include "wire/tasks/CreateProjectRequestDTO.h"
+#include "wire/tasks/ProjectResponseDTO.h"
+#include "wire/tasks/UpdateProjectRequestDTO.h"
 
 namespace {
 
@@ -24,6 +25,17 @@ std::optional<ProjectEntity> toEntity(const ProjectResponseDTO& dto)
     return ProjectEntity {*id, *userId, dto.prjName, dto.prjDescription, dto.prjShowEveryDay};
 }
 
+CreateProjectRequestDTO createRequest(const ProjectEntity& project)
+{
+    return {
+        JSONCoding::encodeUUID(project.prjUserId), project.prjName, project.prjDescription, project.prjShowEveryDay};
+}
+
+UpdateProjectRequestDTO updateRequest(const ProjectEntity& project)
+{
+    return {project.prjName, project.prjDescription, project.prjShowEveryDay};
+}
+
 } // namespace
 
 RemoteProjectRepositoryImpl::RemoteProjectRepositoryImpl(APIClient client)
@@ -34,16 +46,15 @@ RemoteProjectRepositoryImpl::RemoteProjectRepositoryImpl(APIClient client)
 TaskResultEntity RemoteProjectRepositoryImpl::create(const ProjectEntity& project)
 {
     return projects().call([&] {
-        return projects().one(
-            toEntity(client.post<ProjectResponseDTO>(projects().path(), CreateProjectRequestDTO::from(project))));
+        return projects().one(toEntity(client.post<ProjectResponseDTO>(projects().path(), createRequest(project))));
     });
 }
 
 TaskResultEntity RemoteProjectRepositoryImpl::update(const ProjectEntity& project)
 {
     return projects().call([&] {
-        return projects().one(toEntity(
-            client.put<ProjectResponseDTO>(projects().path(project.prjId), UpdateProjectRequestDTO::from(project))));
+        return projects().one(
+            toEntity(client.put<ProjectResponseDTO>(projects().path(project.prjId), updateRequest(project))));
     });
 }
 

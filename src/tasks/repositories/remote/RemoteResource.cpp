@@ -1,6 +1,6 @@
 #include "tasks/repositories/remote/RemoteResource.h"
 
-#include "networking/JSONCoding.h"
+#include "wire/JSONCoding.h"
 
 RemoteResource::RemoteResource(QString collectionPath, QString notFoundText, QString badIdText)
     : m_collectionPath(std::move(collectionPath))

@@ -1,11 +1,11 @@
 #include "tasks/repositories/remote/RemoteTaskListRepositoryImpl.h"
 
-#include "networking/JSONCoding.h"
 #include "tasks/domain/TaskMessages.h"
-#include "tasks/dto/CreateTaskListRequestDTO.h"
-#include "tasks/dto/TaskListResponseDTO.h"
-#include "tasks/dto/UpdateTaskListRequestDTO.h"
 #include "tasks/repositories/remote/RemoteResource.h"
+#include "wire/JSONCoding.h"
+#include "wire/tasks/CreateTaskListRequestDTO.h"
+#include "wire/tasks/TaskListResponseDTO.h"
+#include "wire/tasks/UpdateTaskListRequestDTO.h"
 
 namespace {
 
@@ -25,6 +25,16 @@ std::optional<TaskListEntity> toEntity(const TaskListResponseDTO& dto)
     return TaskListEntity {*id, *projectId, dto.talName, dto.talDescription, dto.talIsDefault};
 }
 
+CreateTaskListRequestDTO createRequest(const TaskListEntity& taskList)
+{
+    return {JSONCoding::encodeUUID(taskList.prjId), taskList.talName, taskList.talDescription, taskList.talIsDefault};
+}
+
+UpdateTaskListRequestDTO updateRequest(const TaskListEntity& taskList)
+{
+    return {taskList.talName, taskList.talDescription, taskList.talIsDefault};
+}
+
 } // namespace
 
 RemoteTaskListRepositoryImpl::RemoteTaskListRepositoryImpl(APIClient client)
@@ -35,16 +45,15 @@ RemoteTaskListRepositoryImpl::RemoteTaskListRepositoryImpl(APIClient client)
 TaskResultEntity RemoteTaskListRepositoryImpl::create(const TaskListEntity& taskList)
 {
     return taskLists().call([&] {
-        return taskLists().one(
-            toEntity(client.post<TaskListResponseDTO>(taskLists().path(), CreateTaskListRequestDTO::from(taskList))));
+        return taskLists().one(toEntity(client.post<TaskListResponseDTO>(taskLists().path(), createRequest(taskList))));
     });
 }
 
 TaskResultEntity RemoteTaskListRepositoryImpl::update(const TaskListEntity& taskList)
 {
     return taskLists().call([&] {
-        return taskLists().one(toEntity(client.put<TaskListResponseDTO>(
-            taskLists().path(taskList.talId), UpdateTaskListRequestDTO::from(taskList))));
+        return taskLists().one(
+            toEntity(client.put<TaskListResponseDTO>(taskLists().path(taskList.talId), updateRequest(taskList))));
     });
 }
 

@@ -1,12 +1,12 @@
 #include "tasks/repositories/remote/RemoteTaskRepositoryImpl.h"
 
-#include "networking/JSONCoding.h"
 #include "tasks/domain/TaskMessages.h"
-#include "tasks/dto/CreateTaskRequestDTO.h"
-#include "tasks/dto/DeleteCompletedTasksRequestDTO.h"
-#include "tasks/dto/TaskResponseDTO.h"
-#include "tasks/dto/UpdateTaskRequestDTO.h"
 #include "tasks/repositories/remote/RemoteResource.h"
+#include "wire/JSONCoding.h"
+#include "wire/tasks/CreateTaskRequestDTO.h"
+#include "wire/tasks/DeleteCompletedTasksRequestDTO.h"
+#include "wire/tasks/TaskResponseDTO.h"
+#include "wire/tasks/UpdateTaskRequestDTO.h"
 
 namespace {
 
@@ -28,6 +28,25 @@ std::optional<TaskEntity> toEntity(const TaskResponseDTO& dto)
         EisenhowerTag::fromApiValue(dto.tasEisenhowerTag)};
 }
 
+// The tag's API string ("urgent_important", ...).
+std::optional<QString> apiTag(const TaskEntity& task)
+{
+    if (!task.tasEisenhowerTag)
+        return std::nullopt;
+    return EisenhowerTag::apiValue(*task.tasEisenhowerTag);
+}
+
+CreateTaskRequestDTO createRequest(const TaskEntity& task)
+{
+    return {JSONCoding::encodeUUID(task.prjId), JSONCoding::encodeUUID(task.talId), task.tasTitle, task.tasDueDate,
+        apiTag(task)};
+}
+
+UpdateTaskRequestDTO updateRequest(const TaskEntity& task)
+{
+    return {task.tasTitle, task.tasIsDone, task.tasDueDate, apiTag(task)};
+}
+
 } // namespace
 
 RemoteTaskRepositoryImpl::RemoteTaskRepositoryImpl(APIClient client)
@@ -37,16 +56,14 @@ RemoteTaskRepositoryImpl::RemoteTaskRepositoryImpl(APIClient client)
 
 TaskResultEntity RemoteTaskRepositoryImpl::create(const TaskEntity& task)
 {
-    return tasks().call([&] {
-        return tasks().one(toEntity(client.post<TaskResponseDTO>(tasks().path(), CreateTaskRequestDTO::from(task))));
-    });
+    return tasks().call(
+        [&] { return tasks().one(toEntity(client.post<TaskResponseDTO>(tasks().path(), createRequest(task)))); });
 }
 
 TaskResultEntity RemoteTaskRepositoryImpl::update(const TaskEntity& task)
 {
     return tasks().call([&] {
-        return tasks().one(
-            toEntity(client.put<TaskResponseDTO>(tasks().path(task.tasId), UpdateTaskRequestDTO::from(task))));
+        return tasks().one(toEntity(client.put<TaskResponseDTO>(tasks().path(task.tasId), updateRequest(task))));
     });
 }
 

@@ -1,8 +1,0 @@
-#include "tasks/dto/DeleteCompletedTasksRequestDTO.h"
-
-#include <QJsonObject>
-
-QJsonValue DeleteCompletedTasksRequestDTO::toJson() const
-{
-    return QJsonObject {{QStringLiteral("confirm"), confirm}};
-}

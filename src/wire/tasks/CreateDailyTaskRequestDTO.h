@@ -1,0 +1,19 @@
+#pragma once
+
+#include "wire/JSONWriter.h"
+
+#include <QDateTime>
+#include <QJsonValue>
+#include <QString>
+
+// The body of POST /v0/daily-tasks. On the wire daily tasks use the `tas` prefix.
+struct CreateDailyTaskRequestDTO {
+    QString tasUserId;
+    QDateTime tasDate;
+    QString tasTitle;
+
+    // The server's reading: strict, a key it does not know is an error; throws DecodingError.
+    static CreateDailyTaskRequestDTO fromJson(const QJsonValue& json);
+    // The client's writing.
+    void writeJson(JSONWriter& out) const;
+};

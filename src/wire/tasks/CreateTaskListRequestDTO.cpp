@@ -1,0 +1,22 @@
+#include "wire/tasks/CreateTaskListRequestDTO.h"
+
+#include "wire/JSONObjectReader.h"
+
+CreateTaskListRequestDTO CreateTaskListRequestDTO::fromJson(const QJsonValue& json)
+{
+    const JSONObjectReader reader(json);
+    reader.refuseOtherKeys({QLatin1String("prjId"), QLatin1String("talName"), QLatin1String("talDescription"),
+        QLatin1String("talIsDefault")});
+    return {reader.string(QLatin1String("prjId")), reader.string(QLatin1String("talName")),
+        reader.string(QLatin1String("talDescription")), reader.boolean(QLatin1String("talIsDefault"))};
+}
+
+void CreateTaskListRequestDTO::writeJson(JSONWriter& out) const
+{
+    out.beginObject();
+    out.key("prjId").string(prjId);
+    out.key("talDescription").string(talDescription);
+    out.key("talIsDefault").boolean(talIsDefault);
+    out.key("talName").string(talName);
+    out.endObject();
+}

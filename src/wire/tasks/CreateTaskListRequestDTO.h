@@ -1,0 +1,19 @@
+#pragma once
+
+#include "wire/JSONWriter.h"
+
+#include <QJsonValue>
+#include <QString>
+
+// The body of POST /v0/task-lists; the backend assigns talId.
+struct CreateTaskListRequestDTO {
+    QString prjId;
+    QString talName;
+    QString talDescription;
+    bool talIsDefault = false;
+
+    // The server's reading: strict, a key it does not know is an error; throws DecodingError.
+    static CreateTaskListRequestDTO fromJson(const QJsonValue& json);
+    // The client's writing.
+    void writeJson(JSONWriter& out) const;
+};

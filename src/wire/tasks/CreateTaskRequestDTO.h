@@ -1,0 +1,25 @@
+#pragma once
+
+#include "wire/JSONWriter.h"
+
+#include <QDateTime>
+#include <QJsonValue>
+#include <QString>
+
+#include <optional>
+
+// The body of POST /v0/tasks. A new task is never done and gets its tasId from the backend, so
+// neither travels. The optional keys are left out when they have no value; the tag is its API
+// string ("urgent_important", ...).
+struct CreateTaskRequestDTO {
+    QString prjId;
+    QString talId;
+    QString tasTitle;
+    std::optional<QDateTime> tasDueDate;
+    std::optional<QString> tasEisenhowerTag;
+
+    // The server's reading: strict, a key it does not know is an error; throws DecodingError.
+    static CreateTaskRequestDTO fromJson(const QJsonValue& json);
+    // The client's writing.
+    void writeJson(JSONWriter& out) const;
+};
