@@ -138,7 +138,7 @@ private Q_SLOTS:
         client.setConfiguration(GIDConfiguration(clientID));
 
         // The program's own places: preferences, the network log, the information console.
-        const QString networkLog = folder.filePath(QStringLiteral("Logs/network.log"));
+        const QString networkLog = folder.filePath(QStringLiteral("network.log"));
         const NetworkLogger logger(true, networkLog, clock);
         UserDefaults defaults(folder.filePath(QStringLiteral("Tolvane.conf")));
         defaults.setValue(ErrorConsoleStore::isEnabledKey, true);
@@ -189,11 +189,12 @@ private Q_SLOTS:
         qInstallMessageHandler(previousHandler);
 
         const QStringList refreshTokens = provider.refreshTokens();
-        const QByteArray key
+        const std::optional<QByteArray> stored
             = keychain->copyMatching(TasksDatabaseSchema::name, RealmEncryptedConfigurationFactory::keychainAccount)
                   .data;
         QVERIFY(!refreshTokens.isEmpty());
-        QVERIFY(key.size() >= 16);
+        QVERIFY(stored && stored->size() >= 16);
+        const QByteArray key = *stored;
         QList<std::pair<QString, QByteArray>> secrets;
         for (const QString& token : std::as_const(idTokens)) {
             secrets.append({QStringLiteral("an ID token"), token.toLatin1()});

@@ -13,8 +13,9 @@
 //   tst_store_driver FOLDER alarms COUNT LIST  on "go", arms COUNT alarms in the pending-requests
 //                                             file of FOLDER, as the alarm scheduler does, and
 //                                             takes back every third one armed before; prints
-//                                             "ack add <id> ." and "ack remove <id> ." (the dot
-//                                             tells a whole line from one cut short)
+//                                             "ack add <id> .", "removing <id> ." and
+//                                             "ack remove <id> ." (the dot tells a whole line
+//                                             from one cut short)
 //
 // It prints "ready" once connected to the keyring and waits for a line on stdin, so that a test
 // can let two of them go at the same moment. Every task the store acknowledged is printed as
@@ -84,6 +85,8 @@ int armAlarms(const QString& folder, int count, const QUuid& run)
         armed.append(identifier);
         if (number % 3 == 2) {
             const QString taken = armed.takeFirst();
+            // A kill between the removal and its acknowledgement leaves it done but unconfirmed.
+            say(QStringLiteral("removing %1 .").arg(taken));
             center.removePendingRequests({taken});
             say(QStringLiteral("ack remove %1 .").arg(taken));
         }
