@@ -20,19 +20,42 @@ ConnectionPool::Lease::~Lease()
     m_pool.release(std::move(m_connection));
 }
 
+namespace {
+
+// Whether the server still holds the connection's other end. libpqxx 6 leaks the result of a
+// statement sent over a connection the server has closed (it asks the dead connection for its
+// encoding before taking the result over), and such a statement fails anyway. Reading what
+// arrived while the connection sat in the pool notices the close first: the first read takes
+// the server's farewell message, the second finds the end of the stream.
+bool stillConnected(pqxx::connection& connection)
+{
+    try {
+        for (int read = 0; read < 2 && connection.is_open(); ++read)
+            connection.get_notifs();
+    } catch (const pqxx::failure&) {
+        return false;
+    }
+    return connection.is_open();
+}
+
+} // namespace
+
 ConnectionPool::Lease ConnectionPool::acquire()
 {
     std::unique_lock lock(m_mutex);
     m_freed.wait(lock, [this] { return !m_idle.empty() || m_open < m_size; });
+    // Either a pooled connection or room for a new one; the slot is this caller's from here on.
+    std::unique_ptr<pqxx::connection> connection;
     if (!m_idle.empty()) {
-        std::unique_ptr<pqxx::connection> connection = std::move(m_idle.back());
+        connection = std::move(m_idle.back());
         m_idle.pop_back();
-        if (connection->is_open())
-            return Lease(*this, std::move(connection));
-        --m_open;
+    } else {
+        ++m_open;
     }
-    ++m_open;
     lock.unlock();
+    if (connection && stillConnected(*connection))
+        return Lease(*this, std::move(connection));
+    connection.reset();
     try {
         return Lease(*this, std::make_unique<pqxx::connection>(m_url));
     } catch (...) {

@@ -10,13 +10,21 @@
 //   tst_store_driver FOLDER logbook COUNT LIST with the key made, on "go" saves COUNT revisions of
 //                                             the logbook text of project LIST, as the editor's
 //                                             autosave does; each saved one is printed "ack <n>"
+//   tst_store_driver FOLDER alarms COUNT LIST  on "go", arms COUNT alarms in the pending-requests
+//                                             file of FOLDER, as the alarm scheduler does, and
+//                                             takes back every third one armed before; prints
+//                                             "ack add <id> .", "removing <id> ." and
+//                                             "ack remove <id> ." (the dot tells a whole line
+//                                             from one cut short)
 //
 // It prints "ready" once connected to the keyring and waits for a line on stdin, so that a test
 // can let two of them go at the same moment. Every task the store acknowledged is printed as
 // "ack <id>", every refusal as "fail <text>".
 #include "LogbookRevisions.h"
 #include "platform/SecretServiceKeychain.h"
+#include "platform/SystemClock.h"
 #include "platform/SystemSecureRandom.h"
+#include "platform/notifications/LiveUserNotificationCenter.h"
 #include "storage/RealmTable.h"
 #include "tasks/applications/BitacoraApplication.h"
 #include "tasks/database/TaskRealmModel.h"
@@ -50,6 +58,42 @@ TaskEntity taskNumbered(const QUuid& list, int number)
     return TaskEntity {.talId = list, .tasTitle = QStringLiteral("Task %1").arg(number)};
 }
 
+// The requests go a day ahead, so that none comes due (and leaves the file) while the test runs.
+int armAlarms(const QString& folder, int count, const QUuid& run)
+{
+    LiveUserNotificationCenter::Options options;
+    options.storeFilePath = folder + QStringLiteral("/pending-notifications.json");
+    options.clock = std::make_shared<SystemClock>();
+    LiveUserNotificationCenter center(std::move(options));
+    const QDateTime at = QDateTime::currentDateTime().addDays(1);
+    QStringList armed;
+    say(QStringLiteral("ready"));
+    waitForLine();
+    for (int number = 0; number < count; ++number) {
+        const QString identifier = QStringLiteral("%1-%2").arg(run.toString(QUuid::WithoutBraces)).arg(number);
+        UserNotificationRequest request {identifier,
+            {QStringLiteral("Meet %1").arg(number), QStringLiteral("Starts in 5 minutes"),
+                {{QStringLiteral("meetId"), identifier}}, QString()},
+            UserNotificationTrigger::calendar(at.addSecs(number))};
+        try {
+            center.add(request);
+        } catch (const UserNotificationError& error) {
+            say(QStringLiteral("fail ") + QString::fromUtf8(error.what()));
+            continue;
+        }
+        say(QStringLiteral("ack add %1 .").arg(identifier));
+        armed.append(identifier);
+        if (number % 3 == 2) {
+            const QString taken = armed.takeFirst();
+            // A kill between the removal and its acknowledgement leaves it done but unconfirmed.
+            say(QStringLiteral("removing %1 .").arg(taken));
+            center.removePendingRequests({taken});
+            say(QStringLiteral("ack remove %1 .").arg(taken));
+        }
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -57,13 +101,16 @@ int main(int argc, char* argv[])
     QCoreApplication application(argc, argv);
     const QStringList arguments = application.arguments();
     if (arguments.size() != 5) {
-        std::fprintf(stderr, "usage: tst_store_driver FOLDER start|add|hold|logbook COUNT LIST\n");
+        std::fprintf(stderr, "usage: tst_store_driver FOLDER start|add|hold|logbook|alarms COUNT LIST\n");
         return 2;
     }
     const QString folder = arguments.at(1);
     const QString mode = arguments.at(2);
     const int count = arguments.at(3).toInt();
     const QUuid list = QUuid::fromString(arguments.at(4));
+
+    if (mode == QStringLiteral("alarms"))
+        return armAlarms(folder, count, list);
 
     RealmConfiguration defaults;
     defaults.fileURL = folder + QStringLiteral("/default.realm");

@@ -1,6 +1,8 @@
 #include "LogbookRevisions.h"
 #include "platform/SecretServiceKeychain.h"
+#include "platform/SystemClock.h"
 #include "platform/SystemSecureRandom.h"
+#include "platform/notifications/LiveUserNotificationCenter.h"
 #include "storage/RealmDatabase.h"
 #include "support/TestMain.h"
 #include "tasks/applications/BitacoraApplication.h"
@@ -9,6 +11,8 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QSet>
@@ -118,6 +122,13 @@ public:
     }
 
     const QStringList& failures() const { return m_failures; }
+
+    // Every line the driver printed, once it has ended.
+    QStringList lines()
+    {
+        finish();
+        return m_lines;
+    }
 
     void finish()
     {
@@ -347,6 +358,68 @@ private Q_SLOTS:
         qInfo("%d kills, %d acknowledged saves, in %lld ms", kills, acknowledged, qlonglong(elapsed.elapsed()));
         QVERIFY(kills >= 10);
         QVERIFY(acknowledged > 0);
+    }
+
+    // The alarm scheduler keeps its pending requests in one JSON file, rewritten on every change.
+    // A kill at any moment must leave a file that reads whole, with every request whose arming
+    // was acknowledged and none whose removal was.
+    void shouldKeepEveryAcknowledgedAlarmOverManyKillsAtRandomMoments()
+    {
+        const int wantedKills = 50;
+        const quint32 seed = QRandomGenerator::global()->generate();
+        QRandomGenerator random(seed);
+        qInfo("seed %u", seed);
+        const QString file = folder->filePath(QStringLiteral("pending-notifications.json"));
+        QElapsedTimer elapsed;
+        elapsed.start();
+        QSet<QString> armed;
+        QSet<QString> removed;
+        QSet<QString> removing;
+        int kills = 0;
+        while (kills < wantedKills && elapsed.elapsed() < 240000) {
+            // Each writer names its requests apart, so that its removals never touch another's.
+            Driver writer(folder->path(), QStringLiteral("alarms"), 300, QUuid::createUuid());
+            QVERIFY(writer.waitFor(QStringLiteral("ready")));
+            writer.killWithin(int(random.bounded(400)));
+            ++kills;
+            for (const QString& line : writer.lines()) {
+                // A line cut short by the kill lacks its closing dot and acknowledges nothing.
+                const QStringList words = line.split(QLatin1Char(' '));
+                if (words.size() == 4 && words.at(0) == QLatin1String("ack") && words.at(3) == QLatin1String("."))
+                    (words.at(1) == QLatin1String("add") ? armed : removed).insert(words.at(2));
+                // Begun, perhaps done, not acknowledged: either outcome is right.
+                if (words.size() == 3 && words.at(0) == QLatin1String("removing") && words.at(2) == QLatin1String("."))
+                    removing.insert(words.at(1));
+            }
+
+            QFile stored(file);
+            if (!stored.exists() && armed.isEmpty())
+                continue;
+            QVERIFY(stored.open(QIODevice::ReadOnly));
+            QJsonParseError error;
+            const QJsonDocument document = QJsonDocument::fromJson(stored.readAll(), &error);
+            QVERIFY2(error.error == QJsonParseError::NoError && document.isArray(),
+                qPrintable(QStringLiteral("the file is torn after kill %1: %2").arg(kills).arg(error.errorString())));
+
+            LiveUserNotificationCenter::Options options;
+            options.storeFilePath = file;
+            options.clock = std::make_shared<SystemClock>();
+            const LiveUserNotificationCenter center(std::move(options));
+            QSet<QString> kept;
+            for (const UserNotificationRequest& request : center.pendingRequests())
+                kept.insert(request.identifier);
+            QCOMPARE(qsizetype(kept.size()), document.array().size());
+            const QSet<QString> lost = (armed - removing) - kept;
+            QVERIFY2(lost.isEmpty(), qPrintable(QStringLiteral("%1 lost after kill %2").arg(lost.size()).arg(kills)));
+            const QSet<QString> back = removed & kept;
+            QVERIFY2(back.isEmpty(),
+                qPrintable(QStringLiteral("%1 removed ones back after kill %2").arg(back.size()).arg(kills)));
+        }
+        qInfo("%d kills, %lld alarms armed and %lld removed with acknowledgement, 0 lost, in %lld ms", kills,
+            qlonglong(armed.size()), qlonglong(removed.size()), qlonglong(elapsed.elapsed()));
+        QVERIFY(kills >= 10);
+        QVERIFY(!armed.isEmpty());
+        QVERIFY(!removed.isEmpty());
     }
 
     void shouldKeepEveryTaskWhenTwoProcessesCreateTheStoreTogether()

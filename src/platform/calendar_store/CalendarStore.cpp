@@ -1,6 +1,7 @@
 #include "platform/calendar_store/CalendarStore.h"
 
 #include "platform/Logging.h"
+#include "platform/calendar_store/CalendarText.h"
 
 #include <QCoreApplication>
 #include <QSet>
@@ -544,6 +545,26 @@ CalendarStoreCalendar describe(ESourceRegistry* registry, ESource* source)
 }
 
 } // namespace
+
+QList<CalendarStoreEvent> calendarStoreEventsFromText(const QByteArray& icalendar, const QString& calendarIdentifier)
+{
+    QList<CalendarStoreEvent> events;
+    const GRef<ICalComponent> top(i_cal_component_new_from_string(icalendar.constData()));
+    if (!top)
+        return events;
+    if (i_cal_component_isa(top.get()) == I_CAL_VEVENT_COMPONENT) {
+        if (!isCancelled(top.get()))
+            events.append(readStored(top.get(), nullptr, calendarIdentifier));
+        return events;
+    }
+    for (ICalComponent* raw = i_cal_component_get_first_component(top.get(), I_CAL_VEVENT_COMPONENT); raw;
+         raw = i_cal_component_get_next_component(top.get(), I_CAL_VEVENT_COMPONENT)) {
+        const GRef<ICalComponent> component(raw);
+        if (!isCancelled(component.get()))
+            events.append(readStored(component.get(), nullptr, calendarIdentifier));
+    }
+    return events;
+}
 
 CalendarStore& CalendarStore::shared()
 {

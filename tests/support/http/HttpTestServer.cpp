@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include <atomic>
+#include <openssl/crypto.h>
 
 namespace {
 
@@ -226,6 +227,11 @@ HttpTestServer::HttpTestServer(Handler handler)
     m_thread.setObjectName(QStringLiteral("HttpTestServer"));
     m_worker->moveToThread(&m_thread);
     QObject::connect(&m_thread, &QThread::finished, m_worker, &QObject::deleteLater);
+    // Handlers use OpenSSL on this thread (the identity provider signs its tokens), which keeps
+    // per-thread state (its random generators) that a thread's exit frees. wait() returns before
+    // a Qt thread has exited, so the process can end first and leave that state behind: it is
+    // released here, on the thread, before wait() can return.
+    QObject::connect(&m_thread, &QThread::finished, [] { OPENSSL_thread_stop(); });
     m_thread.start();
     QMetaObject::invokeMethod(
         m_worker, [this] { return m_worker->listen(); }, Qt::BlockingQueuedConnection, &m_port);

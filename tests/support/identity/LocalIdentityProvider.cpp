@@ -197,6 +197,12 @@ QString LocalIdentityProvider::lastIdToken() const
     return m_lastIdToken;
 }
 
+QStringList LocalIdentityProvider::refreshTokens() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_refreshTokens.keys();
+}
+
 QString LocalIdentityProvider::lastTokenError() const
 {
     const QMutexLocker locker(&m_mutex);

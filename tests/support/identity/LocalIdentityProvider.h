@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QJsonObject>
 #include <QMutex>
+#include <QStringList>
 #include <QUrl>
 #include <QWaitCondition>
 
@@ -87,6 +88,8 @@ public:
     int refreshes() const;
     int jwksFetches() const;
     QString lastIdToken() const;
+    // Every refresh token issued and not revoked.
+    QStringList refreshTokens() const;
     // The "error" of the last refused token request.
     QString lastTokenError() const;
 
