@@ -19,7 +19,9 @@
 #include "screens/schedule/ScheduleFixture.h"
 #include "screens/schedule/ScheduleProjectsPaneView.h"
 #include "support/TestMain.h"
+#include "support/http/EventsBackend.h"
 #include "support/notifications/TestNotificationServer.h"
+#include "support/ui/GoogleAccountFixture.h"
 
 #include <QAction>
 #include <QApplication>
@@ -32,6 +34,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -252,6 +255,12 @@ class LiveScheduleTest : public QObject, ScheduleFixture {
     TasksApplicationFactory::Applications tasks() const
     {
         return *app->services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
+    }
+
+    static bool isDone(const TasksApplicationFactory::Applications& apps, const QUuid& taskId)
+    {
+        const ResultEntity found = apps.tasks.find(taskId);
+        return found.dataAs<TaskEntity>() && found.dataAs<TaskEntity>()->tasIsDone;
     }
 
     DailyEventCardView* cardOf(const QString& name) const
@@ -551,7 +560,7 @@ private Q_SLOTS:
         QCheckBox* box = cardOf(QStringLiteral("Prune"))->taskCheckBox();
         QVERIFY(!box->isChecked());
         box->click();
-        QTRY_VERIFY_WITH_TIMEOUT(apps.tasks.find(prune.tasId).dataAs<TaskEntity>()->tasIsDone, 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(isDone(apps, prune.tasId), 15000);
         QTRY_VERIFY_WITH_TIMEOUT(cardOf(QStringLiteral("Prune"))->taskCheckBox()->isChecked(), 15000);
 
         // Opened again elsewhere: the card follows once the tasks are read again.
@@ -609,6 +618,53 @@ private Q_SLOTS:
         QVERIFY(!dropOnTimeline(QStringLiteral("text/plain"), "Prune", QDateTime(day, QTime(12, 0))));
     }
 
+    // In a Google account the tasks live on the backend: the block links to one of them, and its
+    // card ticks it there.
+    void timeBlockingInAGoogleAccount()
+    {
+        GoogleAccountFixture google;
+        EventsBackend backendEvents(google.backend());
+        QVERIFY(google.signIn().result);
+        const QString work = addCalendar(QStringLiteral("Work"));
+        google.app().userDefaults().setValue(QStringLiteral("defaultCalendarIdentifier"), work);
+        const TasksApplicationFactory::Applications apps
+            = *google.app().services().tasksApplications(true).dataAs<TasksApplicationFactory::Applications>();
+        // The backend names what it stores.
+        const ResultEntity madeGarden
+            = apps.projects.create({.prjUserId = google.backendUser(), .prjName = QStringLiteral("Garden")});
+        QVERIFY(madeGarden.dataAs<ProjectEntity>());
+        const QUuid garden = madeGarden.dataAs<ProjectEntity>()->prjId;
+        const ResultEntity madeChores
+            = apps.taskLists.create({.prjId = garden, .talName = QStringLiteral("Chores"), .talIsDefault = true});
+        QVERIFY(madeChores.dataAs<TaskListEntity>());
+        const ResultEntity madeSow = apps.tasks.create(
+            {.prjId = garden, .talId = madeChores.dataAs<TaskListEntity>()->talId, .tasTitle = QStringLiteral("Sow")});
+        QVERIFY(madeSow.dataAs<TaskEntity>());
+        const TaskEntity sow = *madeSow.dataAs<TaskEntity>();
+
+        const QDate day = QDate::currentDate().addDays(3);
+        // Gone before the account it shows.
+        const auto closeFirst = qScopeGuard([this] { view.reset(); });
+        view = std::make_unique<DailyEventsView>(google.app().services(), DailyEventsView::Bindings {});
+        view->resize(1100, 520);
+        QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
+        view->show();
+        QVERIFY(!loaded.isEmpty() || loaded.wait(45000));
+        showDay(day);
+
+        QVERIFY(dropOnTimeline(TaskRowView::dragMimeType, sow.tasId.toByteArray(), QDateTime(day, QTime(9, 0))));
+        QTRY_VERIFY_WITH_TIMEOUT(shown(QStringLiteral("Sow")).has_value(), 15000);
+        const MeetEntity block = *shown(QStringLiteral("Sow"));
+        QCOMPARE(block.metCalendarIdentifier, work);
+        QCOMPARE(block.metTaskLink, (MeetTaskLink {MeetTaskLink::Kind::task, sow.tasId}));
+        QVERIFY(backendEvents.events(google.backendUser()).isEmpty());
+
+        QTRY_VERIFY(cardOf(QStringLiteral("Sow")) && cardOf(QStringLiteral("Sow"))->taskCheckBox());
+        cardOf(QStringLiteral("Sow"))->taskCheckBox()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(isDone(apps, sow.tasId), 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(cardOf(QStringLiteral("Sow"))->taskCheckBox()->isChecked(), 15000);
+    }
+
     // An all-day meet dropped on the timeline takes the time it was dropped at, an hour long; a
     // card dragged up onto the all-day meets becomes one of them.
     void dragBetweenTheAllDayRowAndTheTimeline()
@@ -656,6 +712,17 @@ private Q_SLOTS:
         const CalendarWatchScope fewer = CalendarWatchScope::around(day, {QStringLiteral("a")}, first);
         QCOMPARE(fewer.calendarIdentifiers, QStringList {QStringLiteral("a")});
         QVERIFY(CalendarWatchScope::around(day, {}, first).isEmpty());
+
+        // The alarms' span reaches a week past the last alarm, and stays while it covers it.
+        QVERIFY(CalendarWatchScope::untilAlarms(day, std::nullopt, calendars, {}).isEmpty());
+        const CalendarWatchScope alarms
+            = CalendarWatchScope::untilAlarms(day, QDateTime(day.addDays(40), QTime(9, 0)), calendars, {});
+        QVERIFY(alarms.covers(day) && alarms.covers(day.addDays(47)) && !alarms.covers(day.addDays(-1)));
+        QCOMPARE(
+            CalendarWatchScope::untilAlarms(day.addDays(2), QDateTime(day.addDays(45), QTime(9, 0)), calendars, alarms),
+            alarms);
+        QVERIFY(CalendarWatchScope::untilAlarms(day, QDateTime(day.addDays(50), QTime(9, 0)), calendars, alarms)
+                    .covers(day.addDays(50)));
     }
 };
 
