@@ -67,6 +67,7 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     , m_noticeText(new QLabel(m_notice))
     , m_undoButton(new QPushButton(m_notice))
     , m_noticeTimer(new QTimer(this))
+    , m_prefetchTimer(new QTimer(this))
 {
     setObjectName(QStringLiteral("dailyEventsView"));
     const std::shared_ptr<const MiniCalendarHolidaySource> holidays
@@ -106,6 +107,9 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     m_noticeTimer->setSingleShot(true);
     m_noticeTimer->setInterval(8000);
     connect(m_noticeTimer, &QTimer::timeout, m_notice, &QWidget::hide);
+    m_prefetchTimer->setSingleShot(true);
+    m_prefetchTimer->setInterval(250);
+    connect(m_prefetchTimer, &QTimer::timeout, this, &DailyEventsView::prefetch);
     connect(m_undoButton, &QPushButton::clicked, this, [this] {
         m_notice->hide();
         m_noticeTimer->stop();
@@ -301,12 +305,22 @@ void DailyEventsView::refresh()
 {
     m_cache.clear();
     ++m_cacheEpoch;
+    m_prefetchTimer->stop();
     loadDay();
 }
 
 void DailyEventsView::prefetchAround(const QDate& day)
 {
+    m_prefetchAround = day;
+    m_prefetchTimer->start();
+}
+
+void DailyEventsView::prefetch()
+{
     const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    const QDate day = m_prefetchAround;
+    if (day != m_shownDate || m_isLoading)
+        return;
     for (const QDate& neighbour : {day.addDays(1), day.addDays(-1)}) {
         if (!controller || m_cache.contains(neighbour) || m_prefetching.contains(neighbour) || neighbour < minDate()
             || neighbour > maxDate() || !m_watcher || !m_watcher->scope().covers(neighbour))

@@ -40,8 +40,11 @@ struct DailyEventsDay;
 // Meets are read from the calendar store (and the backend for a Google account) off the GUI
 // thread and reloaded after every change and on the application-wide notifications. The calendar
 // store is watched around the shown day, so that what other programs change shows at once (the
-// day's alarms following their meets); the days read since the last change are kept, so going
-// back to one waits on nothing.
+// day's alarms following their meets), and so is every day up to the last armed alarm, whose
+// alarms follow their events wherever they go. The days read since the last change are kept, and
+// the shown day's neighbours read ahead, so going back or on by a day waits on nothing. A task
+// dropped on the timeline (or its "Block time for this task") gets a meet of its own linked to
+// it, whose card ticks the task.
 class DailyEventsView final : public QWidget {
     Q_OBJECT
 
@@ -145,6 +148,7 @@ private:
     // The days before and after day read into the cache in the background, so that the usual next
     // or previous day shows at once.
     void prefetchAround(const QDate& day);
+    void prefetch();
     void watchCalendars(const DailyEventsDay& day, const std::optional<QDateTime>& lastArmed);
     // Every armed alarm checked against the store, off the GUI thread, one pass at a time.
     void followArmedAlarms();
@@ -174,6 +178,10 @@ private:
     // Counts the times the cache was emptied: a read begun before then is stale.
     quint64 m_cacheEpoch = 0;
     QSet<QDate> m_prefetching;
+    // Reading ahead waits a moment after a day shows: a burst of changes reads the shown day
+    // again and again, and the reads ahead would only slow those.
+    QTimer* m_prefetchTimer;
+    QDate m_prefetchAround;
     CalendarWatching* m_watcher = nullptr;
     CalendarWatching* m_alarmWatcher = nullptr;
     bool m_isFollowingAlarms = false;

@@ -175,7 +175,7 @@ void DailyScheduleTimelineView::paintEvent(QPaintEvent*)
             locale.toString(QTime(hour, 0), QLocale::ShortFormat));
     }
     if (m_dropTime) {
-        // Where the dropped task's time would go, as long as a new block is.
+        // Where what is dragged would go, and for how long.
         QColor ghost = palette().color(QPalette::Highlight);
         const double top = yForTime(*m_dropTime);
         const double bottom = yForTime(m_dropTime->addSecs(m_dropSeconds));
