@@ -1,19 +1,25 @@
 // The schedule over a full desktop calendar: 2,000 events (a quarter of them weekly series) in
 // three calendars across the six months the navigator reaches. How long an edit made by another
 // program takes to show on screen, from the start of its write until the schedule shows the new
-// title (median and 95th percentile over 50 edits); then switching to a day already read, and to
-// a day not read yet.
+// title (median and 95th percentile over 50 edits); then switching to a day already read, to a
+// day not read yet, and to the next day after a moment on the shown one (read ahead in the
+// background by then); then the frames of a card dragged over the loaded day: one mouse move and
+// the repaint of what it dirtied (median and 95th percentile), on a busy day of 40 meets a week ahead.
 // Needs the desktop session's EDS: scripts/with-desktop-session build/bench/bench_live_schedule
 #include "meetings/DirectCalendar.h"
 #include "meetings/OffMainThread.h"
 #include "platform/calendar_store/CalendarStore.h"
 #include "platform/calendar_store/CalendarWatcher.h"
+#include "screens/schedule/DailyEventCardView.h"
 #include "screens/schedule/DailyEventsView.h"
+#include "screens/schedule/DailyScheduleTimelineView.h"
 #include "support/TestEnvironment.h"
 #include "support/ui/AppFixture.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <QUuid>
 
@@ -44,6 +50,15 @@ QByteArray calendarData(int part, const QDate& shownDay, QByteArray* shownUid)
         if (i % 4 == 0)
             ics += "RRULE:FREQ=WEEKLY;COUNT=20\r\n";
         ics += "END:VEVENT\r\n";
+    }
+    // A busy day, for the drag: 40 meets between 8:00 and 18:00, many side by side.
+    if (part == 1) {
+        for (int i = 0; i < 40; ++i) {
+            const QDateTime start(shownDay.addDays(7), QTime(8 + i / 4, (i % 4) * 15));
+            ics += "BEGIN:VEVENT\r\nUID:" + QUuid::createUuid().toString(QUuid::WithoutBraces).toLatin1()
+                + "\r\nDTSTAMP:20260101T000000Z\r\nDTSTART:" + utc(start) + "\r\nDTEND:" + utc(start.addSecs(3600))
+                + "\r\nSUMMARY:Busy " + QByteArray::number(i) + "\r\nEND:VEVENT\r\n";
+        }
     }
     if (shownUid) {
         *shownUid = QUuid::createUuid().toString(QUuid::WithoutBraces).toLatin1();
@@ -167,12 +182,14 @@ void BM_SwitchToALoadedDay(benchmark::State& state)
 }
 BENCHMARK(BM_SwitchToALoadedDay)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
 
+// Three days apart, so that no day read ahead for the one before is among them.
 void BM_SwitchToANewDay(benchmark::State& state)
 {
     World& w = world();
     int offset = 2;
     for (auto _ : state) {
-        const QDate day = w.shownDay.addDays(offset++);
+        const QDate day = w.shownDay.addDays(offset);
+        offset += 3;
         QElapsedTimer switching;
         switching.start();
         w.show(day);
@@ -181,6 +198,80 @@ void BM_SwitchToANewDay(benchmark::State& state)
     }
 }
 BENCHMARK(BM_SwitchToANewDay)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(8);
+
+// Day after day, as someone looks through the week: a moment on each day, then the next.
+void BM_SwitchToTheNextDay(benchmark::State& state)
+{
+    World& w = world();
+    w.show(w.shownDay.addDays(-20));
+    int hits = 0;
+    for (auto _ : state) {
+        const QDate next = w.view->selectedDate().addDays(1);
+        QElapsedTimer looking;
+        looking.start();
+        while (!w.view->isDayCached(next) && looking.elapsed() < 2000)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        hits += w.view->isDayCached(next) ? 1 : 0;
+        QElapsedTimer switching;
+        switching.start();
+        w.show(next);
+        w.view->repaint();
+        state.SetIterationTime(double(switching.nsecsElapsed()) / 1e9);
+    }
+    state.counters["read_ahead"] = double(hits) / double(state.iterations());
+}
+BENCHMARK(BM_SwitchToTheNextDay)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+
+void sendMouse(QWidget* card, QEvent::Type type, const QPoint& onTimeline, Qt::MouseButtons buttons)
+{
+    QWidget* timeline = card->parentWidget();
+    const QPoint local = card->mapFrom(timeline, onTimeline);
+    QMouseEvent event(type, local, timeline->mapToGlobal(onTimeline),
+        type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, buttons, Qt::NoModifier);
+    QApplication::sendEvent(card, &event);
+}
+
+void BM_DragFrame(benchmark::State& state)
+{
+    World& w = world();
+    w.show(w.shownDay.addDays(7));
+    DailyScheduleTimelineView* timeline = w.view->timeline();
+    DailyEventCardView* card = nullptr;
+    for (DailyEventCardView* candidate : timeline->cards()) {
+        if (candidate->isVisible())
+            card = candidate;
+    }
+    if (!card) {
+        state.SkipWithError("no card on the shown day");
+        return;
+    }
+    const QPoint pressed = card->mapTo(timeline, card->rect().center());
+    sendMouse(card, QEvent::MouseButtonPress, pressed, Qt::LeftButton);
+    QList<double> samples;
+    int step = 0;
+    for (auto _ : state) {
+        // Up and down three hours around where it was pressed, a few pixels a move.
+        const int phase = step++ % 240;
+        const int offset = (phase < 120 ? phase : 240 - phase) * 3 - 180;
+        const QRect before = card->geometry();
+        QElapsedTimer frame;
+        frame.start();
+        sendMouse(card, QEvent::MouseMove, pressed + QPoint(0, offset), Qt::LeftButton);
+        // What the move dirtied, painted at once: where the card was and where it is.
+        timeline->repaint(before.united(card->geometry()));
+        const double seconds = double(frame.nsecsElapsed()) / 1e9;
+        samples.append(seconds * 1000);
+        state.SetIterationTime(seconds);
+    }
+    // Called off: nothing is saved.
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(card, &escape);
+    sendMouse(card, QEvent::MouseButtonRelease, pressed, Qt::NoButton);
+    state.counters["median_ms"] = percentile(samples, 0.5);
+    state.counters["p95_ms"] = percentile(samples, 0.95);
+    state.counters["cards"] = double(timeline->cards().size());
+}
+BENCHMARK(BM_DragFrame)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(500);
 
 } // namespace
 

@@ -475,6 +475,10 @@
         <source>The event was not moved</source>
         <translation>The event was not moved</translation>
     </message>
+    <message id="meet-task-done-checkbox">
+        <source>Task done</source>
+        <translation>Task done</translation>
+    </message>
     <message id="menu-app">
         <source>&amp;Tolvane</source>
         <translation>&amp;Tolvane</translation>
@@ -539,6 +543,18 @@
         <source>Show every day</source>
         <translation>Show every day</translation>
     </message>
+    <message id="schedule-block-time-action">
+        <source>Block time for this task</source>
+        <translation>Block time for this task</translation>
+    </message>
+    <message id="schedule-block-time-no-room">
+        <source>There is no free half hour left on this day</source>
+        <translation>There is no free half hour left on this day</translation>
+    </message>
+    <message id="schedule-block-time-task-unreadable">
+        <source>The task could not be read</source>
+        <translation>The task could not be read</translation>
+    </message>
     <message id="schedule-login-required-state">
         <source>Set up your account to start.</source>
         <translation>Set up your account to start.</translation>
@@ -551,6 +567,10 @@
         <source>Event length changed</source>
         <translation>Event length changed</translation>
     </message>
+    <message id="schedule-notice-time-blocked">
+        <source>Time blocked for the task</source>
+        <translation>Time blocked for the task</translation>
+    </message>
     <message id="schedule-projects-no-default-list-text">
         <source>This project has no default list.</source>
         <translation>This project has no default list.</translation>
@@ -558,6 +578,10 @@
     <message id="schedule-projects-panel-title">
         <source>Projects</source>
         <translation>Projects</translation>
+    </message>
+    <message id="schedule-task-failed-title">
+        <source>The task was not changed</source>
+        <translation>The task was not changed</translation>
     </message>
     <message id="schedule-undo-button">
         <source>Undo</source>

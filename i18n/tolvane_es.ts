@@ -475,6 +475,10 @@
         <source>The event was not moved</source>
         <translation>El evento no se ha movido</translation>
     </message>
+    <message id="meet-task-done-checkbox">
+        <source>Task done</source>
+        <translation>Tarea hecha</translation>
+    </message>
     <message id="menu-app">
         <source>&amp;Tolvane</source>
         <translation>&amp;Tolvane</translation>
@@ -539,6 +543,18 @@
         <source>Show every day</source>
         <translation>Mostrar todos los días</translation>
     </message>
+    <message id="schedule-block-time-action">
+        <source>Block time for this task</source>
+        <translation>Reservar tiempo para esta tarea</translation>
+    </message>
+    <message id="schedule-block-time-no-room">
+        <source>There is no free half hour left on this day</source>
+        <translation>No queda media hora libre en este día</translation>
+    </message>
+    <message id="schedule-block-time-task-unreadable">
+        <source>The task could not be read</source>
+        <translation>No se pudo leer la tarea</translation>
+    </message>
     <message id="schedule-login-required-state">
         <source>Set up your account to start.</source>
         <translation>Configura tu cuenta para empezar.</translation>
@@ -551,6 +567,10 @@
         <source>Event length changed</source>
         <translation>Duración del evento cambiada</translation>
     </message>
+    <message id="schedule-notice-time-blocked">
+        <source>Time blocked for the task</source>
+        <translation>Tiempo reservado para la tarea</translation>
+    </message>
     <message id="schedule-projects-no-default-list-text">
         <source>This project has no default list.</source>
         <translation>Este proyecto no tiene lista predeterminada.</translation>
@@ -558,6 +578,10 @@
     <message id="schedule-projects-panel-title">
         <source>Projects</source>
         <translation>Proyectos</translation>
+    </message>
+    <message id="schedule-task-failed-title">
+        <source>The task was not changed</source>
+        <translation>La tarea no se cambió</translation>
     </message>
     <message id="schedule-undo-button">
         <source>Undo</source>

@@ -259,6 +259,26 @@ private Q_SLOTS:
         }
     }
 
+    // The link of a time block is written as text into the event and read back from it; text
+    // another program left there, or a mangled id, links to nothing.
+    void shouldCarryATaskLinkOnlyInTheFormItWrites()
+    {
+        const MeetTaskLink daily {MeetTaskLink::Kind::dailyTask, QUuid::createUuid()};
+        MeetDraft draft = aDraft(QStringLiteral("Call"), 30);
+        draft.taskLink = daily;
+        const MeetEntity made = repository({}, QStringLiteral("work"))->createMeet(draft);
+        QCOMPARE(
+            m_store->stored.last().taskLink, QStringLiteral("daily-task:") + daily.id.toString(QUuid::WithoutBraces));
+        QCOMPARE(made.metTaskLink, daily);
+
+        const MeetTaskLink task {MeetTaskLink::Kind::task, QUuid::createUuid()};
+        QCOMPARE(MeetTaskLink::fromRawValue(task.rawValue()), task);
+        for (const QString& foreign : {QString(), QStringLiteral("task:"), QStringLiteral("task:not-a-uuid"),
+                 QStringLiteral("project:") + task.id.toString(QUuid::WithoutBraces),
+                 QStringLiteral("TASK:") + task.id.toString(QUuid::WithoutBraces)})
+            QVERIFY2(!MeetTaskLink::fromRawValue(foreign), qPrintable(foreign));
+    }
+
     void shouldRemoveTheSeriesFromItsOwnRecordAndASingleEventAlone()
     {
         CalendarStoreEvent series {QStringLiteral("s"), QStringLiteral("s"), {}, QStringLiteral("work"),

@@ -91,7 +91,9 @@ std::optional<MeetAlarmError> MeetAlarmScheduler::schedule(
     //% "Your event is starting"
     request.content.body = qtTrId("meet-alarm-notification-body");
     request.content.userInfo = {{QStringLiteral("metName"), meet.metName},
-        {QStringLiteral("metDate"), double(meet.metDate.toMSecsSinceEpoch()) / 1000.0}};
+        {QStringLiteral("metDate"), double(meet.metDate.toMSecsSinceEpoch()) / 1000.0},
+        {QStringLiteral("metOriginalIdentifier"), meet.metOriginalIdentifier},
+        {QStringLiteral("metSource"), MeetSources::rawValue(meet.metSource)}};
     const MeetAlarmModeEnum mode = MeetAlarmModeStore(m_dependencies.defaults).load();
     // Without a file the centre falls back to the default sound: the alarm still rings.
     const std::optional<QString> sound = mode == MeetAlarmModeEnum::voice
@@ -106,6 +108,27 @@ std::optional<MeetAlarmError> MeetAlarmScheduler::schedule(
         return MeetAlarmError::notScheduled(QString::fromUtf8(error.what()));
     }
     return std::nullopt;
+}
+
+QList<MeetEntity> MeetAlarmScheduler::armedMeets() const
+{
+    const QSet<QString> armed = ArmedAlarmsStore(m_dependencies.defaults).load();
+    QList<MeetEntity> meets;
+    for (const UserNotificationRequest& request : m_dependencies.notificationCenter->pendingRequests()) {
+        if (!armed.contains(request.identifier))
+            continue;
+        const QVariantMap& info = request.content.userInfo;
+        MeetEntity meet;
+        meet.metId = QUuid::fromString(request.identifier);
+        meet.metName = info.value(QStringLiteral("metName")).toString();
+        meet.metDate
+            = QDateTime::fromMSecsSinceEpoch(qint64(info.value(QStringLiteral("metDate")).toDouble() * 1000.0));
+        meet.metOriginalIdentifier = info.value(QStringLiteral("metOriginalIdentifier")).toString();
+        meet.metSource = MeetSources::fromRawValue(info.value(QStringLiteral("metSource")).toString())
+                             .value_or(MeetSource::eventKit);
+        meets.append(meet);
+    }
+    return meets;
 }
 
 void MeetAlarmScheduler::disarm(const MeetEntity& meet) const

@@ -54,6 +54,12 @@ public:
     Arming arm(const MeetEntity& meet) const;
     void disarm(const MeetEntity& meet) const;
 
+    // The armed alarms' meets as their requests remember them (identity, name, start, event
+    // and source): enough to find the event again after another program moved or deleted it,
+    // whatever day it is on. The event identifier is empty for an alarm armed before the
+    // requests carried it.
+    QList<MeetEntity> armedMeets() const;
+
     // Whether the day's switch is on: it has eligible meets and all of them are armed.
     bool isDayArmed(const QList<MeetEntity>& dayMeets) const;
     // Arms the eligible meets not armed yet; refused when any of them could not be.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "meetings/entities/MeetRecurrenceFrequency.h"
+#include "meetings/entities/MeetTaskLink.h"
 
 #include <QDateTime>
 #include <QSet>
@@ -24,4 +25,7 @@ struct MeetDraft {
     std::optional<QUrl> url;
     // The calendar a new meet goes into; none for the user's default one.
     std::optional<QString> calendarIdentifier;
+    // The task a new meet blocks time for. Saving an existing meet keeps its link whatever this
+    // says: the editor knows nothing of links.
+    std::optional<MeetTaskLink> taskLink;
 };

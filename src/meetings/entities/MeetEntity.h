@@ -3,6 +3,7 @@
 #include "meetings/entities/MeetColor.h"
 #include "meetings/entities/MeetRecurrenceFrequency.h"
 #include "meetings/entities/MeetSource.h"
+#include "meetings/entities/MeetTaskLink.h"
 
 #include <QDateTime>
 #include <QHashFunctions>
@@ -36,6 +37,8 @@ struct MeetEntity {
     // backend's evtId.
     QString metOriginalIdentifier;
     MeetSource metSource = MeetSource::eventKit;
+    // The task this meet blocks time for; only calendar store events carry one.
+    std::optional<MeetTaskLink> metTaskLink;
 
     QDateTime endDate() const { return metDate.addMSecs(qint64(metDuration * 1000)); }
 

@@ -236,6 +236,7 @@ void readCommon(ICalComponent* component, CalendarStoreEvent& event)
     event.notes = textProperty(component, I_CAL_DESCRIPTION_PROPERTY).value_or(QString());
     event.location = textProperty(component, I_CAL_LOCATION_PROPERTY);
     event.url = textProperty(component, I_CAL_URL_PROPERTY);
+    event.taskLink = takeText(e_cal_util_component_dup_x_property(component, calendarStoreTaskLinkProperty));
 }
 
 // The event as its own DTSTART and DTEND (or DURATION) say.
@@ -443,6 +444,9 @@ void writeFields(ICalComponent* component, const CalendarStoreEvent& event, bool
     setText(component, I_CAL_DESCRIPTION_PROPERTY, event.notes);
     setText(component, I_CAL_LOCATION_PROPERTY, event.location);
     setText(component, I_CAL_URL_PROPERTY, event.url);
+    // No value takes the property away.
+    e_cal_util_component_set_x_property(component, calendarStoreTaskLinkProperty,
+        event.taskLink.isEmpty() ? nullptr : event.taskLink.toUtf8().constData());
     removeAll(component, I_CAL_DTSTART_PROPERTY);
     removeAll(component, I_CAL_DTEND_PROPERTY);
     removeAll(component, I_CAL_DURATION_PROPERTY);

@@ -81,9 +81,15 @@ struct CalendarStoreEvent {
     bool isAllDay = false;
     // An occurrence carries the rules of its series.
     QList<CalendarStoreRecurrenceRule> recurrenceRules;
+    // The program's own link from the event to a task, kept in an X-TOLVANE-TASK property that
+    // other programs carry along unread; empty when the event is linked to nothing.
+    QString taskLink;
 
     bool hasRecurrenceRules() const { return !recurrenceRules.isEmpty(); }
 };
+
+// The name of the property that carries CalendarStoreEvent::taskLink.
+inline constexpr char calendarStoreTaskLinkProperty[] = "X-TOLVANE-TASK";
 
 // Which events a save or a removal touches when the event repeats.
 enum class CalendarStoreSpan { thisEvent, futureEvents };

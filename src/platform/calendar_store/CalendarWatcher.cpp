@@ -24,6 +24,17 @@ CalendarWatchScope CalendarWatchScope::around(
     return {QDateTime(day.addDays(-10), QTime(0, 0)), QDateTime(day.addDays(11), QTime(0, 0)), calendarIdentifiers};
 }
 
+CalendarWatchScope CalendarWatchScope::untilAlarms(const QDate& today, const std::optional<QDateTime>& lastArmed,
+    const QStringList& calendarIdentifiers, const CalendarWatchScope& current)
+{
+    if (!lastArmed || calendarIdentifiers.isEmpty())
+        return {};
+    const QDate last = std::max(today, lastArmed->toLocalTime().date());
+    if (current.calendarIdentifiers == calendarIdentifiers && current.covers(today) && current.covers(last))
+        return current;
+    return {QDateTime(today, QTime(0, 0)), QDateTime(last.addDays(8), QTime(0, 0)), calendarIdentifiers};
+}
+
 // One round of watching: the views asked for under it report to owner until a new scope (or the
 // watcher's end) clears it. Touched on the GUI thread only.
 struct CalendarStoreWatcher::Watch {

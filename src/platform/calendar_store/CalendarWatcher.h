@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 class CalendarStore;
 struct CalendarStoreCalendar;
@@ -27,6 +28,12 @@ struct CalendarWatchScope {
     // otherwise three weeks around the day.
     static CalendarWatchScope around(
         const QDate& day, const QStringList& calendarIdentifiers, const CalendarWatchScope& current);
+
+    // The scope to watch for the alarms armed up to lastArmed: from today to a week past it, kept
+    // while it still covers today and lastArmed's day with the same calendars. Empty without
+    // alarms.
+    static CalendarWatchScope untilAlarms(const QDate& today, const std::optional<QDateTime>& lastArmed,
+        const QStringList& calendarIdentifiers, const CalendarWatchScope& current);
 
     friend bool operator==(const CalendarWatchScope&, const CalendarWatchScope&) = default;
 };

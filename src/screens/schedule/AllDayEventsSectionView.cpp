@@ -3,10 +3,13 @@
 #include "screens/common/Icons.h"
 #include "screens/schedule/ElidedLabel.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
+#include <QDrag>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QVBoxLayout>
 
@@ -30,12 +33,31 @@ AllDayEventRowView::AllDayEventRowView(const MeetEntity& meet, QWidget* parent)
 void AllDayEventRowView::mousePressEvent(QMouseEvent* event)
 {
     event->accept();
+    m_pressPosition = event->position().toPoint();
+    m_dragged = false;
+}
+
+void AllDayEventRowView::mouseMoveEvent(QMouseEvent* event)
+{
+    event->accept();
+    if (m_dragged || !(event->buttons() & Qt::LeftButton)
+        || (event->position().toPoint() - m_pressPosition).manhattanLength() < QApplication::startDragDistance())
+        return;
+    m_dragged = true;
+    auto* mime = new QMimeData;
+    mime->setData(dragMimeType, m_meet.metId.toByteArray());
+    auto* drag = new QDrag(this);
+    drag->setMimeData(mime);
+    drag->setPixmap(grab());
+    drag->exec(Qt::MoveAction);
 }
 
 void AllDayEventRowView::mouseReleaseEvent(QMouseEvent* event)
 {
     event->accept();
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+    // The end of a drag is no click.
+    if (event->button() == Qt::LeftButton && !std::exchange(m_dragged, false)
+        && rect().contains(event->position().toPoint()))
         Q_EMIT detailRequested(m_meet);
 }
 

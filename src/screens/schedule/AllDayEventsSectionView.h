@@ -6,11 +6,15 @@
 
 class QVBoxLayout;
 
-// One all-day meet: its colour, its name; a click opens its detail.
+// One all-day meet: its colour, its name; a click opens its detail. Dragged onto the timeline,
+// it is given a time there.
 class AllDayEventRowView final : public QFrame {
     Q_OBJECT
 
 public:
+    // The drag carries the meet's identity.
+    static inline const QString dragMimeType = QStringLiteral("application/x-tolvane-meet-id");
+
     AllDayEventRowView(const MeetEntity& meet, QWidget* parent = nullptr);
     const MeetEntity& meet() const { return m_meet; }
 
@@ -22,10 +26,13 @@ Q_SIGNALS:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     MeetEntity m_meet;
+    QPoint m_pressPosition;
+    bool m_dragged = false;
 };
 
 // The day's all-day meets, above the timeline.

@@ -3,6 +3,7 @@
 #include "screens/common/Icons.h"
 #include "screens/schedule/ElidedLabel.h"
 
+#include <QCheckBox>
 #include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -12,7 +13,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-DailyEventCardView::DailyEventCardView(const MeetEntity& meet, bool isAlarmSet, QWidget* parent)
+DailyEventCardView::DailyEventCardView(
+    const MeetEntity& meet, bool isAlarmSet, std::optional<bool> taskDone, QWidget* parent)
     : QFrame(parent)
     , m_meet(meet)
     , m_isAlarmSet(isAlarmSet)
@@ -49,6 +51,19 @@ DailyEventCardView::DailyEventCardView(const MeetEntity& meet, bool isAlarmSet, 
         m_alarm->setEnabled(false);
         Q_EMIT alarmToggled(m_meet, checked);
     });
+    if (taskDone) {
+        m_task = new QCheckBox(this);
+        m_task->setObjectName(QStringLiteral("meetTaskCheckBox"));
+        m_task->setChecked(*taskDone);
+        //% "Task done"
+        m_task->setToolTip(qtTrId("meet-task-done-checkbox"));
+        m_task->setAccessibleName(qtTrId("meet-task-done-checkbox"));
+        connect(m_task, &QCheckBox::clicked, this, [this](bool checked) {
+            // One change at a time: the day read again brings a new card.
+            m_task->setEnabled(false);
+            Q_EMIT taskDoneToggled(m_meet, checked);
+        });
+    }
     arrange();
 }
 
@@ -70,11 +85,15 @@ void DailyEventCardView::arrange()
     box->setSpacing(compact ? 6 : 1);
     if (compact) {
         // The name takes what the time and the bell leave, and gives way first.
+        if (m_task)
+            box->addWidget(m_task);
         box->addWidget(m_title, 1);
         box->addWidget(m_time);
         box->addWidget(m_alarm);
     } else {
         auto* top = new QHBoxLayout;
+        if (m_task)
+            top->addWidget(m_task);
         top->addWidget(m_title, 1);
         top->addWidget(m_alarm);
         box->addLayout(top);

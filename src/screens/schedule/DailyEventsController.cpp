@@ -10,14 +10,21 @@
 #include "platform/Clock.h"
 #include "platform/calendar_store/CalendarStore.h"
 #include "screens/common/AppServices.h"
+#include "tasks/domain/TaskMessages.h"
 
 #include <QGuiApplication>
 #include <QMutex>
 #include <QPalette>
 
+#include <stdexcept>
+
 namespace {
 
 const QString defaultCalendarKey = QStringLiteral("defaultCalendarIdentifier");
+
+// Two reads may follow the same change at once; the armed set is read, changed and written back,
+// so one at a time.
+QMutex following;
 
 // The calendar store's repository reads the day around "now"; pinning now to the chosen day
 // makes it read that day alone, wherever it lies in the navigator's six months.
@@ -107,6 +114,7 @@ DailyEventsDay DailyEventsController::loadDay(const QDate& day) const
         if (calendar.writable)
             loaded.calendars.append(calendar);
     }
+    followTaskLinks(loaded.meets, loaded.taskDone);
     loaded.defaultCalendarIdentifier = m_defaults.value(defaultCalendarKey).toString();
     if (loaded.defaultCalendarIdentifier.isEmpty()) {
         if (const std::optional<CalendarStoreCalendar> fallback = m_eventStore->defaultCalendarForNewEvents())
@@ -161,9 +169,6 @@ MeetAlarmScheduler::Arming DailyEventsController::setDayAlarms(const QList<MeetE
 
 bool DailyEventsController::followAlarms(const QList<MeetEntity>& before, DailyEventsDay& day) const
 {
-    // Two reads of the day may follow the same change at once; the armed set is read, changed and
-    // written back, so one at a time.
-    static QMutex following;
     const QMutexLocker locker(&following);
     QHash<QUuid, const MeetEntity*> now;
     for (const MeetEntity& meet : std::as_const(day.meets))
@@ -216,4 +221,176 @@ bool DailyEventsController::stillExists(const MeetEntity& meet) const
     if (meet.metSource != MeetSource::eventKit)
         return true;
     return m_eventStore->event(meet.metOriginalIdentifier).has_value();
+}
+
+DailyEventsController::LinkedTask DailyEventsController::linkedTask(const MeetTaskLink& link) const
+{
+    LinkedTask found;
+    if (!m_tasks)
+        return found;
+    const bool isTask = link.kind == MeetTaskLink::Kind::task;
+    const ResultEntity result = isTask ? m_tasks->tasks.find(link.id) : m_tasks->dailyTasks.find(link.id);
+    if (result.result) {
+        if (const auto* task = result.dataAs<TaskEntity>()) {
+            found.state = task->tasIsDone ? TaskState::done : TaskState::open;
+            found.title = task->tasTitle;
+        } else if (const auto* daily = result.dataAs<DailyTaskEntity>()) {
+            found.state = daily->dtaIsDone ? TaskState::done : TaskState::open;
+            found.title = daily->dtaTitle;
+        }
+        return found;
+    }
+    found.reason = result.firstMessage().value_or(QString());
+    // Only an answer that the task is not there drops a link; a store or a backend that could not
+    // be read says nothing about it.
+    const QStringList gone = isTask
+        ? QStringList {TaskMessages::Task::notFound, TaskMessages::Task::remoteNotFound}
+        : QStringList {TaskMessages::DailyTask::notFound, TaskMessages::DailyTask::remoteNotFound};
+    if (gone.contains(found.reason))
+        found.state = TaskState::gone;
+    return found;
+}
+
+void DailyEventsController::followTaskLinks(QList<MeetEntity>& meets, QHash<QUuid, bool>& taskDone) const
+{
+    // The occurrences of one event share its link: each task is read once.
+    QHash<MeetTaskLink, LinkedTask> read;
+    QSet<QString> dropped;
+    for (MeetEntity& meet : meets) {
+        if (!meet.metTaskLink)
+            continue;
+        auto known = read.constFind(*meet.metTaskLink);
+        if (known == read.cend())
+            known = read.insert(*meet.metTaskLink, linkedTask(*meet.metTaskLink));
+        switch (known->state) {
+        case TaskState::open:
+        case TaskState::done:
+            taskDone.insert(meet.metId, known->state == TaskState::done);
+            break;
+        case TaskState::gone:
+            if (!dropped.contains(meet.metOriginalIdentifier)) {
+                dropped.insert(meet.metOriginalIdentifier);
+                try {
+                    dropTaskLink(meet);
+                } catch (const CalendarStoreError&) {
+                    // A calendar that cannot be written keeps the link; the meet still shows none.
+                }
+            }
+            meet.metTaskLink.reset();
+            break;
+        case TaskState::unknown:
+            break;
+        }
+    }
+}
+
+void DailyEventsController::dropTaskLink(const MeetEntity& meet) const
+{
+    if (meet.metSource != MeetSource::eventKit)
+        return;
+    std::optional<CalendarStoreEvent> stored = m_eventStore->event(meet.metOriginalIdentifier);
+    if (!stored || stored->taskLink.isEmpty())
+        return;
+    stored->taskLink.clear();
+    // The event as a whole: a link is never one occurrence's.
+    stored->occurrenceIdentifier.clear();
+    m_eventStore->save(*stored, CalendarStoreSpan::futureEvents);
+}
+
+MeetEntity DailyEventsController::blockTime(const MeetTaskLink& link, const QDateTime& start) const
+{
+    const LinkedTask task = linkedTask(link);
+    if (task.state != TaskState::open && task.state != TaskState::done) {
+        //% "The task could not be read"
+        const QString reason = task.reason.isEmpty() ? qtTrId("schedule-block-time-task-unreadable") : task.reason;
+        throw std::runtime_error(reason.toStdString());
+    }
+    MeetDraft draft;
+    draft.title = task.title;
+    draft.start = start;
+    draft.end = start.addSecs(MeetTaskLink::blockSeconds);
+    draft.taskLink = link;
+    return create(draft);
+}
+
+void DailyEventsController::setTaskDone(const MeetTaskLink& link, bool done) const
+{
+    if (!m_tasks)
+        throw std::runtime_error(qtTrId("schedule-block-time-task-unreadable").toStdString());
+    ResultEntity result;
+    if (link.kind == MeetTaskLink::Kind::task)
+        result = done ? m_tasks->tasks.markDone(link.id) : m_tasks->tasks.markNotDone(link.id);
+    else
+        result = m_tasks->dailyTasks.setDone(link.id, done);
+    if (!result.result)
+        throw std::runtime_error(result.firstMessage().value_or(QString()).toStdString());
+}
+
+std::optional<QDateTime> DailyEventsController::lastArmedStart() const
+{
+    std::optional<QDateTime> last;
+    for (const MeetEntity& meet : m_alarms.armedMeets()) {
+        if (!last || meet.metDate > *last)
+            last = meet.metDate;
+    }
+    return last;
+}
+
+bool DailyEventsController::followArmedAlarms() const
+{
+    // An unreachable store reads as empty: nothing may be taken for deleted then.
+    if (m_eventStore->authorizationStatus() != CalendarAuthorizationStatus::fullAccess)
+        return false;
+    const QMutexLocker locker(&following);
+    bool changed = false;
+    for (const MeetEntity& old : m_alarms.armedMeets()) {
+        if (old.metSource != MeetSource::eventKit || old.metOriginalIdentifier.isEmpty())
+            continue;
+        const std::optional<CalendarStoreEvent> stored = m_eventStore->event(old.metOriginalIdentifier);
+        if (!stored) {
+            m_alarms.disarm(old);
+            changed = true;
+            continue;
+        }
+        const std::optional<CalendarStoreCalendar> calendar = m_eventStore->calendar(stored->calendarIdentifier);
+        const auto occurrencesBetween = [&](const QDateTime& from, const QDateTime& to) {
+            QList<MeetEntity> found;
+            for (const CalendarStoreEvent& event : m_eventStore->events(m_eventStore->predicateForOccurrences(
+                     old.metOriginalIdentifier, stored->calendarIdentifier, from, to)))
+                found.append(EventKitMeetRepositoryImpl::meet(event, calendar.value_or(CalendarStoreCalendar {})));
+            return found;
+        };
+        std::optional<MeetEntity> now;
+        for (const MeetEntity& meet : occurrencesBetween(old.metDate, old.metDate.addSecs(1))) {
+            if (meet.metId == old.metId)
+                now = meet;
+        }
+        if (now) {
+            // Same occurrence, same start: only what the alarm says may have changed.
+            if (now->metName != old.metName) {
+                m_alarms.arm(*now);
+                changed = true;
+            }
+            continue;
+        }
+        // Moved: an event on its own is where it is now; a series' occurrence is the one of the
+        // same day, when there is exactly one.
+        std::optional<MeetEntity> moved;
+        if (!stored->hasRecurrenceRules()) {
+            moved = EventKitMeetRepositoryImpl::meet(*stored, calendar.value_or(CalendarStoreCalendar {}));
+        } else {
+            const QDate day = old.metDate.toTimeZone(m_calendar).date();
+            const QList<MeetEntity> sameDay = occurrencesBetween(
+                QDateTime(day, QTime(0, 0), m_calendar), QDateTime(day.addDays(1), QTime(0, 0), m_calendar));
+            if (sameDay.size() == 1)
+                moved = sameDay.constFirst();
+        }
+        m_alarms.disarm(old);
+        if (moved && !moved->metIsAllDay)
+            m_alarms.arm(*moved);
+        changed = true;
+    }
+    if (changed)
+        m_center->post(NotificationName::alarmScheduleDidChange);
+    return changed;
 }

@@ -6,6 +6,7 @@
 #include "meetings/entities/MeetEntity.h"
 #include "meetings/repositories/eventkit/EventKitStoring.h"
 #include "networking/APIClient.h"
+#include "tasks/TasksApplicationFactory.h"
 
 #include <QDate>
 #include <QSet>
@@ -31,6 +32,9 @@ struct DailyEventsDay {
     QString defaultCalendarIdentifier;
     // Every calendar whose meets the day shows, writable or not.
     QStringList shownCalendarIdentifiers;
+    // Whether the task a meet blocks time for is done, by meet; none for a meet linked to no
+    // task, or whose task could not be read.
+    QHash<QUuid, bool> taskDone;
 };
 
 // The schedule's way to the meets and their alarms. It is built on the GUI thread (where the
@@ -41,6 +45,10 @@ class DailyEventsController {
 public:
     DailyEventsController(const AppServices& services, std::optional<UserEntity> user,
         std::shared_ptr<EventKitStoring> eventStore = nullptr, QTimeZone calendar = QTimeZone::systemTimeZone());
+
+    // The user's tasks, for the meets that block time for one; set before the controller is
+    // shared. Without them links are kept but not followed.
+    void setTasks(TasksApplicationFactory::Applications tasks) { m_tasks = std::move(tasks); }
 
     const std::optional<UserEntity>& user() const { return m_user; }
     const QTimeZone& calendar() const { return m_calendar; }
@@ -61,11 +69,35 @@ public:
     // day (a meet moved rings at its new time, a renamed one says its new name) or go (a meet
     // deleted). Updates day's armed meets; true when an alarm changed.
     bool followAlarms(const QList<MeetEntity>& before, DailyEventsDay& day) const;
+    // After another program changed events, whatever day they are on: every armed alarm whose
+    // calendar store event moved follows it, one renamed says its new name, one deleted goes.
+    // True when an alarm changed.
+    bool followArmedAlarms() const;
+    // The last start among the armed alarms, to watch that far; none without alarms.
+    std::optional<QDateTime> lastArmedStart() const;
     // Whether the meet's event is still in its calendar (or is not a calendar store event).
     bool stillExists(const MeetEntity& meet) const;
     bool isArmed(const MeetEntity& meet) const { return m_alarms.isArmed(meet); }
 
+    // A new meet of MeetTaskLink::blockSeconds in the default calendar, titled as the task and
+    // linked to it. Throws, with the reason, when the task cannot be read or the meet not saved.
+    MeetEntity blockTime(const MeetTaskLink& link, const QDateTime& start) const;
+    // Through the task use cases, in either kind of account. Throws the use case's reason.
+    void setTaskDone(const MeetTaskLink& link, bool done) const;
+    // Reads the tasks of the linked meets into taskDone. A task deleted meanwhile takes its link
+    // out of the event (which stays) and of the meet.
+    void followTaskLinks(QList<MeetEntity>& meets, QHash<QUuid, bool>& taskDone) const;
+
 private:
+    enum class TaskState { open, done, gone, unknown };
+    struct LinkedTask {
+        TaskState state = TaskState::unknown;
+        QString title;
+        QString reason;
+    };
+    LinkedTask linkedTask(const MeetTaskLink& link) const;
+    void dropTaskLink(const MeetEntity& meet) const;
+
     bool hasCalendarAccess() const;
     // New meets go to newMeetsCalendar when given, else to the user's default calendar.
     std::shared_ptr<MeetRepository> repository(
@@ -78,5 +110,6 @@ private:
     NotificationCenter* m_center;
     std::optional<APIClient> m_apiClient;
     MeetAlarmScheduler m_alarms;
+    std::optional<TasksApplicationFactory::Applications> m_tasks;
     bool m_isDark;
 };

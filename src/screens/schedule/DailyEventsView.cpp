@@ -37,6 +37,7 @@ namespace {
 
 struct LoadedDay {
     DailyEventsDay day;
+    std::optional<QDateTime> lastArmed;
     std::optional<QString> failure;
     bool editedMeetGone = false;
 };
@@ -66,6 +67,7 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     , m_noticeText(new QLabel(m_notice))
     , m_undoButton(new QPushButton(m_notice))
     , m_noticeTimer(new QTimer(this))
+    , m_prefetchTimer(new QTimer(this))
 {
     setObjectName(QStringLiteral("dailyEventsView"));
     const std::shared_ptr<const MiniCalendarHolidaySource> holidays
@@ -105,6 +107,9 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     m_noticeTimer->setSingleShot(true);
     m_noticeTimer->setInterval(8000);
     connect(m_noticeTimer, &QTimer::timeout, m_notice, &QWidget::hide);
+    m_prefetchTimer->setSingleShot(true);
+    m_prefetchTimer->setInterval(250);
+    connect(m_prefetchTimer, &QTimer::timeout, this, &DailyEventsView::prefetch);
     connect(m_undoButton, &QPushButton::clicked, this, [this] {
         m_notice->hide();
         m_noticeTimer->stop();
@@ -146,6 +151,26 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     connect(m_timeline, &DailyScheduleTimelineView::alarmToggled, this, &DailyEventsView::setAlarm);
     connect(m_timeline, &DailyScheduleTimelineView::changeRequested, this,
         [this](const MeetEntity& meet, const QDateTime& start, const QDateTime& end) { moveMeet(meet, start, end); });
+    connect(m_timeline, &DailyScheduleTimelineView::taskDoneToggled, this, &DailyEventsView::setTaskDone);
+    connect(m_timeline, &DailyScheduleTimelineView::taskDropped, this,
+        [this](const MeetTaskLink& link, const QDateTime& start) { blockTime(link, start); });
+    connect(m_timeline, &DailyScheduleTimelineView::allDayMeetDropped, this,
+        [this](const QUuid& metId, const QDateTime& start) {
+            for (const MeetEntity& meet : std::as_const(m_events)) {
+                if (meet.metId == metId && meet.metIsAllDay) {
+                    moveMeet(meet, start, start.addSecs(3600), true, false);
+                    return;
+                }
+            }
+        });
+    connect(m_timeline, &DailyScheduleTimelineView::allDayRequested, this, [this](const MeetEntity& meet) {
+        const QDate day = meet.metDate.toLocalTime().date();
+        moveMeet(meet, QDateTime(day, QTime(0, 0)), QDateTime(day.addDays(1), QTime(0, 0)), true, true);
+    });
+    connect(m_projectsPane, &ScheduleProjectsPaneView::blockTimeRequested, this,
+        [this](const MeetTaskLink& link) { blockTime(link); });
+    // The pane reads the tasks again whenever they may have changed: a ticked box follows.
+    connect(m_projectsPane, &ScheduleProjectsPaneView::loaded, this, &DailyEventsView::followTaskStates);
     connect(m_allDay, &AllDayEventsSectionView::onEditMeet, this, &DailyEventsView::editMeet);
     connect(m_allDay, &AllDayEventsSectionView::onDeleteMeet, this, &DailyEventsView::deleteMeet);
     connect(m_allDay, &AllDayEventsSectionView::detailRequested, this, &DailyEventsView::showDetail);
@@ -215,24 +240,27 @@ void DailyEventsView::start()
 {
     const quint64 generation = ++m_generation;
     m_isLoading = true;
-    const LoginApplication login = m_services.loginApplication();
+    const AppServices* services = &m_services;
     runAsync(
-        this,
-        [login]() -> std::optional<UserEntity> {
-            const LoginResultEntity current = login.getCurrentUser();
-            if (const UserEntity* user = current.dataAs<UserEntity>())
-                return *user;
-            return std::nullopt;
-        },
-        [this, generation](const std::optional<UserEntity>& user) {
+        this, [services] { return services->tasksSession(); },
+        [this, generation](const AppServices::TasksSession& session) {
             if (generation != m_generation)
                 return;
-            m_user = user;
+            m_user = session.user;
             // Built here: the calendar store must be reached first from the GUI thread.
-            m_controller = std::make_shared<const DailyEventsController>(m_services, user, m_eventStore);
+            auto controller = std::make_shared<DailyEventsController>(m_services, m_user, m_eventStore);
+            if (const auto* tasks = session.applications.dataAs<TasksApplicationFactory::Applications>())
+                controller->setTasks(*tasks);
+            m_controller = std::move(controller);
             if (!m_watcher) {
                 m_watcher = new CalendarStoreWatcher(CalendarStore::shared(), this);
-                connect(m_watcher, &CalendarWatching::eventsChanged, this, [this] { refresh(); });
+                connect(m_watcher, &CalendarWatching::eventsChanged, this, [this] {
+                    refresh();
+                    followArmedAlarms();
+                });
+                // Alarms ring on days the screen is far from: their events are watched too.
+                m_alarmWatcher = new CalendarStoreWatcher(CalendarStore::shared(), this);
+                connect(m_alarmWatcher, &CalendarWatching::eventsChanged, this, &DailyEventsView::followArmedAlarms);
                 // The marks read a whole month of the holiday calendars: only a change of
                 // calendars (one added, switched on or off) is worth that.
                 connect(m_watcher, &CalendarWatching::calendarsChanged, this, [this] {
@@ -262,6 +290,7 @@ void DailyEventsView::setSelectedDate(const QDate& date)
         // Still as the store has it: the watcher would have said otherwise.
         ++m_generation;
         apply(*cached);
+        prefetchAround(bounded);
         return;
     }
     loadDay();
@@ -275,7 +304,47 @@ bool DailyEventsView::isDayCached(const QDate& day) const
 void DailyEventsView::refresh()
 {
     m_cache.clear();
+    ++m_cacheEpoch;
+    m_prefetchTimer->stop();
     loadDay();
+}
+
+void DailyEventsView::prefetchAround(const QDate& day)
+{
+    m_prefetchAround = day;
+    m_prefetchTimer->start();
+}
+
+void DailyEventsView::prefetch()
+{
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    const QDate day = m_prefetchAround;
+    if (day != m_shownDate || m_isLoading)
+        return;
+    for (const QDate& neighbour : {day.addDays(1), day.addDays(-1)}) {
+        if (!controller || m_cache.contains(neighbour) || m_prefetching.contains(neighbour) || neighbour < minDate()
+            || neighbour > maxDate() || !m_watcher || !m_watcher->scope().covers(neighbour))
+            continue;
+        m_prefetching.insert(neighbour);
+        const quint64 epoch = m_cacheEpoch;
+        runAsync(
+            this,
+            [controller, neighbour]() -> std::optional<DailyEventsDay> {
+                try {
+                    return controller->loadDay(neighbour);
+                } catch (const std::exception&) {
+                    // Read again when shown, where a failure is told.
+                    return std::nullopt;
+                }
+            },
+            [this, neighbour, epoch](const std::optional<DailyEventsDay>& read) {
+                m_prefetching.remove(neighbour);
+                // Something changed since the read began: it may not say what the store says.
+                if (!read || read->isPermissionDenied || epoch != m_cacheEpoch || !m_watcher->scope().covers(neighbour))
+                    return;
+                m_cache.insert(neighbour, *read);
+            });
+    }
 }
 
 void DailyEventsView::loadDay()
@@ -299,6 +368,7 @@ void DailyEventsView::loadDay()
                 loaded.day = controller->loadDay(date);
                 if (!before.isEmpty())
                     controller->followAlarms(before, loaded.day);
+                loaded.lastArmed = controller->lastArmedStart();
                 loaded.editedMeetGone = edited && !controller->stillExists(*edited);
             } catch (const std::exception& error) {
                 loaded.failure = messageOf(error);
@@ -312,24 +382,28 @@ void DailyEventsView::loadDay()
                 m_services.console().appendLine(
                     QStringLiteral("DailyEventsController.loadDay failed: ") + *loaded.failure);
             else
-                watchCalendars(loaded.day);
+                watchCalendars(loaded.day, loaded.lastArmed);
             apply(loaded.day);
             if (loaded.editedMeetGone && m_editor)
                 m_editor->showDeletedElsewhere();
         });
 }
 
-void DailyEventsView::watchCalendars(const DailyEventsDay& day)
+void DailyEventsView::watchCalendars(const DailyEventsDay& day, const std::optional<QDateTime>& lastArmed)
 {
     if (!m_watcher || day.isPermissionDenied)
         return;
+    m_alarmWatcher->watch(CalendarWatchScope::untilAlarms(
+        m_clock->now().toLocalTime().date(), lastArmed, day.shownCalendarIdentifiers, m_alarmWatcher->scope()));
     const CalendarWatchScope scope
         = CalendarWatchScope::around(day.date, day.shownCalendarIdentifiers, m_watcher->scope());
     if (!(scope == m_watcher->scope())) {
         m_cache.clear();
+        ++m_cacheEpoch;
         m_watcher->watch(scope);
     }
     m_cache.insert(day.date, day);
+    prefetchAround(day.date);
 }
 
 void DailyEventsView::apply(const DailyEventsDay& day)
@@ -340,12 +414,13 @@ void DailyEventsView::apply(const DailyEventsDay& day)
     m_armedMeetIds = day.armedMeetIds;
     m_calendars = day.calendars;
     m_defaultCalendarIdentifier = day.defaultCalendarIdentifier;
+    m_taskDone = day.taskDone;
     QList<MeetEntity> allDay;
     QList<MeetEntity> timed;
     for (const MeetEntity& meet : std::as_const(m_events))
         (meet.metIsAllDay ? allDay : timed).append(meet);
     m_allDay->setMeets(allDay);
-    m_timeline->setDay(day.date, timed, m_armedMeetIds);
+    m_timeline->setDay(day.date, timed, m_armedMeetIds, m_taskDone);
     m_navigator->setTogglingDayAlarms(false);
     m_navigator->setDayAlarm(day.isDayAlarmSet, !timed.isEmpty());
     if (m_detail)
@@ -513,7 +588,8 @@ void DailyEventsView::showNotice(const QString& text, std::function<void()> undo
     m_noticeTimer->start();
 }
 
-void DailyEventsView::moveMeet(const MeetEntity& meet, const QDateTime& start, const QDateTime& end, bool undoable)
+void DailyEventsView::moveMeet(
+    const MeetEntity& meet, const QDateTime& start, const QDateTime& end, bool undoable, std::optional<bool> allDay)
 {
     if (!m_controller)
         return;
@@ -525,7 +601,7 @@ void DailyEventsView::moveMeet(const MeetEntity& meet, const QDateTime& start, c
     draft.end = end;
     draft.recurrence = meet.metRecurrenceFrequency;
     draft.weekdays = meet.metRecurringWeekdays;
-    draft.isAllDay = meet.metIsAllDay;
+    draft.isAllDay = allDay.value_or(meet.metIsAllDay);
     draft.location = meet.metLocation;
     draft.url = meet.metUrl;
     const std::shared_ptr<const DailyEventsController> controller = m_controller;
@@ -551,11 +627,12 @@ void DailyEventsView::moveMeet(const MeetEntity& meet, const QDateTime& start, c
                 const MeetEntity moved = std::get<MeetEntity>(outcome);
                 //% "Event moved"
                 QString text = qtTrId("schedule-notice-moved");
-                if (moved.metDate == meet.metDate) {
+                if (moved.metDate == meet.metDate && moved.metIsAllDay == meet.metIsAllDay) {
                     //% "Event length changed"
                     text = qtTrId("schedule-notice-resized");
                 }
-                showNotice(text, [this, moved, meet] { moveMeet(moved, meet.metDate, meet.endDate(), false); });
+                showNotice(text,
+                    [this, moved, meet] { moveMeet(moved, meet.metDate, meet.endDate(), false, meet.metIsAllDay); });
                 return;
             }
             m_services.console().appendLine(QStringLiteral("DailyEventsController.update failed: ") + *failure);
@@ -656,4 +733,161 @@ void DailyEventsView::showAlarmRefusal(const QString& consolePrefix, const MeetA
     m_alarmAlert->setObjectName(QStringLiteral("alarmRefusedAlert"));
     m_alarmAlert->setAttribute(Qt::WA_DeleteOnClose);
     m_alarmAlert->open();
+}
+
+void DailyEventsView::blockTime(const MeetTaskLink& link, const std::optional<QDateTime>& start)
+{
+    if (!m_controller)
+        return;
+    QDateTime from = start.value_or(QDateTime());
+    if (!start) {
+        const QDate day = m_selectedDate;
+        QDateTime earliest(day, QTime(m_startHour, 0));
+        const QDateTime now = m_clock->now().toLocalTime();
+        if (now > earliest)
+            earliest = now;
+        const QList<MeetEntity> meets = m_shownDate == day ? m_events : QList<MeetEntity>();
+        const std::optional<QDateTime> free = DailyScheduleLayout::firstFreeSlot(
+            meets, earliest, QDateTime(day, QTime(m_endHour, 0)).addSecs(3600), MeetTaskLink::blockSeconds);
+        if (!free) {
+            //% "There is no free half hour left on this day"
+            showTaskFailure(qtTrId("schedule-block-time-no-room"));
+            return;
+        }
+        from = *free;
+    }
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    runAsync(
+        this,
+        [controller, link, from]() -> std::variant<MeetEntity, QString> {
+            try {
+                return controller->blockTime(link, from);
+            } catch (const std::exception& error) {
+                const QString message = messageOf(error);
+                return message.isEmpty() ? qtTrId("create-event-generic-error") : message;
+            }
+        },
+        [this](const std::variant<MeetEntity, QString>& outcome) {
+            refresh();
+            if (const QString* failed = std::get_if<QString>(&outcome)) {
+                showTaskFailure(*failed);
+                return;
+            }
+            m_taskErrorMessage.reset();
+            const MeetEntity made = std::get<MeetEntity>(outcome);
+            if (made.metDate.toLocalTime().date() != m_selectedDate)
+                setSelectedDate(made.metDate.toLocalTime().date());
+            const std::shared_ptr<const DailyEventsController> controller = m_controller;
+            //% "Time blocked for the task"
+            showNotice(qtTrId("schedule-notice-time-blocked"), [this, controller, made] {
+                runAsync(
+                    this,
+                    [controller, made]() -> std::optional<QString> {
+                        try {
+                            controller->remove(made);
+                            return std::nullopt;
+                        } catch (const std::exception& error) {
+                            return messageOf(error);
+                        }
+                    },
+                    [this](const std::optional<QString>& failure) {
+                        if (failure)
+                            showTaskFailure(*failure);
+                        refresh();
+                    });
+            });
+        });
+}
+
+void DailyEventsView::setTaskDone(const MeetEntity& meet, bool done)
+{
+    if (!m_controller || !meet.metTaskLink)
+        return;
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    const MeetTaskLink link = *meet.metTaskLink;
+    runAsync(
+        this,
+        [controller, link, done]() -> std::optional<QString> {
+            try {
+                controller->setTaskDone(link, done);
+                return std::nullopt;
+            } catch (const std::exception& error) {
+                return messageOf(error);
+            }
+        },
+        [this](const std::optional<QString>& failure) {
+            // Either way the box shows what the task says now.
+            refresh();
+            m_projectsPane->reload();
+            if (failure)
+                showTaskFailure(*failure);
+            else
+                m_taskErrorMessage.reset();
+        });
+}
+
+void DailyEventsView::followTaskStates()
+{
+    if (!m_controller)
+        return;
+    QList<MeetEntity> linked;
+    for (const MeetEntity& meet : std::as_const(m_events)) {
+        if (meet.metTaskLink)
+            linked.append(meet);
+    }
+    if (linked.isEmpty())
+        return;
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    const QDate day = m_shownDate;
+    runAsync(
+        this,
+        [controller, linked]() mutable {
+            std::pair<QList<MeetEntity>, QHash<QUuid, bool>> read {linked, {}};
+            controller->followTaskLinks(read.first, read.second);
+            return read;
+        },
+        [this, linked, day](const std::pair<QList<MeetEntity>, QHash<QUuid, bool>>& read) {
+            if (day != m_shownDate)
+                return;
+            bool changed = read.first != linked;
+            for (const MeetEntity& meet : linked)
+                changed = changed || read.second.value(meet.metId, false) != m_taskDone.value(meet.metId, false)
+                    || read.second.contains(meet.metId) != m_taskDone.contains(meet.metId);
+            if (changed)
+                refresh();
+        });
+}
+
+void DailyEventsView::showTaskFailure(const QString& message)
+{
+    m_taskErrorMessage = message;
+    m_services.console().appendLine(QStringLiteral("DailyEventsController task link failed: ") + message);
+    if (m_moveAlert)
+        m_moveAlert->close();
+    //% "The task was not changed"
+    m_moveAlert
+        = new QMessageBox(QMessageBox::Warning, qtTrId("schedule-task-failed-title"), message, QMessageBox::Ok, this);
+    m_moveAlert->setObjectName(QStringLiteral("scheduleTaskFailedAlert"));
+    m_moveAlert->setAttribute(Qt::WA_DeleteOnClose);
+    m_moveAlert->open();
+}
+
+void DailyEventsView::followArmedAlarms()
+{
+    if (!m_controller)
+        return;
+    if (m_isFollowingAlarms) {
+        m_followAlarmsAgain = true;
+        return;
+    }
+    m_isFollowingAlarms = true;
+    const std::shared_ptr<const DailyEventsController> controller = m_controller;
+    runAsync(
+        this, [controller] { return controller->followArmedAlarms(); },
+        // A change posts alarmScheduleDidChange, which reads the shown day's bells again.
+        [this](bool) {
+            m_isFollowingAlarms = false;
+            if (std::exchange(m_followAlarmsAgain, false))
+                followArmedAlarms();
+        });
 }

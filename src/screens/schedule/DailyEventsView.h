@@ -40,8 +40,11 @@ struct DailyEventsDay;
 // Meets are read from the calendar store (and the backend for a Google account) off the GUI
 // thread and reloaded after every change and on the application-wide notifications. The calendar
 // store is watched around the shown day, so that what other programs change shows at once (the
-// day's alarms following their meets); the days read since the last change are kept, so going
-// back to one waits on nothing.
+// day's alarms following their meets), and so is every day up to the last armed alarm, whose
+// alarms follow their events wherever they go. The days read since the last change are kept, and
+// the shown day's neighbours read ahead, so going back or on by a day waits on nothing. A task
+// dropped on the timeline (or its "Block time for this task") gets a meet of its own linked to
+// it, whose card ticks the task.
 class DailyEventsView final : public QWidget {
     Q_OBJECT
 
@@ -86,6 +89,8 @@ public:
     CreateEventView* editor() const { return m_editor; }
     // Tells the screen what other programs change; set once the schedule has started.
     CalendarWatching* calendarWatcher() const { return m_watcher; }
+    // Tells the screen what other programs change up to the last armed alarm, whatever day.
+    CalendarWatching* alarmWatcher() const { return m_alarmWatcher; }
     // Whether the day is kept in memory, so that showing it again waits on nothing.
     bool isDayCached(const QDate& day) const;
 
@@ -101,7 +106,9 @@ public:
     // Saves the meet at another time or length, as the editor saves it; on failure the meet
     // stays where it was and an alert says why.
     // A move or resize saved shows a notice whose Undo puts the meet back.
-    void moveMeet(const MeetEntity& meet, const QDateTime& start, const QDateTime& end, bool undoable = true);
+    // allDay: whether the meet is all-day afterwards; unchanged when none.
+    void moveMeet(const MeetEntity& meet, const QDateTime& start, const QDateTime& end, bool undoable = true,
+        std::optional<bool> allDay = std::nullopt);
     // The short notice after a move or resize; hidden when there is none.
     QFrame* notice() const { return m_notice; }
     QLabel* noticeText() const { return m_noticeText; }
@@ -109,6 +116,17 @@ public:
     // Why the last move or resize was not saved.
     const std::optional<QString>& moveErrorMessage() const { return m_moveErrorMessage; }
     QMessageBox* moveAlert() const { return m_moveAlert; }
+
+    // A meet of half an hour from start, titled as the task and linked to it, in the default
+    // calendar; the notice's Undo deletes it again. Without a start, the first free half hour
+    // of the shown day (from now, on today) within the shown hours.
+    void blockTime(const MeetTaskLink& link, const std::optional<QDateTime>& start = std::nullopt);
+    // Marks the task of a meet that blocks time for one done or not done.
+    void setTaskDone(const MeetEntity& meet, bool done);
+    // Why the last time block or change of a task was not saved.
+    const std::optional<QString>& taskErrorMessage() const { return m_taskErrorMessage; }
+    // Whether the task of each linked meet shown is done, by meet.
+    const QHash<QUuid, bool>& taskDone() const { return m_taskDone; }
 
 Q_SIGNALS:
     // After every load of the day's meets, for tests and benchmarks.
@@ -127,7 +145,13 @@ private:
     // The shown day read again and every other day forgotten, after something changed them.
     void refresh();
     void apply(const DailyEventsDay& day);
-    void watchCalendars(const DailyEventsDay& day);
+    // The days before and after day read into the cache in the background, so that the usual next
+    // or previous day shows at once.
+    void prefetchAround(const QDate& day);
+    void prefetch();
+    void watchCalendars(const DailyEventsDay& day, const std::optional<QDateTime>& lastArmed);
+    // Every armed alarm checked against the store, off the GUI thread, one pass at a time.
+    void followArmedAlarms();
     void setHourRange(int startHour, int endHour);
     void setAlarm(const MeetEntity& meet, bool armed);
     void setDayAlarms(bool armed);
@@ -135,6 +159,9 @@ private:
     void openPendingMeet();
     void openEditor(CreateEventView* editor);
     void showNotice(const QString& text, std::function<void()> undo);
+    void showTaskFailure(const QString& message);
+    // The tasks of the shown day's linked meets read again, after the tasks changed.
+    void followTaskStates();
 
     const AppServices& m_services;
     Bindings m_bindings;
@@ -148,7 +175,17 @@ private:
     QList<MeetEntity> m_events;
     // The days read since the watched calendars last changed, all within the watched span.
     QHash<QDate, DailyEventsDay> m_cache;
+    // Counts the times the cache was emptied: a read begun before then is stale.
+    quint64 m_cacheEpoch = 0;
+    QSet<QDate> m_prefetching;
+    // Reading ahead waits a moment after a day shows: a burst of changes reads the shown day
+    // again and again, and the reads ahead would only slow those.
+    QTimer* m_prefetchTimer;
+    QDate m_prefetchAround;
     CalendarWatching* m_watcher = nullptr;
+    CalendarWatching* m_alarmWatcher = nullptr;
+    bool m_isFollowingAlarms = false;
+    bool m_followAlarmsAgain = false;
     // The meet open in the editor, to tell when another program deletes it.
     std::optional<MeetEntity> m_editedMeet;
     QList<CalendarStoreCalendar> m_calendars;
@@ -162,6 +199,8 @@ private:
     std::optional<QString> m_deleteErrorMessage;
     std::optional<QString> m_alarmErrorMessage;
     std::optional<QString> m_moveErrorMessage;
+    std::optional<QString> m_taskErrorMessage;
+    QHash<QUuid, bool> m_taskDone;
     QPointer<QMessageBox> m_moveAlert;
     std::function<void()> m_undo;
     int m_startHour = defaultStartHour;

@@ -57,3 +57,30 @@ QList<LayoutedMeet> DailyScheduleLayout::layout(QList<MeetEntity> meets)
         layoutCluster(cluster, output);
     return output;
 }
+
+std::optional<QDateTime> DailyScheduleLayout::firstFreeSlot(
+    const QList<MeetEntity>& meets, const QDateTime& from, const QDateTime& until, qint64 seconds)
+{
+    // Up to the next quarter hour of from's own clock.
+    const QTime at = from.time();
+    const int past = (at.minute() % 15) * 60 + at.second();
+    QDateTime candidate = past == 0 && at.msec() == 0 ? from : from.addSecs(15 * 60 - past).addMSecs(-at.msec());
+    QList<MeetEntity> timed;
+    for (const MeetEntity& meet : meets) {
+        if (!meet.metIsAllDay)
+            timed.append(meet);
+    }
+    std::sort(
+        timed.begin(), timed.end(), [](const MeetEntity& a, const MeetEntity& b) { return a.metDate < b.metDate; });
+    // Each meet in the way pushes the candidate to its end; sorted by start, one pass does.
+    for (const MeetEntity& meet : std::as_const(timed)) {
+        const QDateTime end = candidate.addSecs(seconds);
+        if (meet.metDate >= end)
+            break;
+        if (meet.endDate() > candidate)
+            candidate = meet.endDate();
+    }
+    if (candidate.addSecs(seconds) > until)
+        return std::nullopt;
+    return candidate;
+}

@@ -20,4 +20,10 @@ namespace DailyScheduleLayout {
 // overlap. The result is in start order (stable for equal starts).
 QList<LayoutedMeet> layout(QList<MeetEntity> meets);
 
+// The first start, from `from` on, of `seconds` that no timed meet overlaps and that ends by
+// `until`; none when the span is full. Starts fall on the quarter hour after `from` or on the end
+// of a meet.
+std::optional<QDateTime> firstFreeSlot(
+    const QList<MeetEntity>& meets, const QDateTime& from, const QDateTime& until, qint64 seconds);
+
 } // namespace DailyScheduleLayout

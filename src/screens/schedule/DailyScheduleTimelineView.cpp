@@ -1,10 +1,15 @@
 #include "screens/schedule/DailyScheduleTimelineView.h"
 
+#include "screens/projects/TaskRowView.h"
+#include "screens/schedule/AllDayEventsSectionView.h"
 #include "screens/schedule/DailyEventCardView.h"
+#include "screens/schedule/DailyTaskSectionView.h"
 
 #include <QApplication>
+#include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QLocale>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTimer>
@@ -22,6 +27,7 @@ DailyScheduleTimelineView::DailyScheduleTimelineView(
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     m_currentTimeTimer->setInterval(currentTimeRefreshMs);
     connect(m_currentTimeTimer, &QTimer::timeout, this, qOverload<>(&QWidget::update));
+    setAcceptDrops(true);
 }
 
 QSize DailyScheduleTimelineView::sizeHint() const
@@ -30,18 +36,19 @@ QSize DailyScheduleTimelineView::sizeHint() const
     return {400, (m_endHour - m_startHour + 1) * slotHeight + 1};
 }
 
-void DailyScheduleTimelineView::setDay(
-    const QDate& selectedDate, const QList<MeetEntity>& meets, const QSet<QUuid>& armedMeetIds)
+void DailyScheduleTimelineView::setDay(const QDate& selectedDate, const QList<MeetEntity>& meets,
+    const QSet<QUuid>& armedMeetIds, const QHash<QUuid, bool>& taskDone)
 {
     if (m_drag.active) {
         // Rebuilt now, the card under the pointer would vanish mid-drag.
-        m_pendingDay = Day {selectedDate, meets, armedMeetIds};
+        m_pendingDay = Day {selectedDate, meets, armedMeetIds, taskDone};
         return;
     }
     m_pendingDay.reset();
     m_selectedDate = selectedDate;
     m_layouted = DailyScheduleLayout::layout(meets);
     m_armed = armedMeetIds;
+    m_taskDone = taskDone;
     if (showsCurrentTime())
         m_currentTimeTimer->start();
     else
@@ -109,7 +116,10 @@ void DailyScheduleTimelineView::rebuildCards()
     qDeleteAll(m_cards);
     m_cards.clear();
     for (const LayoutedMeet& placed : std::as_const(m_layouted)) {
-        auto* card = new DailyEventCardView(placed.meet, m_armed.contains(placed.meet.metId), this);
+        const auto done = m_taskDone.constFind(placed.meet.metId);
+        auto* card = new DailyEventCardView(placed.meet, m_armed.contains(placed.meet.metId),
+            placed.meet.metTaskLink && done != m_taskDone.cend() ? std::optional(*done) : std::nullopt, this);
+        connect(card, &DailyEventCardView::taskDoneToggled, this, &DailyScheduleTimelineView::taskDoneToggled);
         connect(card, &DailyEventCardView::detailRequested, this, &DailyScheduleTimelineView::detailRequested);
         connect(card, &DailyEventCardView::onEdit, this, &DailyScheduleTimelineView::onEditMeet);
         connect(card, &DailyEventCardView::onDelete, this, &DailyScheduleTimelineView::onDeleteMeet);
@@ -163,6 +173,19 @@ void DailyScheduleTimelineView::paintEvent(QPaintEvent*)
         painter.setPen(palette().color(QPalette::PlaceholderText));
         painter.drawText(QRect(0, y + 1, hourLabelWidth - 6, slotHeight), Qt::AlignRight | Qt::AlignTop,
             locale.toString(QTime(hour, 0), QLocale::ShortFormat));
+    }
+    if (m_dropTime) {
+        // Where what is dragged would go, and for how long.
+        QColor ghost = palette().color(QPalette::Highlight);
+        const double top = yForTime(*m_dropTime);
+        const double bottom = yForTime(m_dropTime->addSecs(m_dropSeconds));
+        const QRectF area(
+            hourLabelWidth + columnSpacing, top, width() - hourLabelWidth - 2 * columnSpacing, bottom - top);
+        painter.setPen(QPen(ghost, 1.5, Qt::DashLine));
+        ghost.setAlphaF(0.18f);
+        painter.setBrush(ghost);
+        painter.drawRoundedRect(area, 4, 4);
+        painter.setBrush(Qt::NoBrush);
     }
     if (showsCurrentTime()) {
         const double y = yForTime(m_clock->now());
@@ -233,10 +256,15 @@ bool DailyScheduleTimelineView::cardMouse(DailyEventCardView* card, QMouseEvent*
             m_drag = {};
             return false;
         }
+        const MeetEntity meet = card->meet();
+        const bool above = mapFromGlobal(event->globalPosition()).y() < 0;
         endDrag();
-        const MeetEntity& meet = card->meet();
-        if (!drag.cancelled && (drag.start != meet.metDate || drag.end != meet.endDate()))
+        if (!drag.cancelled && !drag.resizing && above) {
+            placeCards();
+            Q_EMIT allDayRequested(meet);
+        } else if (!drag.cancelled && (drag.start != meet.metDate || drag.end != meet.endDate())) {
             Q_EMIT changeRequested(meet, drag.start, drag.end);
+        }
         return true;
     }
     default:
@@ -271,7 +299,7 @@ void DailyScheduleTimelineView::endDrag()
     m_drag = {};
     if (m_pendingDay) {
         const Day day = *std::exchange(m_pendingDay, std::nullopt);
-        setDay(day.date, day.meets, day.armed);
+        setDay(day.date, day.meets, day.armed, day.taskDone);
     }
 }
 
@@ -296,4 +324,92 @@ bool DailyScheduleTimelineView::cardKey(DailyEventCardView* card, QKeyEvent* eve
         Q_EMIT changeRequested(meet, meet.metDate.addSecs(step), meet.endDate().addSecs(step));
     }
     return true;
+}
+
+std::optional<MeetTaskLink> DailyScheduleTimelineView::taskLinkOf(const QMimeData* mime)
+{
+    if (!mime)
+        return std::nullopt;
+    MeetTaskLink link;
+    if (mime->hasFormat(TaskRowView::dragMimeType)) {
+        link.id = QUuid(mime->data(TaskRowView::dragMimeType));
+    } else if (mime->hasFormat(DailyTaskRowView::dragMimeType)) {
+        link.kind = MeetTaskLink::Kind::dailyTask;
+        link.id = QUuid(mime->data(DailyTaskRowView::dragMimeType));
+    }
+    if (link.id.isNull())
+        return std::nullopt;
+    return link;
+}
+
+std::optional<QDateTime> DailyScheduleTimelineView::dropTimeAt(const QPointF& position) const
+{
+    const QPoint point = position.toPoint();
+    if (point.x() <= hourLabelWidth || !rect().contains(point))
+        return std::nullopt;
+    return timeAt(point.y());
+}
+
+namespace {
+
+bool carriesAllDayMeet(const QMimeData* mime)
+{
+    return mime && mime->hasFormat(AllDayEventRowView::dragMimeType);
+}
+
+} // namespace
+
+void DailyScheduleTimelineView::dragEnterEvent(QDragEnterEvent* event)
+{
+    const bool meet = carriesAllDayMeet(event->mimeData());
+    if ((!meet && !taskLinkOf(event->mimeData())) || !m_selectedDate.isValid()) {
+        event->ignore();
+        return;
+    }
+    m_dropSeconds = meet ? 3600 : MeetTaskLink::blockSeconds;
+    event->acceptProposedAction();
+    m_dropTime = dropTimeAt(event->position());
+    update();
+}
+
+void DailyScheduleTimelineView::dragMoveEvent(QDragMoveEvent* event)
+{
+    const std::optional<QDateTime> time = dropTimeAt(event->position());
+    if ((!taskLinkOf(event->mimeData()) && !carriesAllDayMeet(event->mimeData())) || !time) {
+        event->ignore();
+        if (std::exchange(m_dropTime, std::nullopt))
+            update();
+        return;
+    }
+    event->acceptProposedAction();
+    if (m_dropTime != time) {
+        m_dropTime = time;
+        update();
+    }
+}
+
+void DailyScheduleTimelineView::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    m_dropTime.reset();
+    update();
+    QWidget::dragLeaveEvent(event);
+}
+
+void DailyScheduleTimelineView::dropEvent(QDropEvent* event)
+{
+    m_dropTime.reset();
+    update();
+    const std::optional<MeetTaskLink> link = taskLinkOf(event->mimeData());
+    const std::optional<QDateTime> start = dropTimeAt(event->position());
+    if (start && carriesAllDayMeet(event->mimeData())) {
+        event->acceptProposedAction();
+        Q_EMIT allDayMeetDropped(QUuid(event->mimeData()->data(AllDayEventRowView::dragMimeType)), *start);
+        return;
+    }
+    if (!link || !start) {
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
+    Q_EMIT taskDropped(*link, *start);
 }

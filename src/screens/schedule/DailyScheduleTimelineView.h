@@ -1,5 +1,6 @@
 #pragma once
 
+#include "meetings/entities/MeetTaskLink.h"
 #include "platform/Clock.h"
 #include "screens/schedule/DailyScheduleLayout.h"
 
@@ -19,7 +20,9 @@ class QTimer;
 // hour); on today a line marks the current time. A card dragged moves its meet, its bottom edge
 // dragged changes its length, both on the quarter hour (the minute with Alt held); Escape puts it
 // back. With a card focused, Alt+Up/Down moves it by a quarter hour and Alt+Shift+Up/Down
-// changes its length.
+// changes its length. A task dragged from the projects pane or the daily checklist and dropped on
+// the grid asks for time blocked for it at the quarter hour under the pointer; an all-day meet
+// dropped there asks for that time, and a card released above the grid asks to be all-day.
 class DailyScheduleTimelineView final : public QWidget {
     Q_OBJECT
 
@@ -36,8 +39,10 @@ public:
 
     DailyScheduleTimelineView(std::shared_ptr<const Clock> clock, QTimeZone calendar, QWidget* parent = nullptr);
 
-    // meets: the timed meets of selectedDate.
-    void setDay(const QDate& selectedDate, const QList<MeetEntity>& meets, const QSet<QUuid>& armedMeetIds);
+    // meets: the timed meets of selectedDate; taskDone: whether the task a meet blocks time for
+    // is done, by meet.
+    void setDay(const QDate& selectedDate, const QList<MeetEntity>& meets, const QSet<QUuid>& armedMeetIds,
+        const QHash<QUuid, bool>& taskDone = {});
     void setHourRange(int startHour, int endHour);
 
     const QList<LayoutedMeet>& layoutedMeets() const { return m_layouted; }
@@ -48,6 +53,10 @@ public:
     QRect cardGeometry(const LayoutedMeet& placed) const;
     bool showsCurrentTime() const;
     bool isDragging() const { return m_drag.active; }
+    // The task a drag carries, when it carries one this grid takes.
+    static std::optional<MeetTaskLink> taskLinkOf(const class QMimeData* mime);
+    // Where a task or all-day meet dragged over the grid would go; none when none is over it.
+    const std::optional<QDateTime>& dropTime() const { return m_dropTime; }
 
     QSize sizeHint() const override;
 
@@ -59,12 +68,23 @@ Q_SIGNALS:
     void alarmToggled(const MeetEntity& meet, bool armed);
     // A card was dropped at another time, or given another length.
     void changeRequested(const MeetEntity& meet, const QDateTime& start, const QDateTime& end);
+    void taskDoneToggled(const MeetEntity& meet, bool done);
+    // A task was dropped on the grid: block time for it from start.
+    void taskDropped(const MeetTaskLink& link, const QDateTime& start);
+    // An all-day meet, by identity, was dropped on the grid at start.
+    void allDayMeetDropped(const QUuid& metId, const QDateTime& start);
+    // A card was dragged up out of the grid, onto the all-day meets.
+    void allDayRequested(const MeetEntity& meet);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     struct Drag {
@@ -81,6 +101,7 @@ private:
         QDate date;
         QList<MeetEntity> meets;
         QSet<QUuid> armed;
+        QHash<QUuid, bool> taskDone;
     };
 
     bool cardMouse(DailyEventCardView* card, QMouseEvent* event);
@@ -88,6 +109,8 @@ private:
     void followPointer(const QPointF& globalPosition, Qt::KeyboardModifiers modifiers);
     void endDrag();
     QDateTime snapped(const QDateTime& time, int minutes) const;
+    // The quarter hour a task dropped at y starts on; none outside the grid.
+    std::optional<QDateTime> dropTimeAt(const QPointF& position) const;
 
     void rebuildCards();
     void placeCards();
@@ -99,7 +122,11 @@ private:
     int m_endHour = 21;
     QList<LayoutedMeet> m_layouted;
     QSet<QUuid> m_armed;
+    QHash<QUuid, bool> m_taskDone;
     QList<DailyEventCardView*> m_cards;
+    std::optional<QDateTime> m_dropTime;
+    // How long what is dragged over the grid would be there.
+    qint64 m_dropSeconds = MeetTaskLink::blockSeconds;
     QTimer* m_currentTimeTimer;
     Drag m_drag;
     // A day that arrived during a drag, shown once the drag ends.

@@ -4,9 +4,14 @@
 #include "screens/common/InlineAddRowView.h"
 #include "screens/common/InlineEditableLabel.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QCheckBox>
+#include <QDrag>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMimeData>
+#include <QMouseEvent>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -42,6 +47,38 @@ DailyTaskRowView::DailyTaskRowView(const DailyTaskEntity& task, QWidget* parent)
     connect(m_title, &InlineEditableLabel::committed, this,
         [this](const QString& title) { Q_EMIT onRename(m_task, title); });
     connect(remove, &QToolButton::clicked, this, [this] { Q_EMIT onDelete(m_task); });
+    addBlockTimeAction(this, [this] { Q_EMIT onBlockTime(m_task); });
+}
+
+void addBlockTimeAction(QWidget* row, std::function<void()> blockTime)
+{
+    //% "Block time for this task"
+    auto* action = new QAction(qtTrId("schedule-block-time-action"), row);
+    action->setObjectName(QStringLiteral("blockTimeAction"));
+    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_B));
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(action, &QAction::triggered, row, std::move(blockTime));
+    row->addAction(action);
+    row->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+void DailyTaskRowView::mousePressEvent(QMouseEvent* event)
+{
+    m_pressPosition = event->position().toPoint();
+    QWidget::mousePressEvent(event);
+}
+
+void DailyTaskRowView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!(event->buttons() & Qt::LeftButton)
+        || (event->position().toPoint() - m_pressPosition).manhattanLength() < QApplication::startDragDistance())
+        return;
+    auto* mime = new QMimeData;
+    mime->setData(dragMimeType, m_task.dtaId.toByteArray());
+    auto* drag = new QDrag(this);
+    drag->setMimeData(mime);
+    drag->setPixmap(grab());
+    drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::CopyAction);
 }
 
 DailyTaskSectionView::DailyTaskSectionView(QWidget* parent)
@@ -96,6 +133,7 @@ DailyTaskRowView* DailyTaskSectionView::makeRow(const DailyTaskEntity& task)
     connect(row, &DailyTaskRowView::onToggleDone, this, &DailyTaskSectionView::onToggleDone);
     connect(row, &DailyTaskRowView::onRename, this, &DailyTaskSectionView::onRenameTask);
     connect(row, &DailyTaskRowView::onDelete, this, &DailyTaskSectionView::onDeleteTask);
+    connect(row, &DailyTaskRowView::onBlockTime, this, &DailyTaskSectionView::onBlockTime);
     return row;
 }
 

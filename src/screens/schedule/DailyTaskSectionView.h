@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class InlineAddRowView;
 class InlineEditableLabel;
 class QCheckBox;
@@ -11,11 +13,18 @@ class QLabel;
 class QToolButton;
 class QVBoxLayout;
 
-// One entry of the daily checklist: its check mark, its title (renamed in place) and delete.
+// The row's "Block time for this task" entry, in its context menu and on Ctrl+B while the focus
+// is in the row: the keyboard's way to what dragging the row onto the timeline does.
+void addBlockTimeAction(QWidget* row, std::function<void()> blockTime);
+
+// One entry of the daily checklist: its check mark, its title (renamed in place) and delete. It
+// can be dragged onto the timeline, or asked from its menu (Ctrl+B), to block time for it.
 class DailyTaskRowView final : public QWidget {
     Q_OBJECT
 
 public:
+    static inline const QString dragMimeType = QStringLiteral("application/x-tolvane-daily-task-id");
+
     explicit DailyTaskRowView(const DailyTaskEntity& task, QWidget* parent = nullptr);
 
     const DailyTaskEntity& task() const { return m_task; }
@@ -27,9 +36,15 @@ Q_SIGNALS:
     void onToggleDone(const DailyTaskEntity& task, bool isDone);
     void onRename(const DailyTaskEntity& task, const QString& title);
     void onDelete(const DailyTaskEntity& task);
+    void onBlockTime(const DailyTaskEntity& task);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
     DailyTaskEntity m_task;
+    QPoint m_pressPosition;
     bool m_isToggling = false;
     QCheckBox* m_done;
     InlineEditableLabel* m_title;
@@ -54,6 +69,7 @@ Q_SIGNALS:
     void onRenameTask(const DailyTaskEntity& task, const QString& title);
     void onDeleteTask(const DailyTaskEntity& task);
     void onAddTask(const QString& title);
+    void onBlockTime(const DailyTaskEntity& task);
 
 private:
     void render();

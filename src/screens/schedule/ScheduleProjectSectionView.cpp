@@ -3,6 +3,7 @@
 #include "screens/common/Icons.h"
 #include "screens/common/InlineAddRowView.h"
 #include "screens/projects/TaskRowView.h"
+#include "screens/schedule/DailyTaskSectionView.h"
 
 #include <QLabel>
 #include <QPointer>
@@ -97,6 +98,7 @@ void ScheduleProjectSectionView::buildTaskRows()
         connect(row, &TaskRowView::rename, this, &ScheduleProjectSectionView::onRenameTask);
         connect(row, &TaskRowView::deleteRequested, this, &ScheduleProjectSectionView::onDeleteTask);
         connect(row, &TaskRowView::setTag, this, &ScheduleProjectSectionView::onSetEisenhowerTag);
+        addBlockTimeAction(row, [this, task] { Q_EMIT onBlockTime(task); });
         rows->addWidget(row);
     }
     body->insertWidget(0, m_rows);

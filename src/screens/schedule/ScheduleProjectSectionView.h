@@ -49,6 +49,7 @@ Q_SIGNALS:
     void onSetEisenhowerTag(const TaskEntity& task, std::optional<EisenhowerTagEnum> tag);
     void onAddTask(const TaskListEntity& list, const QString& title);
     void onDeleteAllCompleted(const TaskListEntity& list, const QList<TaskEntity>& completed);
+    void onBlockTime(const TaskEntity& task);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

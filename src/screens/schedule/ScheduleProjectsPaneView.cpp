@@ -89,6 +89,9 @@ ScheduleProjectsPaneView::ScheduleProjectsPaneView(
         if (m_dailyTasksController)
             m_dailyTasksController->delete_(task);
     });
+    connect(m_dailySection, &DailyTaskSectionView::onBlockTime, this, [this](const DailyTaskEntity& task) {
+        Q_EMIT blockTimeRequested({MeetTaskLink::Kind::dailyTask, task.dtaId});
+    });
     m_services.notificationCenter().addObserver(NotificationName::userAccountDidChange, this, [this](const QVariant&) {
         if (m_started)
             start();
@@ -337,6 +340,9 @@ ScheduleProjectSectionView* ScheduleProjectsPaneView::makeSection(
         });
     connect(
         section, &ScheduleProjectSectionView::onDeleteAllCompleted, this, &ScheduleProjectsPaneView::deleteCompleted);
+    connect(section, &ScheduleProjectSectionView::onBlockTime, this, [this](const TaskEntity& task) {
+        Q_EMIT blockTimeRequested({MeetTaskLink::Kind::task, task.tasId});
+    });
     return section;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "meetings/entities/MeetTaskLink.h"
 #include "screens/schedule/ScheduleProjectSectionView.h"
 #include "tasks/TasksApplicationFactory.h"
 #include "tasks/entities/DailyTaskEntity.h"
@@ -51,6 +52,8 @@ public:
 Q_SIGNALS:
     // After every load, for tests and benchmarks.
     void loaded();
+    // A task's "Block time for this task": the schedule finds it a time.
+    void blockTimeRequested(const MeetTaskLink& link);
 
 protected:
     void showEvent(QShowEvent* event) override;

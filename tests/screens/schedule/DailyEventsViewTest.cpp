@@ -14,6 +14,7 @@
 #include "screens/schedule/DailyScheduleTimelineView.h"
 #include "screens/schedule/ElidedLabel.h"
 #include "screens/schedule/MeetDetailView.h"
+#include "screens/schedule/ScheduleFixture.h"
 #include "screens/schedule/ScheduleProjectsPaneView.h"
 #include "support/SettableClock.h"
 #include "support/TestMain.h"
@@ -70,39 +71,14 @@ QDate next(int weekday)
 
 // The schedule driven through its widgets over the session's real calendar store, real encrypted
 // task stores and, for alarms, a notification server of the test's own.
-class DailyEventsViewTest : public QObject {
+class DailyEventsViewTest : public QObject, ScheduleFixture {
     Q_OBJECT
 
-    std::unique_ptr<AppFixture> app;
-    std::unique_ptr<DailyEventsView> view;
     QString calendar;
-    QStringList calendarsMade;
-
-    QString addCalendar(const QString& title)
-    {
-        const QString identifier = QStringLiteral("tolvane-test-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
-        CalendarStore::shared().addLocalCalendar(identifier, title, QStringLiteral("#3E8BFF"));
-        calendarsMade.append(identifier);
-        return identifier;
-    }
 
     DailyEventsView* open(std::shared_ptr<const Clock> clock = nullptr)
     {
-        view = std::make_unique<DailyEventsView>(app->services(), DailyEventsView::Bindings {}, nullptr, clock);
-        view->resize(1200, 900);
-        QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
-        view->show();
-        if (loaded.isEmpty() && !loaded.wait(45000))
-            throw std::runtime_error("the day never loaded");
-        return view.get();
-    }
-
-    void showDay(const QDate& day)
-    {
-        QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
-        view->setSelectedDate(day);
-        if (loaded.isEmpty() && !loaded.wait(45000))
-            throw std::runtime_error("the day never loaded");
+        return ScheduleFixture::open(QSize(1200, 900), std::move(clock));
     }
 
     // Fills the editor that is open and saves; waits for the day to load again.
@@ -121,40 +97,24 @@ class DailyEventsViewTest : public QObject {
         QTRY_VERIFY_WITH_TIMEOUT(!view->isLoading(), 15000);
     }
 
-    MeetEntity shown(const QString& name)
+    MeetEntity shownMeet(const QString& name) const
     {
-        for (const MeetEntity& meet : view->events()) {
-            if (meet.metName == name)
-                return meet;
-        }
+        if (const std::optional<MeetEntity> meet = shown(name))
+            return *meet;
         throw std::runtime_error("no meet " + name.toStdString());
     }
 
-    QTranslator english;
-
 private Q_SLOTS:
-    void initTestCase()
-    {
-        QVERIFY(english.load(QStringLiteral(":/i18n/tolvane_en")));
-        QCoreApplication::installTranslator(&english);
-    }
+    void initTestCase() { loadEnglish(); }
 
     void init()
     {
-        app = std::make_unique<AppFixture>();
-        app->storeLocalUser();
+        setUpSchedule();
         calendar = addCalendar(QStringLiteral("Tolvane tests"));
         app->userDefaults().setValue(QStringLiteral("defaultCalendarIdentifier"), calendar);
     }
 
-    void cleanup()
-    {
-        view.reset();
-        app.reset();
-        for (const QString& identifier : std::as_const(calendarsMade))
-            CalendarStore::shared().disableCalendar(identifier);
-        calendarsMade.clear();
-    }
+    void cleanup() { tearDownSchedule(); }
 
     void createEditAndDeleteAMeetInTheCalendarStore()
     {
@@ -175,7 +135,7 @@ private Q_SLOTS:
         QVERIFY(view->editor()->isVisible());
         view->editor()->endField()->setDateTime(QDateTime(day, QTime(11, 0)));
         saveEditor(QStringLiteral("Planning"));
-        const MeetEntity planning = shown(QStringLiteral("Planning"));
+        const MeetEntity planning = shownMeet(QStringLiteral("Planning"));
         QCOMPARE(planning.metDate, QDateTime(day, QTime(10, 0)));
         QCOMPARE(planning.metCalendarIdentifier, calendar);
         QVERIFY(AppCreatedEventIdentifiersStore(app->userDefaults()).load().contains(planning.metOriginalIdentifier));
@@ -218,8 +178,8 @@ private Q_SLOTS:
         });
         const QDate wednesday = monday.addDays(2);
         showDay(wednesday);
-        QCOMPARE(shown(QStringLiteral("Gym")).metRecurrenceFrequency, MeetRecurrenceFrequency::weekly);
-        view->editMeet(shown(QStringLiteral("Gym")));
+        QCOMPARE(shownMeet(QStringLiteral("Gym")).metRecurrenceFrequency, MeetRecurrenceFrequency::weekly);
+        view->editMeet(shownMeet(QStringLiteral("Gym")));
         QCOMPARE(view->editor()->repetitionSummary(), QStringLiteral("Repeats every monday and wednesday"));
         saveEditor(QStringLiteral("Gym, legs"));
         QCOMPARE(namesOf(view->events()), QStringList {QStringLiteral("Gym, legs")});
@@ -240,7 +200,7 @@ private Q_SLOTS:
         QVERIFY(calendars->findData(other) >= 0);
         calendars->setCurrentIndex(calendars->findData(other));
         saveEditor(QStringLiteral("Elsewhere"));
-        QCOMPARE(shown(QStringLiteral("Elsewhere")).metCalendarIdentifier, other);
+        QCOMPARE(shownMeet(QStringLiteral("Elsewhere")).metCalendarIdentifier, other);
 
         view->createEvent(QDateTime(day, QTime(9, 0)));
         QTRY_VERIFY(view->editor() != nullptr);
@@ -268,7 +228,7 @@ private Q_SLOTS:
         // Saved, the day is read again at once; reads the calendar store's notifications start
         // may come first, so the one to wait for is the last.
         QTRY_VERIFY_WITH_TIMEOUT(!view->isLoading(), 15000);
-        const MeetEntity offsite = shown(QStringLiteral("Offsite"));
+        const MeetEntity offsite = shownMeet(QStringLiteral("Offsite"));
         QVERIFY(offsite.metIsAllDay);
         QCOMPARE(offsite.metDate, QDateTime(day, QTime(0, 0)));
         QCOMPARE(offsite.endDate(), QDateTime(day.addDays(2), QTime(0, 0)));
@@ -371,7 +331,8 @@ private Q_SLOTS:
         // not the next read, is what to wait for.
         card->alarmButton()->click();
         QTRY_VERIFY_WITH_TIMEOUT(
-            ArmedAlarmsStore(app->userDefaults()).contains(shown("Soon").metId.toString(QUuid::WithoutBraces)), 15000);
+            ArmedAlarmsStore(app->userDefaults()).contains(shownMeet("Soon").metId.toString(QUuid::WithoutBraces)),
+            15000);
         QVERIFY(server.waitForNotifications(1, 60000));
         QVERIFY(server.notifications().first().body.contains(QStringLiteral("Soon"))
             || server.notifications().first().summary.contains(QStringLiteral("Soon")));
@@ -382,7 +343,8 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(view->navigator()->isDayAlarmSet(), 15000);
         QTRY_VERIFY(!view->navigator()->isTogglingDayAlarms());
         QVERIFY(dayButton->isEnabled());
-        QVERIFY(ArmedAlarmsStore(app->userDefaults()).contains(shown("Later").metId.toString(QUuid::WithoutBraces)));
+        QVERIFY(
+            ArmedAlarmsStore(app->userDefaults()).contains(shownMeet("Later").metId.toString(QUuid::WithoutBraces)));
     }
 
     // A click on a meet opens that meet alone; the timeline beneath must not take it as a click

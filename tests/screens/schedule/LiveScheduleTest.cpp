@@ -2,27 +2,39 @@
 #include "meetings/DirectCalendar.h"
 #include "meetings/OffMainThread.h"
 #include "meetings/alarms/MeetAlarmSettingsStores.h"
+#include "meetings/domain/MeetIdentity.h"
 #include "meetings/domain/MeetValidationError.h"
 #include "platform/calendar_store/CalendarStore.h"
 #include "platform/calendar_store/CalendarWatcher.h"
+#include "screens/projects/TaskRowView.h"
 #include "screens/schedule/AllDayEventsSectionView.h"
 #include "screens/schedule/CreateEventView.h"
 #include "screens/schedule/DailyEventCardView.h"
 #include "screens/schedule/DailyEventsController.h"
 #include "screens/schedule/DailyEventsView.h"
 #include "screens/schedule/DailyScheduleTimelineView.h"
+#include "screens/schedule/DailyTaskController.h"
+#include "screens/schedule/DailyTaskSectionView.h"
 #include "screens/schedule/MeetDetailView.h"
+#include "screens/schedule/ScheduleFixture.h"
+#include "screens/schedule/ScheduleProjectsPaneView.h"
 #include "support/TestMain.h"
+#include "support/http/EventsBackend.h"
 #include "support/notifications/TestNotificationServer.h"
-#include "support/ui/AppFixture.h"
+#include "support/ui/GoogleAccountFixture.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QCheckBox>
+#include <QDragEnterEvent>
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -106,6 +118,22 @@ public:
         });
     }
 
+    // The task link as the event carries it, read as any program reads an X- property.
+    QString taskLinkOf(const QString& uid)
+    {
+        QString link;
+        offMainThread([&] {
+            ICalComponent* event = m_calendar->master(uid);
+            if (!event)
+                throw std::runtime_error("no such event");
+            gchar* value = e_cal_util_component_dup_x_property(event, "X-TOLVANE-TASK");
+            link = QString::fromUtf8(value);
+            g_free(value);
+            g_object_unref(event);
+        });
+        return link;
+    }
+
 private:
     [[noreturn]] static void fail(GError* error)
     {
@@ -164,34 +192,13 @@ QStringList allDayNames(AllDayEventsSectionView* section)
 
 // The schedule while another program writes to the same calendars, over the session's real
 // calendar store.
-class LiveScheduleTest : public QObject {
+class LiveScheduleTest : public QObject, ScheduleFixture {
     Q_OBJECT
-
-    std::unique_ptr<AppFixture> app;
-    std::unique_ptr<DailyEventsView> view;
-    QStringList calendarsMade;
-    QTranslator english;
-
-    QString addCalendar(const QString& title)
-    {
-        const QString identifier = QStringLiteral("tolvane-test-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
-        CalendarStore::shared().addLocalCalendar(identifier, title, QStringLiteral("#3E8BFF"));
-        calendarsMade.append(identifier);
-        return identifier;
-    }
 
     void open(const QDate& day)
     {
-        view = std::make_unique<DailyEventsView>(app->services(), DailyEventsView::Bindings {});
-        view->resize(1100, 520);
-        QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
-        view->show();
-        if (loaded.isEmpty() && !loaded.wait(45000))
-            throw std::runtime_error("the day never loaded");
-        QSignalSpy again(view.get(), &DailyEventsView::loaded);
-        view->setSelectedDate(day);
-        if (again.isEmpty() && !again.wait(45000))
-            throw std::runtime_error("the day never loaded");
+        ScheduleFixture::open(QSize(1100, 520));
+        showDay(day);
     }
 
     // The scope covers the shown day once every calendar's view runs; changes made before then
@@ -203,15 +210,6 @@ class LiveScheduleTest : public QObject {
         QTRY_VERIFY_WITH_TIMEOUT(watcher->scope().covers(view->selectedDate()), 15000);
         for (const QString& calendar : calendars)
             QTRY_VERIFY_WITH_TIMEOUT(watcher->watchedCalendars().contains(calendar), 15000);
-    }
-
-    std::optional<MeetEntity> shown(const QString& name) const
-    {
-        for (const MeetEntity& meet : view->events()) {
-            if (meet.metName == name)
-                return meet;
-        }
-        return std::nullopt;
     }
 
     MeetEntity only() const
@@ -233,32 +231,56 @@ class LiveScheduleTest : public QObject {
         QTest::mouseRelease(card, Qt::LeftButton, {}, card->mapFrom(timeline, start + by));
     }
 
+    // Drags data of format over the empty timeline at the given time and drops it there, as the
+    // drag of a row or an all-day meet delivers it. False when the timeline refused it.
+    bool dropOnTimeline(const QString& format, const QByteArray& data, const QDateTime& at)
+    {
+        DailyScheduleTimelineView* timeline = view->timeline();
+        const QPoint point(timeline->width() - 20, int(timeline->yForTime(at)) + 2);
+        QMimeData mime;
+        mime.setData(format, data);
+        QDragEnterEvent enter(point, Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(timeline, &enter);
+        QDragMoveEvent move(point, Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(timeline, &move);
+        if (!move.isAccepted())
+            return false;
+        if (timeline->dropTime() != timeline->timeAt(point.y()))
+            return false;
+        QDropEvent drop(QPointF(point), Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(timeline, &drop);
+        return drop.isAccepted() && !timeline->dropTime();
+    }
+
+    TasksApplicationFactory::Applications tasks() const
+    {
+        return *app->services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
+    }
+
+    static bool isDone(const TasksApplicationFactory::Applications& apps, const QUuid& taskId)
+    {
+        const ResultEntity found = apps.tasks.find(taskId);
+        return found.dataAs<TaskEntity>() && found.dataAs<TaskEntity>()->tasIsDone;
+    }
+
+    DailyEventCardView* cardOf(const QString& name) const
+    {
+        for (DailyEventCardView* card : view->timeline()->cards()) {
+            if (card->meet().metName == name)
+                return card;
+        }
+        return nullptr;
+    }
+
     bool isArmed(const MeetEntity& meet) const
     {
         return ArmedAlarmsStore(app->userDefaults()).contains(meet.metId.toString(QUuid::WithoutBraces));
     }
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        QVERIFY(english.load(QStringLiteral(":/i18n/tolvane_en")));
-        QCoreApplication::installTranslator(&english);
-    }
-
-    void init()
-    {
-        app = std::make_unique<AppFixture>();
-        app->storeLocalUser();
-    }
-
-    void cleanup()
-    {
-        view.reset();
-        app.reset();
-        for (const QString& identifier : std::as_const(calendarsMade))
-            CalendarStore::shared().disableCalendar(identifier);
-        calendarsMade.clear();
-    }
+    void initTestCase() { loadEnglish(); }
+    void init() { setUpSchedule(); }
+    void cleanup() { tearDownSchedule(); }
 
     void theScheduleFollowsAnotherProgram()
     {
@@ -459,6 +481,223 @@ private Q_SLOTS:
         QCOMPARE(only().metDate, QDateTime(day, QTime(10, 0)));
     }
 
+    // An alarm armed on a day far from the one shown still follows its event: moved, it rings at
+    // the new time with the new name; deleted, it is gone.
+    void anAlarmOnADayNotShownFollowsItsEvent()
+    {
+        TestNotificationServer server;
+        QVERIFY(server.start());
+        const QString work = addCalendar(QStringLiteral("Work"));
+        AlarmEnabledCalendarsStore(app->userDefaults()).save({work});
+        const QDate far = QDate::currentDate().addDays(40);
+        OtherProgram other(work);
+        const QString uid
+            = other.add(QStringLiteral("Dentist"), QDateTime(far, QTime(9, 0)), QDateTime(far, QTime(10, 0)));
+        open(far);
+        QCOMPARE(view->timeline()->cards().size(), 1);
+        const MeetEntity armed = only();
+        view->timeline()->cards().constFirst()->alarmButton()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(isArmed(armed), 15000);
+
+        QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
+        view->setSelectedDate(QDate::currentDate().addDays(2));
+        QVERIFY(!loaded.isEmpty() || loaded.wait(15000));
+        QTRY_VERIFY_WITH_TIMEOUT(!view->calendarWatcher()->scope().covers(far), 15000);
+        auto* alarms = qobject_cast<CalendarStoreWatcher*>(view->alarmWatcher());
+        QVERIFY(alarms);
+        QTRY_VERIFY_WITH_TIMEOUT(alarms->scope().covers(far), 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(alarms->watchedCalendars().contains(work), 15000);
+
+        other.change(uid, QStringLiteral("Dentist, later"), QDateTime(far, QTime(11, 0)), QDateTime(far, QTime(12, 0)));
+        MeetEntity moved = armed;
+        moved.metId = MeetIdentity::forOccurrence(uid, QDateTime(far, QTime(11, 0)));
+        QTRY_VERIFY_WITH_TIMEOUT(isArmed(moved), 10000);
+        QVERIFY(!isArmed(armed));
+        const QList<MeetEntity> pending = app->services().meetAlarmScheduler().armedMeets();
+        QCOMPARE(pending.size(), 1);
+        QCOMPARE(pending.constFirst().metName, QStringLiteral("Dentist, later"));
+        QCOMPARE(pending.constFirst().metDate, QDateTime(far, QTime(11, 0)));
+
+        other.remove(uid);
+        QTRY_VERIFY_WITH_TIMEOUT(!isArmed(moved), 10000);
+        QVERIFY(app->services().meetAlarmScheduler().armedMeets().isEmpty());
+    }
+
+    // A task dropped on the timeline gets an event of its own, linked to it: the card ticks the
+    // task, follows it, and outlives it.
+    void aTaskDroppedOnTheTimelineBlocksTimeForIt()
+    {
+        const QString work = addCalendar(QStringLiteral("Work"));
+        app->userDefaults().setValue(QStringLiteral("defaultCalendarIdentifier"), work);
+        const QDate day = QDate::currentDate().addDays(3);
+        const TasksApplicationFactory::Applications apps = tasks();
+        const QUuid userId
+            = QUuid::fromString(app->services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrId);
+        const ProjectEntity garden {.prjUserId = userId, .prjName = QStringLiteral("Garden")};
+        QVERIFY(apps.projects.create(garden).result);
+        const TaskListEntity chores {.prjId = garden.prjId, .talName = QStringLiteral("Chores"), .talIsDefault = true};
+        QVERIFY(apps.taskLists.create(chores).result);
+        const TaskEntity prune {.prjId = garden.prjId, .talId = chores.talId, .tasTitle = QStringLiteral("Prune")};
+        QVERIFY(apps.tasks.create(prune).result);
+        open(day);
+        waitUntilWatching({work});
+        OtherProgram other(work);
+
+        // Dropped a little after 10:15: half an hour from the quarter, in the default calendar.
+        QVERIFY(dropOnTimeline(TaskRowView::dragMimeType, prune.tasId.toByteArray(), QDateTime(day, QTime(10, 20))));
+        QTRY_VERIFY_WITH_TIMEOUT(shown(QStringLiteral("Prune")).has_value(), 15000);
+        MeetEntity block = *shown(QStringLiteral("Prune"));
+        QCOMPARE(block.metDate, QDateTime(day, QTime(10, 15)));
+        QCOMPARE(block.metDuration, 1800.0);
+        QCOMPARE(block.metCalendarIdentifier, work);
+        QCOMPARE(block.metTaskLink, (MeetTaskLink {MeetTaskLink::Kind::task, prune.tasId}));
+        QTRY_COMPARE(view->noticeText()->text(), qtTrId("schedule-notice-time-blocked"));
+        QCOMPARE(other.taskLinkOf(block.metOriginalIdentifier),
+            QStringLiteral("task:") + prune.tasId.toString(QUuid::WithoutBraces));
+
+        // Ticked on the card: done in the task store, and the pane says so.
+        QTRY_VERIFY(cardOf(QStringLiteral("Prune")) && cardOf(QStringLiteral("Prune"))->taskCheckBox());
+        QCheckBox* box = cardOf(QStringLiteral("Prune"))->taskCheckBox();
+        QVERIFY(!box->isChecked());
+        box->click();
+        QTRY_VERIFY_WITH_TIMEOUT(isDone(apps, prune.tasId), 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(cardOf(QStringLiteral("Prune"))->taskCheckBox()->isChecked(), 15000);
+
+        // Opened again elsewhere: the card follows once the tasks are read again.
+        QVERIFY(apps.tasks.markNotDone(prune.tasId).result);
+        view->projectsPane()->reload();
+        QTRY_VERIFY_WITH_TIMEOUT(!cardOf(QStringLiteral("Prune"))->taskCheckBox()->isChecked(), 15000);
+
+        // Resized like any meet, it keeps its link.
+        DailyEventCardView* card = cardOf(QStringLiteral("Prune"));
+        card->setFocus();
+        QTest::keyClick(card, Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+        QTRY_COMPARE_WITH_TIMEOUT(shown(QStringLiteral("Prune"))->metDuration, 2700.0, 15000);
+        QCOMPARE(shown(QStringLiteral("Prune"))->metTaskLink, block.metTaskLink);
+
+        // The task deleted: the event stays, without its link or its box.
+        QVERIFY(apps.tasks.delete_(prune.tasId).result);
+        view->projectsPane()->reload();
+        QTRY_VERIFY_WITH_TIMEOUT(cardOf(QStringLiteral("Prune")) && !cardOf(QStringLiteral("Prune"))->taskCheckBox()
+                && !shown(QStringLiteral("Prune"))->metTaskLink,
+            15000);
+        QTRY_COMPARE_WITH_TIMEOUT(other.taskLinkOf(block.metOriginalIdentifier), QString(), 15000);
+
+        // From the daily checklist by the keyboard: the first free half hour of the shown hours.
+        const DailyTaskEntity call {
+            .dtaUserId = userId, .dtaDate = DailyTaskController::dateOf(day), .dtaTitle = QStringLiteral("Call")};
+        QVERIFY(apps.dailyTasks.create(call).result);
+        view->projectsPane()->reload();
+        QTRY_COMPARE_WITH_TIMEOUT(view->projectsPane()->dailyTaskSection()->rows().size(), 1, 15000);
+        auto* action = view->projectsPane()->dailyTaskSection()->rows().constFirst()->findChild<QAction*>(
+            QStringLiteral("blockTimeAction"));
+        QVERIFY(action);
+        QCOMPARE(action->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_B));
+        action->trigger();
+        QTRY_VERIFY_WITH_TIMEOUT(shown(QStringLiteral("Call")).has_value(), 15000);
+        const MeetEntity callBlock = *shown(QStringLiteral("Call"));
+        QCOMPARE(callBlock.metDate, QDateTime(day, QTime(view->startHour(), 0)));
+        QCOMPARE(callBlock.metTaskLink, (MeetTaskLink {MeetTaskLink::Kind::dailyTask, call.dtaId}));
+        QTRY_VERIFY(cardOf(QStringLiteral("Call")) && cardOf(QStringLiteral("Call"))->taskCheckBox());
+        cardOf(QStringLiteral("Call"))->taskCheckBox()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(apps.dailyTasks.find(call.dtaId).dataAs<DailyTaskEntity>()->dtaIsDone, 15000);
+
+        // The event deleted elsewhere: the task stays.
+        other.remove(callBlock.metOriginalIdentifier);
+        QTRY_VERIFY_WITH_TIMEOUT(!shown(QStringLiteral("Call")), 15000);
+        QVERIFY(apps.dailyTasks.find(call.dtaId).result);
+
+        // Undo takes a block back.
+        QVERIFY(dropOnTimeline(DailyTaskRowView::dragMimeType, call.dtaId.toByteArray(), QDateTime(day, QTime(16, 0))));
+        QTRY_VERIFY_WITH_TIMEOUT(shown(QStringLiteral("Call")).has_value(), 15000);
+        QTRY_VERIFY(view->notice()->isVisible());
+        view->undoButton()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(!shown(QStringLiteral("Call")), 15000);
+
+        // Nothing a program of ours did not drag is taken.
+        QVERIFY(!dropOnTimeline(QStringLiteral("text/plain"), "Prune", QDateTime(day, QTime(12, 0))));
+    }
+
+    // In a Google account the tasks live on the backend: the block links to one of them, and its
+    // card ticks it there.
+    void timeBlockingInAGoogleAccount()
+    {
+        GoogleAccountFixture google;
+        EventsBackend backendEvents(google.backend());
+        QVERIFY(google.signIn().result);
+        const QString work = addCalendar(QStringLiteral("Work"));
+        google.app().userDefaults().setValue(QStringLiteral("defaultCalendarIdentifier"), work);
+        const TasksApplicationFactory::Applications apps
+            = *google.app().services().tasksApplications(true).dataAs<TasksApplicationFactory::Applications>();
+        // The backend names what it stores.
+        const ResultEntity madeGarden
+            = apps.projects.create({.prjUserId = google.backendUser(), .prjName = QStringLiteral("Garden")});
+        QVERIFY(madeGarden.dataAs<ProjectEntity>());
+        const QUuid garden = madeGarden.dataAs<ProjectEntity>()->prjId;
+        const ResultEntity madeChores
+            = apps.taskLists.create({.prjId = garden, .talName = QStringLiteral("Chores"), .talIsDefault = true});
+        QVERIFY(madeChores.dataAs<TaskListEntity>());
+        const ResultEntity madeSow = apps.tasks.create(
+            {.prjId = garden, .talId = madeChores.dataAs<TaskListEntity>()->talId, .tasTitle = QStringLiteral("Sow")});
+        QVERIFY(madeSow.dataAs<TaskEntity>());
+        const TaskEntity sow = *madeSow.dataAs<TaskEntity>();
+
+        const QDate day = QDate::currentDate().addDays(3);
+        // Gone before the account it shows.
+        const auto closeFirst = qScopeGuard([this] { view.reset(); });
+        view = std::make_unique<DailyEventsView>(google.app().services(), DailyEventsView::Bindings {});
+        view->resize(1100, 520);
+        QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
+        view->show();
+        QVERIFY(!loaded.isEmpty() || loaded.wait(45000));
+        showDay(day);
+
+        QVERIFY(dropOnTimeline(TaskRowView::dragMimeType, sow.tasId.toByteArray(), QDateTime(day, QTime(9, 0))));
+        QTRY_VERIFY_WITH_TIMEOUT(shown(QStringLiteral("Sow")).has_value(), 15000);
+        const MeetEntity block = *shown(QStringLiteral("Sow"));
+        QCOMPARE(block.metCalendarIdentifier, work);
+        QCOMPARE(block.metTaskLink, (MeetTaskLink {MeetTaskLink::Kind::task, sow.tasId}));
+        QVERIFY(backendEvents.events(google.backendUser()).isEmpty());
+
+        QTRY_VERIFY(cardOf(QStringLiteral("Sow")) && cardOf(QStringLiteral("Sow"))->taskCheckBox());
+        cardOf(QStringLiteral("Sow"))->taskCheckBox()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(isDone(apps, sow.tasId), 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(cardOf(QStringLiteral("Sow"))->taskCheckBox()->isChecked(), 15000);
+    }
+
+    // An all-day meet dropped on the timeline takes the time it was dropped at, an hour long; a
+    // card dragged up onto the all-day meets becomes one of them.
+    void dragBetweenTheAllDayRowAndTheTimeline()
+    {
+        const QString work = addCalendar(QStringLiteral("Work"));
+        const QDate day = QDate::currentDate().addDays(3);
+        {
+            OtherProgram other(work);
+            other.add(
+                QStringLiteral("Trip"), QDateTime(day, QTime(0, 0)), QDateTime(day.addDays(1), QTime(0, 0)), true);
+        }
+        open(day);
+        QCOMPARE(allDayNames(view->allDaySection()), QStringList {QStringLiteral("Trip")});
+        const MeetEntity trip = *shown(QStringLiteral("Trip"));
+        QVERIFY(
+            dropOnTimeline(AllDayEventRowView::dragMimeType, trip.metId.toByteArray(), QDateTime(day, QTime(14, 0))));
+        QTRY_VERIFY_WITH_TIMEOUT(!shown(QStringLiteral("Trip"))->metIsAllDay, 15000);
+        QCOMPARE(shown(QStringLiteral("Trip"))->metDate, QDateTime(day, QTime(14, 0)));
+        QCOMPARE(shown(QStringLiteral("Trip"))->metDuration, 3600.0);
+        QTRY_VERIFY(allDayNames(view->allDaySection()).isEmpty());
+
+        // Up out of the grid, over the all-day meets.
+        QTRY_VERIFY(cardOf(QStringLiteral("Trip")));
+        DailyEventCardView* card = cardOf(QStringLiteral("Trip"));
+        const QPoint onTimeline = card->mapTo(view->timeline(), card->rect().center());
+        drag(card, card->rect().center(), QPoint(0, -onTimeline.y() - 10));
+        QTRY_VERIFY_WITH_TIMEOUT(shown(QStringLiteral("Trip"))->metIsAllDay, 15000);
+        QCOMPARE(shown(QStringLiteral("Trip"))->metDate, QDateTime(day, QTime(0, 0)));
+        QCOMPARE(shown(QStringLiteral("Trip"))->endDate(), QDateTime(day.addDays(1), QTime(0, 0)));
+        QTRY_COMPARE(allDayNames(view->allDaySection()), QStringList {QStringLiteral("Trip")});
+        QVERIFY(view->timeline()->cards().isEmpty());
+    }
+
     // The span watched moves only when the shown day nears its edge, and follows the calendars.
     void theWatchedSpanFollowsTheDay()
     {
@@ -473,6 +712,17 @@ private Q_SLOTS:
         const CalendarWatchScope fewer = CalendarWatchScope::around(day, {QStringLiteral("a")}, first);
         QCOMPARE(fewer.calendarIdentifiers, QStringList {QStringLiteral("a")});
         QVERIFY(CalendarWatchScope::around(day, {}, first).isEmpty());
+
+        // The alarms' span reaches a week past the last alarm, and stays while it covers it.
+        QVERIFY(CalendarWatchScope::untilAlarms(day, std::nullopt, calendars, {}).isEmpty());
+        const CalendarWatchScope alarms
+            = CalendarWatchScope::untilAlarms(day, QDateTime(day.addDays(40), QTime(9, 0)), calendars, {});
+        QVERIFY(alarms.covers(day) && alarms.covers(day.addDays(47)) && !alarms.covers(day.addDays(-1)));
+        QCOMPARE(
+            CalendarWatchScope::untilAlarms(day.addDays(2), QDateTime(day.addDays(45), QTime(9, 0)), calendars, alarms),
+            alarms);
+        QVERIFY(CalendarWatchScope::untilAlarms(day, QDateTime(day.addDays(50), QTime(9, 0)), calendars, alarms)
+                    .covers(day.addDays(50)));
     }
 };
 

@@ -156,6 +156,26 @@ private Q_SLOTS:
         QCOMPARE(got.value_or(QStringLiteral("<none>")), summary);
     }
 
+    // The keyboard's time block: the first half hour, from the next quarter, that no meet takes,
+    // squeezed between meets where it fits and never past the end.
+    void theFirstFreeSlotSkipsWhatIsTaken()
+    {
+        const auto at = [](int hour, int minute) { return QDateTime(day, QTime(hour, minute)); };
+        const QList<MeetEntity> meets {meet(QStringLiteral("b"), QTime(10, 0), 50),
+            meet(QStringLiteral("a"), QTime(9, 0), 60), meet(QStringLiteral("c"), QTime(11, 15), 30),
+            meet(QStringLiteral("d"), QTime(11, 30), 60)};
+        QCOMPARE(DailyScheduleLayout::firstFreeSlot(meets, at(8, 0), at(21, 0), 1800), at(8, 0));
+        QCOMPARE(DailyScheduleLayout::firstFreeSlot(meets, at(8, 40), at(21, 0), 1800), at(12, 30));
+        QCOMPARE(DailyScheduleLayout::firstFreeSlot(meets, at(8, 31), at(21, 0), 1800), at(12, 30));
+        // 10:50 to 11:15 is too short; from 8:01 the next quarter is 8:15 and 8:15-8:45 is free.
+        QCOMPARE(DailyScheduleLayout::firstFreeSlot(meets, at(8, 1), at(21, 0), 1800), at(8, 15));
+        QCOMPARE(DailyScheduleLayout::firstFreeSlot(meets, at(10, 5), at(21, 0), 1500), at(10, 50));
+        QVERIFY(!DailyScheduleLayout::firstFreeSlot(meets, at(12, 10), at(12, 40), 1800));
+        MeetEntity allDay = meet(QStringLiteral("trip"), QTime(0, 0), 24 * 60);
+        allDay.metIsAllDay = true;
+        QCOMPARE(DailyScheduleLayout::firstFreeSlot({allDay}, at(7, 0), at(21, 0), 1800), at(7, 0));
+    }
+
     void noSummaryWithoutRepetitionOrDays()
     {
         QVERIFY(!Repeat::summary(MeetRecurrenceFrequency::none, {2}));

@@ -110,6 +110,7 @@ MeetEntity EventKitMeetRepositoryImpl::meet(const CalendarStoreEvent& event, con
     meet.metCalendarIdentifier = calendar.identifier.isEmpty() ? event.calendarIdentifier : calendar.identifier;
     meet.metOriginalIdentifier = identifier;
     meet.metSource = MeetSource::eventKit;
+    meet.metTaskLink = MeetTaskLink::fromRawValue(event.taskLink);
     if (event.hasRecurrenceRules()) {
         const CalendarStoreRecurrenceRule& rule = event.recurrenceRules.constFirst();
         switch (rule.frequency) {
@@ -190,6 +191,8 @@ void EventKitMeetRepositoryImpl::apply(const MeetDraft& draft, CalendarStoreEven
     event.startDate = start;
     event.endDate = start.addMSecs(draft.start.msecsTo(draft.end));
     event.recurrenceRules = chosen;
+    if (draft.taskLink)
+        event.taskLink = draft.taskLink->rawValue();
 }
 
 MeetEntity EventKitMeetRepositoryImpl::createMeet(const MeetDraft& draft)
