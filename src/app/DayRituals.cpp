@@ -254,6 +254,7 @@ void DayRituals::onReminderAction(uint notificationId, const QString& actionKey)
 void DayRituals::showNotice(const QString& text)
 {
     m_lastNotice = text;
+    qCInfo(lcApp).noquote() << "notice:" << text;
     if (m_window)
         m_window->statusBar()->showMessage(text, 15000);
     if (!m_window || !m_window->isVisible() || m_window->isMinimized()) {

@@ -72,8 +72,10 @@ void TolvaneApp::start(const LaunchRequest& request)
 
 void TolvaneApp::handle(const LaunchRequest& request)
 {
-    if (request.date)
+    if (request.date) {
+        qCInfo(lcApp) << "opening the schedule on" << request.date->toString(Qt::ISODate);
         m_window->contentView()->openDate(*request.date);
+    }
     if (request.quickAddText)
         m_rituals->quickAdd(*request.quickAddText);
 }
