@@ -61,7 +61,10 @@ DayRituals::DayRituals(
     addMenu();
 }
 
-DayRituals::~DayRituals() = default;
+DayRituals::~DayRituals()
+{
+    delete m_menu;
+}
 
 MorningPlanView* DayRituals::plan() const
 {
@@ -94,6 +97,7 @@ void DayRituals::addMenu()
         return;
     //% "&Day"
     QMenu* day = m_window->menuBar()->addMenu(qtTrId("menu-day"));
+    m_menu = day;
     QAction* plan = day->addAction(qtTrId("rituals-plan-title"), this, &DayRituals::openPlan);
     plan->setObjectName(QStringLiteral("openPlanAction"));
     plan->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));

@@ -14,6 +14,7 @@ class AppServices;
 class DayReviewView;
 class MainWindow;
 class MorningPlanView;
+class QMenu;
 
 // The day's rituals around the window: at the first start of a day the unfinished daily tasks of
 // earlier days move to today (when the user chose so) and the morning plan opens; at the chosen
@@ -65,6 +66,8 @@ private:
     const AppServices& m_services;
     QPointer<MainWindow> m_window;
     std::shared_ptr<const Clock> m_clock;
+    // Its entries call this object: they go with it.
+    QPointer<QMenu> m_menu;
     QPointer<MorningPlanView> m_plan;
     QPointer<DayReviewView> m_review;
     QTimer m_planReminder;
