@@ -3,9 +3,6 @@
 #include "MainWindow.h"
 #include "MeetAlarmNavigationPayload.h"
 #include "meetings/alarms/MeetAlarmNotificationDelegate.h"
-#include "platform/Logging.h"
-#include "rituals/Autostart.h"
-#include "rituals/RitualSettings.h"
 #include "screens/common/AppServices.h"
 
 #include <QApplication>
@@ -187,20 +184,7 @@ void runAlarmStartupHook(const AppServices& services)
         NotificationName::openMeetFromAlarm, QCoreApplication::instance(), [](const QVariant&) { showWindows(); });
     if (auto live = std::dynamic_pointer_cast<LiveUserNotificationCenter>(center);
         live && qobject_cast<QApplication*>(QCoreApplication::instance())) {
-        new AlarmTrayKeeper(live);
-        // An alarm only rings while Tolvane runs: the first one armed turns starting at login
-        // on, unless the user already chose either way in the settings.
-        QObject::connect(
-            live.get(), &LiveUserNotificationCenter::pendingRequestsChanged, QCoreApplication::instance(),
-            [defaults = services.userDefaults(), center = live.get()]() mutable {
-                if (defaults.contains(RitualSettings::startAtLoginKey) || center->pendingRequests().isEmpty())
-                    return;
-                defaults.setValue(RitualSettings::startAtLoginKey, true);
-                QString error;
-                if (!Autostart(QCoreApplication::applicationFilePath()).setEnabled(true, &error))
-                    qCWarning(lcApp) << "cannot start Tolvane at login:" << error;
-            },
-            Qt::QueuedConnection);
+        new AlarmTrayKeeper(std::move(live));
     }
 }
 

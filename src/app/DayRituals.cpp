@@ -3,6 +3,7 @@
 #include "MainWindow.h"
 #include "platform/Logging.h"
 #include "platform/SystemClock.h"
+#include "rituals/Autostart.h"
 #include "rituals/QuickAdd.h"
 #include "rituals/RitualSettings.h"
 #include "rituals/RollOver.h"
@@ -11,8 +12,10 @@
 #include "screens/rituals/DayReviewView.h"
 #include "screens/rituals/MorningPlanView.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QEvent>
 #include <QMenuBar>
 #include <QStatusBar>
 
@@ -59,6 +62,42 @@ DayRituals::DayRituals(
     QDBusConnection::sessionBus().connect(notificationService, notificationPath, notificationService,
         QStringLiteral("ActionInvoked"), this, SLOT(onReminderAction(uint, QString)));
     addMenu();
+    watchFirstAlarm();
+}
+
+void DayRituals::watchFirstAlarm()
+{
+    auto live = std::dynamic_pointer_cast<LiveUserNotificationCenter>(m_services.userNotificationCenter());
+    if (!live)
+        return;
+    // An alarm only rings while Tolvane runs: the first one armed turns starting at login on,
+    // unless the user already chose either way in the settings.
+    connect(
+        live.get(), &LiveUserNotificationCenter::pendingRequestsChanged, this,
+        [this, center = live.get()] {
+            UserDefaults defaults = m_services.userDefaults();
+            if (defaults.contains(RitualSettings::startAtLoginKey) || center->pendingRequests().isEmpty())
+                return;
+            defaults.setValue(RitualSettings::startAtLoginKey, true);
+            QString error;
+            if (Autostart(QCoreApplication::applicationFilePath()).setEnabled(true, &error))
+                qCInfo(lcApp) << "Tolvane now starts at login, so that alarms ring";
+            else
+                qCWarning(lcApp) << "cannot start Tolvane at login:" << error;
+        },
+        Qt::QueuedConnection);
+}
+
+bool DayRituals::eventFilter(QObject* watched, QEvent* event)
+{
+    // Started hidden on a new day: the plan waits for the window to be opened.
+    if (m_planWhenShown && watched == m_window
+        && (event->type() == QEvent::Show || event->type() == QEvent::WindowStateChange) && m_window->isVisible()
+        && !m_window->isMinimized()) {
+        m_planWhenShown = false;
+        QTimer::singleShot(0, this, &DayRituals::openPlan);
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 DayRituals::~DayRituals()
@@ -118,9 +157,12 @@ void DayRituals::atStart(bool background)
             moveUnfinishedToToday();
         const bool planAtStart = !defaults.contains(RitualSettings::morningPlanAtFirstStartKey)
             || defaults.boolValue(RitualSettings::morningPlanAtFirstStartKey);
-        // Started at login, hidden: the plan waits for the user to open the window.
         if (planAtStart && !background)
             openPlan();
+        else if (planAtStart && m_window) {
+            m_planWhenShown = true;
+            m_window->installEventFilter(this);
+        }
     }
     armReminders();
     m_newDay.start(int(std::min<qint64>(msUntilNextHour(m_clock->now(), 0) + 60000, INT_MAX)));

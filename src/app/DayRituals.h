@@ -51,11 +51,15 @@ Q_SIGNALS:
     void rolledOver(int count);
     void quickAddFinished(bool added);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private Q_SLOTS:
     void onReminderAction(uint notificationId, const QString& actionKey);
 
 private:
     void addMenu();
+    void watchFirstAlarm();
     void moveUnfinishedToToday();
     void armReminders();
     void armReminder(QTimer& timer, const QString& hourKey);
@@ -76,6 +80,7 @@ private:
     QTimer m_newDay;
     bool m_firstStartOfDay = false;
     bool m_background = false;
+    bool m_planWhenShown = false;
     QString m_lastNotice;
     QHash<uint, QString> m_shownReminders;
 };

@@ -66,7 +66,7 @@ void TolvaneApp::start(const LaunchRequest& request)
     } else {
         m_window->show();
     }
-    m_rituals->atStart(request.background && QSystemTrayIcon::isSystemTrayAvailable());
+    m_rituals->atStart(request.background);
     handle(request);
 }
 

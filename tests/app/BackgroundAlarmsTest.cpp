@@ -1,0 +1,87 @@
+#include "MainWindow.h"
+#include "TolvaneApp.h"
+#include "rituals/Autostart.h"
+#include "rituals/RitualSettings.h"
+#include "support/TestMain.h"
+#include "support/notifications/TestNotificationServer.h"
+#include "support/ui/AppFixture.h"
+
+#include <QFile>
+#include <QSignalSpy>
+
+// Tolvane started at login, hidden: alarms ring with no window open, and the first alarm armed
+// turns starting at login on. Its own session, with the test notification server on its bus.
+class BackgroundAlarmsTest : public QObject {
+    Q_OBJECT
+
+    std::shared_ptr<LiveUserNotificationCenter> center = LiveUserNotificationCenter::shared();
+
+    static bool anyWindowShown()
+    {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        return std::any_of(windows.begin(), windows.end(),
+            [](const QWidget* window) { return window->isVisible() && !window->isMinimized(); });
+    }
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        center->removeAllPendingRequests();
+        QFile::remove(Autostart::entryPath());
+    }
+
+    void shouldRingWithNoWindowOpenAndStartAtLoginFromThen()
+    {
+        TestNotificationServer server;
+        QVERIFY(server.start());
+        AppFixture app;
+        QVERIFY(!Autostart::entryPath().isEmpty() && !QFile::exists(Autostart::entryPath()));
+        TolvaneApp tolvane(app.services());
+        LaunchRequest request;
+        request.background = true;
+        tolvane.start(request);
+        // A desktop with a tray shows nothing; this one has none, so the window waits minimised.
+        // Either way nothing is in the user's face, and nothing quits when it is gone.
+        QVERIFY(!anyWindowShown());
+        QVERIFY(!QApplication::quitOnLastWindowClosed());
+        tolvane.window()->hide();
+        QSignalSpy quitting(QCoreApplication::instance(), &QCoreApplication::aboutToQuit);
+
+        center->add({QStringLiteral("standup"), {QStringLiteral("Standup"), QStringLiteral("in 10 minutes")},
+            UserNotificationTrigger::calendar(QDateTime::currentDateTime().addSecs(2))});
+        QVERIFY(server.waitForNotifications(1, 30000));
+        QCOMPARE(server.notifications().constFirst().summary, QStringLiteral("Standup"));
+        QVERIFY(!anyWindowShown());
+        QVERIFY(quitting.isEmpty());
+        // With nothing pending any more, Tolvane stays for the next login's alarms.
+        QTRY_VERIFY(center->pendingRequests().isEmpty());
+        QVERIFY(!QApplication::quitOnLastWindowClosed());
+
+        // The alarm armed turned the login start on, once, as the settings explain.
+        QTRY_VERIFY(QFile::exists(Autostart::entryPath()));
+        QCOMPARE(app.userDefaults().value(RitualSettings::startAtLoginKey), QVariant(true));
+        QFile entry(Autostart::entryPath());
+        QVERIFY(entry.open(QIODevice::ReadOnly));
+        QVERIFY(entry.readAll().contains(
+            "Exec=" + QFile::encodeName(QCoreApplication::applicationFilePath()) + " --background\n"));
+    }
+
+    void shouldLeaveTheLoginStartAsTheUserChose()
+    {
+        AppFixture app;
+        UserDefaults(app.userDefaults()).setValue(RitualSettings::startAtLoginKey, false);
+        TolvaneApp tolvane(app.services());
+        tolvane.start();
+        QSignalSpy changed(center.get(), &LiveUserNotificationCenter::pendingRequestsChanged);
+        center->add({QStringLiteral("retro"), {QStringLiteral("Retro"), QString()},
+            UserNotificationTrigger::calendar(QDateTime::currentDateTime().addDays(1))});
+        QVERIFY(!changed.isEmpty() || changed.wait(10000));
+        // The reaction is queued: let it run before looking.
+        QTest::qWait(200);
+        QVERIFY(!QFile::exists(Autostart::entryPath()));
+        QCOMPARE(app.userDefaults().value(RitualSettings::startAtLoginKey), QVariant(false));
+    }
+};
+
+TOLVANE_GUI_TEST_MAIN(BackgroundAlarmsTest)
+#include "BackgroundAlarmsTest.moc"
