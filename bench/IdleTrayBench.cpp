@@ -47,8 +47,8 @@ QHash<QString, qint64> contextSwitches(qint64 pid)
     const QString tasks = QStringLiteral("/proc/%1/task").arg(pid);
     for (const QString& thread : QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         const QString status = tasks + QLatin1Char('/') + thread + QStringLiteral("/status");
-        threads.insert(thread,
-            statusField(status, "voluntary_ctxt_switches") + statusField(status, "nonvoluntary_ctxt_switches"));
+        threads.insert(
+            thread, statusField(status, "voluntary_ctxt_switches") + statusField(status, "nonvoluntary_ctxt_switches"));
     }
     return threads;
 }

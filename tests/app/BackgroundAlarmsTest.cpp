@@ -2,10 +2,12 @@
 #include "TolvaneApp.h"
 #include "rituals/Autostart.h"
 #include "rituals/RitualSettings.h"
+#include "screens/rituals/RitualSettingsView.h"
 #include "support/TestMain.h"
 #include "support/notifications/TestNotificationServer.h"
 #include "support/ui/AppFixture.h"
 
+#include <QCheckBox>
 #include <QFile>
 #include <QSignalSpy>
 
@@ -80,6 +82,23 @@ private Q_SLOTS:
         QTest::qWait(200);
         QVERIFY(!QFile::exists(Autostart::entryPath()));
         QCOMPARE(app.userDefaults().value(RitualSettings::startAtLoginKey), QVariant(false));
+    }
+
+    void shouldWriteAndRemoveTheLoginStartFromTheSettings()
+    {
+        AppFixture app;
+        RitualSettingsView settings(app.services());
+        QVERIFY(!settings.startAtLogin()->isChecked());
+        settings.startAtLogin()->click();
+        QVERIFY(QFile::exists(Autostart::entryPath()));
+        QCOMPARE(app.userDefaults().value(RitualSettings::startAtLoginKey), QVariant(true));
+        // Read back as it is on disk, not as it was remembered.
+        QVERIFY(RitualSettingsView(app.services()).startAtLogin()->isChecked());
+
+        settings.startAtLogin()->click();
+        QVERIFY(!QFile::exists(Autostart::entryPath()));
+        QCOMPARE(app.userDefaults().value(RitualSettings::startAtLoginKey), QVariant(false));
+        QVERIFY(!RitualSettingsView(app.services()).startAtLogin()->isChecked());
     }
 };
 
