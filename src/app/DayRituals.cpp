@@ -63,6 +63,8 @@ DayRituals::DayRituals(
         QStringLiteral("ActionInvoked"), this, SLOT(onReminderAction(uint, QString)));
     addMenu();
     watchFirstAlarm();
+    services.notificationCenter().addObserver(
+        RitualSettings::remindersDidChange, this, [this](const QVariant&) { armReminders(); });
 }
 
 void DayRituals::watchFirstAlarm()

@@ -15,6 +15,9 @@ inline const QString reviewHourKey = QStringLiteral("rituals.reviewHour");
 // Start at login hidden in the tray; absent until the user chose, when the first armed alarm
 // turns it on.
 inline const QString startAtLoginKey = QStringLiteral("rituals.startAtLogin");
+// Posted on the notification centre when a reminder's hour changed, so the running reminders
+// follow at once.
+inline const QString remindersDidChange = QStringLiteral("ritualRemindersDidChange");
 // The last day Tolvane started on, "yyyy-MM-dd", to tell the first start of a day.
 inline const QString lastStartDayKey = QStringLiteral("rituals.lastStartDay");
 

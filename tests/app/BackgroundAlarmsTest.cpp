@@ -1,8 +1,11 @@
+#include "DayRituals.h"
 #include "MainWindow.h"
 #include "TolvaneApp.h"
 #include "rituals/Autostart.h"
 #include "rituals/RitualSettings.h"
+#include "screens/rituals/DayReviewView.h"
 #include "screens/rituals/RitualSettingsView.h"
+#include "support/SettableClock.h"
 #include "support/TestMain.h"
 #include "support/notifications/TestNotificationServer.h"
 #include "support/ui/AppFixture.h"
@@ -10,6 +13,7 @@
 #include <QCheckBox>
 #include <QFile>
 #include <QSignalSpy>
+#include <QTranslator>
 
 // Tolvane started at login, hidden: alarms ring with no window open, and the first alarm armed
 // turns starting at login on. Its own session, with the test notification server on its bus.
@@ -25,7 +29,15 @@ class BackgroundAlarmsTest : public QObject {
             [](const QWidget* window) { return window->isVisible() && !window->isMinimized(); });
     }
 
+    QTranslator english;
+
 private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(english.load(QStringLiteral(":/i18n/tolvane_en")));
+        QCoreApplication::installTranslator(&english);
+    }
+
     void cleanup()
     {
         center->removeAllPendingRequests();
@@ -82,6 +94,31 @@ private Q_SLOTS:
         QTest::qWait(200);
         QVERIFY(!QFile::exists(Autostart::entryPath()));
         QCOMPARE(app.userDefaults().value(RitualSettings::startAtLoginKey), QVariant(false));
+    }
+
+    void shouldRemindAtTheChosenHourAndOpenTheReviewOnClick()
+    {
+        TestNotificationServer server;
+        QVERIFY(server.start());
+        AppFixture app;
+        UserDefaults defaults = app.userDefaults();
+        defaults.setValue(RitualSettings::morningPlanAtFirstStartKey, false);
+        MainWindow window(app.services());
+        // Two seconds before the review's hour, which the settings then set.
+        auto clock = std::make_shared<SettableClock>(QDateTime(QDate(2026, 3, 18), QTime(20, 59, 58)));
+        DayRituals rituals(app.services(), &window, clock);
+        rituals.atStart(true);
+        defaults.setValue(RitualSettings::reviewHourKey, 21);
+        app.services().notificationCenter().post(RitualSettings::remindersDidChange);
+
+        QVERIFY(server.waitForNotifications(1, 30000));
+        const RecordedNotification shown = server.notifications().constFirst();
+        QCOMPARE(shown.summary, QStringLiteral("Time to close the day"));
+        QVERIFY(shown.actions.contains(QStringLiteral("default")));
+        QVERIFY(!rituals.review());
+        server.invokeAction(shown.id, QStringLiteral("default"));
+        QTRY_VERIFY(rituals.review() && rituals.review()->isVisible());
+        QVERIFY(window.isVisible());
     }
 
     void shouldWriteAndRemoveTheLoginStartFromTheSettings()

@@ -192,8 +192,7 @@ private Q_SLOTS:
 
     void shouldFireTheNextReminderAtItsHour()
     {
-        // 08:15 -> 09:00 the same day; 18:00 -> 09:00 the next; the night the clocks go forward
-        // (in this test's zone there is none, so checked on a fixed offset).
+        // 08:15 -> 09:00 the same day; 18:00 -> 09:00 the next; at 09:00 itself, the next day's.
         QCOMPARE(DayRituals::msUntilNextHour(QDateTime(today, QTime(8, 15)), 9), qint64(45 * 60 * 1000));
         QCOMPARE(DayRituals::msUntilNextHour(QDateTime(today, QTime(18, 0)), 9), qint64(15 * 3600 * 1000));
         QCOMPARE(DayRituals::msUntilNextHour(QDateTime(today, QTime(9, 0)), 9), qint64(24 * 3600 * 1000));

@@ -153,14 +153,12 @@ void MorningPlanView::present(const RitualDay& day)
 void MorningPlanView::fillEarlier()
 {
     clear(m_earlier);
-    if (!m_day.failure.isEmpty()) {
-        m_earlier->addWidget(wrappingLabel(nullptr));
-        static_cast<QLabel*>(m_earlier->itemAt(0)->widget())->setText(m_day.failure);
-    } else if (m_day.earlierUnfinished.isEmpty()) {
-        QLabel* none = wrappingLabel(nullptr);
+    if (!m_day.failure.isEmpty() || m_day.earlierUnfinished.isEmpty()) {
+        QLabel* why = wrappingLabel(nullptr);
+        why->setObjectName(QStringLiteral("planEarlierNone"));
         //% "Nothing left over: every earlier day is done."
-        none->setText(qtTrId("rituals-plan-nothing-earlier"));
-        m_earlier->addWidget(none);
+        why->setText(m_day.failure.isEmpty() ? qtTrId("rituals-plan-nothing-earlier") : m_day.failure);
+        m_earlier->addWidget(why);
     }
     for (const DailyTaskEntity& item : std::as_const(m_day.earlierUnfinished)) {
         auto* row = new QWidget;

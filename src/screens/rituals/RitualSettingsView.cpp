@@ -96,6 +96,7 @@ QComboBox* RitualSettingsView::hourChoice(const QString& key)
             defaults.remove(key);
         else
             defaults.setValue(key, choice->currentData().toInt());
+        m_services.notificationCenter().post(RitualSettings::remindersDidChange);
     });
     return choice;
 }
