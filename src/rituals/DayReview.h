@@ -10,6 +10,10 @@
 // each project's logbook entry of the day.
 namespace DayReview {
 
+// Posted on the notification centre after the summary went into the logbook, so that a logbook
+// screen already open reads the entries again.
+inline const QString logbookWritten = QStringLiteral("dayReviewLogbookWritten");
+
 struct Day {
     QDate date;
     QList<DailyTaskEntity> dailyTasks;

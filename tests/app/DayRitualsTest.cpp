@@ -4,6 +4,9 @@
 #include "MainWindow.h"
 #include "rituals/RitualSettings.h"
 #include "rituals/RollOver.h"
+#include "screens/bitacora/BitacoraProjectRowView.h"
+#include "screens/bitacora/BitacoraScheduler.h"
+#include "screens/bitacora/BitacoraView.h"
 #include "screens/rituals/DayReviewView.h"
 #include "screens/rituals/MorningPlanView.h"
 #include "screens/schedule/DailyEventsView.h"
@@ -151,6 +154,15 @@ private Q_SLOTS:
         const QString typed = QStringLiteral("18:\n\n\u2022 boiler fixed");
         QVERIFY(apps->bitacora.saveText(home.prjId, RollOver::dateOf(today), typed, user).result);
 
+        // The logbook already open on the day reads the entry again once the review wrote to it.
+        BitacoraView logbook(app->services(), BitacoraView::Environment {clock, BitacoraScheduler::timers(), {}});
+        QSignalSpy logbookLoaded(&logbook, &BitacoraView::loaded);
+        logbook.show();
+        QVERIFY(!logbookLoaded.isEmpty() || logbookLoaded.wait(30000));
+        QCOMPARE(logbook.findChildren<BitacoraProjectRowView*>().size(), 1);
+        QCOMPARE(logbook.findChildren<BitacoraProjectRowView*>().constFirst()->text(), typed);
+        logbookLoaded.clear();
+
         MainWindow window(app->services());
         DayRituals rituals(app->services(), &window, clock);
         window.findChild<QAction*>(QStringLiteral("openReviewAction"))->trigger();
@@ -174,6 +186,8 @@ private Q_SLOTS:
             + QStringLiteral("\n\nReview of the day\nDone:\n- stretch\nLeft for another day:\n- call mum\nGood day.");
         using Entries = QHash<QUuid, BitacoraEntryEntity>;
         QCOMPARE(entries.dataAs<Entries>()->value(home.prjId).bteContent, expected);
+        QVERIFY(!logbookLoaded.isEmpty() || logbookLoaded.wait(30000));
+        QTRY_COMPARE(logbook.findChildren<BitacoraProjectRowView*>().constFirst()->text(), expected);
     }
 
     void shouldOpenTheScheduleOnADayAskedFromOutside()

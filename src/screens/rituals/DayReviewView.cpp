@@ -188,6 +188,8 @@ void DayReviewView::writeToLogbook()
             m_notice->setText(text);
             m_notice->show();
             m_write->setEnabled(true);
+            if (outcome.written > 0)
+                m_services.notificationCenter().post(DayReview::logbookWritten);
             Q_EMIT written(outcome.written);
         });
 }
