@@ -95,9 +95,41 @@
         <source>Tolvane: alarms pending</source>
         <translation>Tolvane: alarms pending</translation>
     </message>
+    <message id="alarm-tray-tooltip-background">
+        <source>Tolvane</source>
+        <translation>Tolvane</translation>
+    </message>
     <message id="app-command-line-description">
         <source>Plan your day: schedule, projects and a daily logbook.</source>
         <translation>Plan your day: schedule, projects and a daily logbook.</translation>
+    </message>
+    <message id="app-option-background">
+        <source>Start without a window, in the system tray, so that alarms ring.</source>
+        <translation>Start without a window, in the system tray, so that alarms ring.</translation>
+    </message>
+    <message id="app-option-bad-date">
+        <source>Not a day: “%1”. Write it as YYYY-MM-DD, for example 2026-12-01.</source>
+        <translation>Not a day: “%1”. Write it as YYYY-MM-DD, for example 2026-12-01.</translation>
+    </message>
+    <message id="app-option-date">
+        <source>Open the schedule on this day (YYYY-MM-DD).</source>
+        <translation>Open the schedule on this day (YYYY-MM-DD).</translation>
+    </message>
+    <message id="app-option-empty-quick-add">
+        <source>--quick-add needs the text of the task.</source>
+        <translation>--quick-add needs the text of the task.</translation>
+    </message>
+    <message id="app-option-quick-add">
+        <source>Add a task with this title to the default list of your project.</source>
+        <translation>Add a task with this title to the default list of your project.</translation>
+    </message>
+    <message id="app-option-try-help">
+        <source>Try “tolvane --help” for the options.</source>
+        <translation>Try “tolvane --help” for the options.</translation>
+    </message>
+    <message id="app-option-unexpected-argument">
+        <source>Unexpected argument: %1</source>
+        <translation>Unexpected argument: %1</translation>
     </message>
     <message id="bitacora-choose-day-button">
         <source>Choose a day</source>
@@ -483,6 +515,10 @@
         <source>&amp;Tolvane</source>
         <translation>&amp;Tolvane</translation>
     </message>
+    <message id="menu-day">
+        <source>&amp;Day</source>
+        <translation>&amp;Day</translation>
+    </message>
     <message id="menu-quit">
         <source>Quit</source>
         <translation>Quit</translation>
@@ -542,6 +578,186 @@
     <message id="projects-show-every-day-button">
         <source>Show every day</source>
         <translation>Show every day</translation>
+    </message>
+    <message id="quick-add-done">
+        <source>Added “%1” to %2 / %3.</source>
+        <translation>Added “%1” to %2 / %3.</translation>
+    </message>
+    <message id="quick-add-failed">
+        <source>The task “%1” was not added: %2</source>
+        <translation>The task “%1” was not added: %2</translation>
+    </message>
+    <message id="quick-add-no-account">
+        <source>The task “%1” was not added: sign in or create a local account first.</source>
+        <translation>The task “%1” was not added: sign in or create a local account first.</translation>
+    </message>
+    <message id="quick-add-no-list">
+        <source>The task “%1” was not added: the project “%2” has no task list.</source>
+        <translation>The task “%1” was not added: the project “%2” has no task list.</translation>
+    </message>
+    <message id="quick-add-no-project">
+        <source>The task “%1” was not added: you have no project yet. Create one in Projects first.</source>
+        <translation>The task “%1” was not added: you have no project yet. Create one in Projects first.</translation>
+    </message>
+    <message id="rituals-moved-many">
+        <source>%1 daily tasks moved to today.</source>
+        <translation>%1 daily tasks moved to today.</translation>
+    </message>
+    <message id="rituals-moved-one">
+        <source>1 daily task moved to today.</source>
+        <translation>1 daily task moved to today.</translation>
+    </message>
+    <message id="rituals-no-account">
+        <source>Sign in or create a local account to plan your days.</source>
+        <translation>Sign in or create a local account to plan your days.</translation>
+    </message>
+    <message id="rituals-plan-checklist">
+        <source>Today's checklist</source>
+        <translation>Today's checklist</translation>
+    </message>
+    <message id="rituals-plan-earlier">
+        <source>Left over from earlier days</source>
+        <translation>Left over from earlier days</translation>
+    </message>
+    <message id="rituals-plan-meets">
+        <source>Today's meets</source>
+        <translation>Today's meets</translation>
+    </message>
+    <message id="rituals-plan-move-all">
+        <source>Move all to today</source>
+        <translation>Move all to today</translation>
+    </message>
+    <message id="rituals-plan-move-one">
+        <source>Move to today</source>
+        <translation>Move to today</translation>
+    </message>
+    <message id="rituals-plan-no-checklist">
+        <source>Nothing on today's checklist yet.</source>
+        <translation>Nothing on today's checklist yet.</translation>
+    </message>
+    <message id="rituals-plan-no-meets">
+        <source>No meets today.</source>
+        <translation>No meets today.</translation>
+    </message>
+    <message id="rituals-plan-no-projects">
+        <source>No project is shown today.</source>
+        <translation>No project is shown today.</translation>
+    </message>
+    <message id="rituals-plan-nothing-earlier">
+        <source>Nothing left over: every earlier day is done.</source>
+        <translation>Nothing left over: every earlier day is done.</translation>
+    </message>
+    <message id="rituals-plan-projects">
+        <source>Projects today</source>
+        <translation>Projects today</translation>
+    </message>
+    <message id="rituals-plan-reminder-body">
+        <source>Plan your day: what is left from earlier days, today's meets and projects.</source>
+        <translation>Plan your day: what is left from earlier days, today's meets and projects.</translation>
+    </message>
+    <message id="rituals-plan-reminder-title">
+        <source>Good morning</source>
+        <translation>Good morning</translation>
+    </message>
+    <message id="rituals-plan-title">
+        <source>Plan the day</source>
+        <translation>Plan the day</translation>
+    </message>
+    <message id="rituals-reminder-open">
+        <source>Open</source>
+        <translation>Open</translation>
+    </message>
+    <message id="rituals-review-done">
+        <source>Done:</source>
+        <translation>Done:</translation>
+    </message>
+    <message id="rituals-review-empty-day">
+        <source>Nothing on the checklist or the calendar today.</source>
+        <translation>Nothing on the checklist or the calendar today.</translation>
+    </message>
+    <message id="rituals-review-heading">
+        <source>Review of the day</source>
+        <translation>Review of the day</translation>
+    </message>
+    <message id="rituals-review-left">
+        <source>Left for another day:</source>
+        <translation>Left for another day:</translation>
+    </message>
+    <message id="rituals-review-meets">
+        <source>Meets:</source>
+        <translation>Meets:</translation>
+    </message>
+    <message id="rituals-review-none">
+        <source>None.</source>
+        <translation>None.</translation>
+    </message>
+    <message id="rituals-review-open">
+        <source>Still open</source>
+        <translation>Still open</translation>
+    </message>
+    <message id="rituals-review-projects">
+        <source>Add it to the day's entry of:</source>
+        <translation>Add it to the day's entry of:</translation>
+    </message>
+    <message id="rituals-review-reminder-body">
+        <source>Review what the day held and write it to the logbook.</source>
+        <translation>Review what the day held and write it to the logbook.</translation>
+    </message>
+    <message id="rituals-review-reminder-title">
+        <source>Time to close the day</source>
+        <translation>Time to close the day</translation>
+    </message>
+    <message id="rituals-review-summary">
+        <source>Summary for the logbook (you can edit it)</source>
+        <translation>Summary for the logbook (you can edit it)</translation>
+    </message>
+    <message id="rituals-review-ticked">
+        <source>Ticked today</source>
+        <translation>Ticked today</translation>
+    </message>
+    <message id="rituals-review-title">
+        <source>Review the day</source>
+        <translation>Review the day</translation>
+    </message>
+    <message id="rituals-review-write">
+        <source>Write to the logbook</source>
+        <translation>Write to the logbook</translation>
+    </message>
+    <message id="rituals-review-written">
+        <source>Added to %1 logbook entries.</source>
+        <translation>Added to %1 logbook entries.</translation>
+    </message>
+    <message id="rituals-settings-auto-move">
+        <source>Move unfinished daily tasks of earlier days to today by themselves</source>
+        <translation>Move unfinished daily tasks of earlier days to today by themselves</translation>
+    </message>
+    <message id="rituals-settings-no-reminder">
+        <source>Never</source>
+        <translation>Never</translation>
+    </message>
+    <message id="rituals-settings-plan-at-start">
+        <source>Open the morning plan at the first start of a day</source>
+        <translation>Open the morning plan at the first start of a day</translation>
+    </message>
+    <message id="rituals-settings-plan-hour">
+        <source>Remind me to plan the day at</source>
+        <translation>Remind me to plan the day at</translation>
+    </message>
+    <message id="rituals-settings-review-hour">
+        <source>Remind me to review the day at</source>
+        <translation>Remind me to review the day at</translation>
+    </message>
+    <message id="rituals-settings-start-at-login">
+        <source>Start Tolvane when I log in, in the tray</source>
+        <translation>Start Tolvane when I log in, in the tray</translation>
+    </message>
+    <message id="rituals-settings-start-at-login-failed">
+        <source>The login start could not be changed: %1</source>
+        <translation>The login start could not be changed: %1</translation>
+    </message>
+    <message id="rituals-settings-start-at-login-hint">
+        <source>Alarms and reminders ring only while Tolvane runs. With this on, Tolvane starts hidden in the tray when you log in, and opens when you click it. It is turned on by itself when you arm your first alarm; turn it off here if you would rather start Tolvane yourself.</source>
+        <translation>Alarms and reminders ring only while Tolvane runs. With this on, Tolvane starts hidden in the tray when you log in, and opens when you click it. It is turned on by itself when you arm your first alarm; turn it off here if you would rather start Tolvane yourself.</translation>
     </message>
     <message id="schedule-block-time-action">
         <source>Block time for this task</source>

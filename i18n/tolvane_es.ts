@@ -95,9 +95,41 @@
         <source>Tolvane: alarms pending</source>
         <translation>Tolvane: alarmas pendientes</translation>
     </message>
+    <message id="alarm-tray-tooltip-background">
+        <source>Tolvane</source>
+        <translation>Tolvane</translation>
+    </message>
     <message id="app-command-line-description">
         <source>Plan your day: schedule, projects and a daily logbook.</source>
         <translation>Planifica tu día: agenda, proyectos y una bitácora diaria.</translation>
+    </message>
+    <message id="app-option-background">
+        <source>Start without a window, in the system tray, so that alarms ring.</source>
+        <translation>Iniciar sin ventana, en la bandeja del sistema, para que suenen las alarmas.</translation>
+    </message>
+    <message id="app-option-bad-date">
+        <source>Not a day: “%1”. Write it as YYYY-MM-DD, for example 2026-12-01.</source>
+        <translation>No es un día: «%1». Escríbelo como AAAA-MM-DD, por ejemplo 2026-12-01.</translation>
+    </message>
+    <message id="app-option-date">
+        <source>Open the schedule on this day (YYYY-MM-DD).</source>
+        <translation>Abrir la agenda en este día (AAAA-MM-DD).</translation>
+    </message>
+    <message id="app-option-empty-quick-add">
+        <source>--quick-add needs the text of the task.</source>
+        <translation>--quick-add necesita el texto de la tarea.</translation>
+    </message>
+    <message id="app-option-quick-add">
+        <source>Add a task with this title to the default list of your project.</source>
+        <translation>Añadir una tarea con este título a la lista predeterminada de tu proyecto.</translation>
+    </message>
+    <message id="app-option-try-help">
+        <source>Try “tolvane --help” for the options.</source>
+        <translation>Prueba «tolvane --help» para ver las opciones.</translation>
+    </message>
+    <message id="app-option-unexpected-argument">
+        <source>Unexpected argument: %1</source>
+        <translation>Argumento inesperado: %1</translation>
     </message>
     <message id="bitacora-choose-day-button">
         <source>Choose a day</source>
@@ -483,6 +515,10 @@
         <source>&amp;Tolvane</source>
         <translation>&amp;Tolvane</translation>
     </message>
+    <message id="menu-day">
+        <source>&amp;Day</source>
+        <translation>&amp;Día</translation>
+    </message>
     <message id="menu-quit">
         <source>Quit</source>
         <translation>Salir</translation>
@@ -542,6 +578,186 @@
     <message id="projects-show-every-day-button">
         <source>Show every day</source>
         <translation>Mostrar todos los días</translation>
+    </message>
+    <message id="quick-add-done">
+        <source>Added “%1” to %2 / %3.</source>
+        <translation>Se añadió «%1» a %2 / %3.</translation>
+    </message>
+    <message id="quick-add-failed">
+        <source>The task “%1” was not added: %2</source>
+        <translation>La tarea «%1» no se añadió: %2</translation>
+    </message>
+    <message id="quick-add-no-account">
+        <source>The task “%1” was not added: sign in or create a local account first.</source>
+        <translation>La tarea «%1» no se añadió: inicia sesión o crea primero una cuenta local.</translation>
+    </message>
+    <message id="quick-add-no-list">
+        <source>The task “%1” was not added: the project “%2” has no task list.</source>
+        <translation>La tarea «%1» no se añadió: el proyecto «%2» no tiene ninguna lista de tareas.</translation>
+    </message>
+    <message id="quick-add-no-project">
+        <source>The task “%1” was not added: you have no project yet. Create one in Projects first.</source>
+        <translation>La tarea «%1» no se añadió: aún no tienes ningún proyecto. Crea uno primero en Proyectos.</translation>
+    </message>
+    <message id="rituals-moved-many">
+        <source>%1 daily tasks moved to today.</source>
+        <translation>%1 tareas diarias movidas a hoy.</translation>
+    </message>
+    <message id="rituals-moved-one">
+        <source>1 daily task moved to today.</source>
+        <translation>1 tarea diaria movida a hoy.</translation>
+    </message>
+    <message id="rituals-no-account">
+        <source>Sign in or create a local account to plan your days.</source>
+        <translation>Inicia sesión o crea una cuenta local para planificar tus días.</translation>
+    </message>
+    <message id="rituals-plan-checklist">
+        <source>Today's checklist</source>
+        <translation>Lista de hoy</translation>
+    </message>
+    <message id="rituals-plan-earlier">
+        <source>Left over from earlier days</source>
+        <translation>Pendiente de días anteriores</translation>
+    </message>
+    <message id="rituals-plan-meets">
+        <source>Today's meets</source>
+        <translation>Reuniones de hoy</translation>
+    </message>
+    <message id="rituals-plan-move-all">
+        <source>Move all to today</source>
+        <translation>Mover todo a hoy</translation>
+    </message>
+    <message id="rituals-plan-move-one">
+        <source>Move to today</source>
+        <translation>Mover a hoy</translation>
+    </message>
+    <message id="rituals-plan-no-checklist">
+        <source>Nothing on today's checklist yet.</source>
+        <translation>Aún no hay nada en la lista de hoy.</translation>
+    </message>
+    <message id="rituals-plan-no-meets">
+        <source>No meets today.</source>
+        <translation>No hay reuniones hoy.</translation>
+    </message>
+    <message id="rituals-plan-no-projects">
+        <source>No project is shown today.</source>
+        <translation>Hoy no se muestra ningún proyecto.</translation>
+    </message>
+    <message id="rituals-plan-nothing-earlier">
+        <source>Nothing left over: every earlier day is done.</source>
+        <translation>Nada pendiente: todos los días anteriores están hechos.</translation>
+    </message>
+    <message id="rituals-plan-projects">
+        <source>Projects today</source>
+        <translation>Proyectos de hoy</translation>
+    </message>
+    <message id="rituals-plan-reminder-body">
+        <source>Plan your day: what is left from earlier days, today's meets and projects.</source>
+        <translation>Planifica tu día: lo pendiente de días anteriores, las reuniones y los proyectos de hoy.</translation>
+    </message>
+    <message id="rituals-plan-reminder-title">
+        <source>Good morning</source>
+        <translation>Buenos días</translation>
+    </message>
+    <message id="rituals-plan-title">
+        <source>Plan the day</source>
+        <translation>Planificar el día</translation>
+    </message>
+    <message id="rituals-reminder-open">
+        <source>Open</source>
+        <translation>Abrir</translation>
+    </message>
+    <message id="rituals-review-done">
+        <source>Done:</source>
+        <translation>Hecho:</translation>
+    </message>
+    <message id="rituals-review-empty-day">
+        <source>Nothing on the checklist or the calendar today.</source>
+        <translation>Nada en la lista ni en el calendario hoy.</translation>
+    </message>
+    <message id="rituals-review-heading">
+        <source>Review of the day</source>
+        <translation>Repaso del día</translation>
+    </message>
+    <message id="rituals-review-left">
+        <source>Left for another day:</source>
+        <translation>Pendiente para otro día:</translation>
+    </message>
+    <message id="rituals-review-meets">
+        <source>Meets:</source>
+        <translation>Reuniones:</translation>
+    </message>
+    <message id="rituals-review-none">
+        <source>None.</source>
+        <translation>Nada.</translation>
+    </message>
+    <message id="rituals-review-open">
+        <source>Still open</source>
+        <translation>Aún pendiente</translation>
+    </message>
+    <message id="rituals-review-projects">
+        <source>Add it to the day's entry of:</source>
+        <translation>Añadirlo a la entrada del día de:</translation>
+    </message>
+    <message id="rituals-review-reminder-body">
+        <source>Review what the day held and write it to the logbook.</source>
+        <translation>Repasa lo que tuvo el día y escríbelo en la bitácora.</translation>
+    </message>
+    <message id="rituals-review-reminder-title">
+        <source>Time to close the day</source>
+        <translation>Hora de cerrar el día</translation>
+    </message>
+    <message id="rituals-review-summary">
+        <source>Summary for the logbook (you can edit it)</source>
+        <translation>Resumen para la bitácora (puedes editarlo)</translation>
+    </message>
+    <message id="rituals-review-ticked">
+        <source>Ticked today</source>
+        <translation>Marcado hoy</translation>
+    </message>
+    <message id="rituals-review-title">
+        <source>Review the day</source>
+        <translation>Repasar el día</translation>
+    </message>
+    <message id="rituals-review-write">
+        <source>Write to the logbook</source>
+        <translation>Escribir en la bitácora</translation>
+    </message>
+    <message id="rituals-review-written">
+        <source>Added to %1 logbook entries.</source>
+        <translation>Añadido a %1 entradas de la bitácora.</translation>
+    </message>
+    <message id="rituals-settings-auto-move">
+        <source>Move unfinished daily tasks of earlier days to today by themselves</source>
+        <translation>Mover solas a hoy las tareas diarias sin terminar de días anteriores</translation>
+    </message>
+    <message id="rituals-settings-no-reminder">
+        <source>Never</source>
+        <translation>Nunca</translation>
+    </message>
+    <message id="rituals-settings-plan-at-start">
+        <source>Open the morning plan at the first start of a day</source>
+        <translation>Abrir el plan de la mañana al iniciar por primera vez cada día</translation>
+    </message>
+    <message id="rituals-settings-plan-hour">
+        <source>Remind me to plan the day at</source>
+        <translation>Recordarme planificar el día a las</translation>
+    </message>
+    <message id="rituals-settings-review-hour">
+        <source>Remind me to review the day at</source>
+        <translation>Recordarme repasar el día a las</translation>
+    </message>
+    <message id="rituals-settings-start-at-login">
+        <source>Start Tolvane when I log in, in the tray</source>
+        <translation>Iniciar Tolvane al entrar en la sesión, en la bandeja</translation>
+    </message>
+    <message id="rituals-settings-start-at-login-failed">
+        <source>The login start could not be changed: %1</source>
+        <translation>No se pudo cambiar el inicio con la sesión: %1</translation>
+    </message>
+    <message id="rituals-settings-start-at-login-hint">
+        <source>Alarms and reminders ring only while Tolvane runs. With this on, Tolvane starts hidden in the tray when you log in, and opens when you click it. It is turned on by itself when you arm your first alarm; turn it off here if you would rather start Tolvane yourself.</source>
+        <translation>Las alarmas y los recordatorios solo suenan mientras Tolvane está en marcha. Con esto activado, Tolvane se inicia oculto en la bandeja al entrar en la sesión y se abre al hacer clic en él. Se activa solo al armar tu primera alarma; desactívalo aquí si prefieres iniciar Tolvane tú mismo.</translation>
     </message>
     <message id="schedule-block-time-action">
         <source>Block time for this task</source>

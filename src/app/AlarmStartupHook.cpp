@@ -9,6 +9,7 @@
 #include <QIcon>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QSystemTrayIcon>
 #include <QTimer>
@@ -34,10 +35,14 @@ class AlarmTrayKeeper final : public QObject {
 public:
     static constexpr int lingerMs = 10 * 60 * 1000;
 
+    // The one of the process, once the start-up hook made it.
+    static inline QPointer<AlarmTrayKeeper> instance;
+
     explicit AlarmTrayKeeper(std::shared_ptr<LiveUserNotificationCenter> center)
         : QObject(QCoreApplication::instance())
         , m_center(std::move(center))
     {
+        instance = this;
         //% "Show Tolvane"
         m_menu.addAction(qtTrId("alarm-tray-show"), this, &showWindows);
         //% "Quit"
@@ -66,11 +71,15 @@ protected:
             // Quitting closes every window; those closes must go through.
             m_quitting = true;
             QTimer::singleShot(0, this, [this] { m_quitting = false; });
-        } else if (event->type() == QEvent::Close && m_pending && !m_quitting
+        } else if (event->type() == QEvent::Close && (m_pending || m_keepInTray) && !m_quitting
             && !QSystemTrayIcon::isSystemTrayAvailable()) {
             if (auto* window = qobject_cast<MainWindow*>(watched)) {
                 event->ignore();
-                keepRunningMinimised(window);
+                // Started for the background with nothing pending: minimised without a question.
+                if (m_pending)
+                    keepRunningMinimised(window);
+                else
+                    window->showMinimized();
                 return true;
             }
         }
@@ -105,10 +114,20 @@ private:
         window->showMinimized();
     }
 
+public:
+    void setKeepInTray(bool keep)
+    {
+        m_keepInTray = keep;
+        //% "Tolvane"
+        m_tray.setToolTip(keep ? qtTrId("alarm-tray-tooltip-background") : qtTrId("alarm-tray-tooltip"));
+        update();
+    }
+
+private:
     void update()
     {
         m_pending = !m_center->pendingRequests().isEmpty();
-        if (m_pending) {
+        if (m_pending || m_keepInTray) {
             m_linger.stop();
             QApplication::setQuitOnLastWindowClosed(false);
             if (QSystemTrayIcon::isSystemTrayAvailable())
@@ -122,6 +141,8 @@ private:
 
     void quitIfClosed()
     {
+        if (m_keepInTray)
+            return;
         m_tray.hide();
         QApplication::setQuitOnLastWindowClosed(true);
         for (const QWidget* window : QApplication::topLevelWidgets()) {
@@ -138,6 +159,7 @@ private:
     bool m_pending = false;
     bool m_quitting = false;
     bool m_minimiseOnClose = false;
+    bool m_keepInTray = false;
 };
 
 } // namespace
@@ -161,6 +183,15 @@ void runAlarmStartupHook(const AppServices& services)
     services.notificationCenter().addObserver(
         NotificationName::openMeetFromAlarm, QCoreApplication::instance(), [](const QVariant&) { showWindows(); });
     if (auto live = std::dynamic_pointer_cast<LiveUserNotificationCenter>(center);
-        live && qobject_cast<QApplication*>(QCoreApplication::instance()))
+        live && qobject_cast<QApplication*>(QCoreApplication::instance())) {
         new AlarmTrayKeeper(std::move(live));
+    }
+}
+
+void keepInTray(bool keep)
+{
+    if (AlarmTrayKeeper::instance)
+        AlarmTrayKeeper::instance->setKeepInTray(keep);
+    else if (keep)
+        QApplication::setQuitOnLastWindowClosed(false);
 }

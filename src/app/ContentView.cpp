@@ -111,3 +111,11 @@ QWidget* ContentView::screen(SidebarItemEnum item) const
 {
     return m_screens.value(int(item), nullptr);
 }
+
+void ContentView::openDate(const QDate& day)
+{
+    pendingDateSelection = QDateTime(day, QTime(12, 0));
+    select(SidebarItemEnum::schedule);
+    // A schedule already built acts on it now; a new one reads it when it starts.
+    Q_EMIT pendingMeetNavigationChanged();
+}

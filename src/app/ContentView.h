@@ -27,6 +27,8 @@ public:
     std::optional<SidebarItemEnum> selectedSidebarItem() const { return m_selectedSidebarItem; }
     void select(std::optional<SidebarItemEnum> item);
     QWidget* screen(SidebarItemEnum item) const;
+    // The schedule, on day.
+    void openDate(const QDate& day);
 
     // Handed to the schedule, which shows the day, opens the meet and clears them.
     std::optional<MeetAlarmNavigationPayload> pendingMeetNavigation;

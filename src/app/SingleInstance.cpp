@@ -10,6 +10,8 @@
 namespace {
 
 const QString applicationInterface = QStringLiteral("org.freedesktop.Application");
+// A login start finding Tolvane already running: nothing to show.
+const QString backgroundKey = QStringLiteral("tolvane-background");
 
 // The token the launcher handed this process, passed on so the window manager lets the running
 // window take the focus.
@@ -32,7 +34,7 @@ SingleInstance::SingleInstance(QObject* parent)
 {
 }
 
-SingleInstance::Claim SingleInstance::claim()
+SingleInstance::Claim SingleInstance::claim(const LaunchRequest& request)
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
@@ -49,7 +51,11 @@ SingleInstance::Claim SingleInstance::claim()
 
     QDBusMessage activate
         = QDBusMessage::createMethodCall(serviceName, objectPath, applicationInterface, QStringLiteral("Activate"));
-    activate << launchPlatformData();
+    QVariantMap platformData = launchPlatformData();
+    platformData.insert(request.toPlatformData());
+    if (request.background && !request.asksForAnything())
+        platformData.insert(backgroundKey, true);
+    activate << platformData;
     const QDBusMessage answer = bus.call(activate, QDBus::Block, 10000);
     if (answer.type() == QDBusMessage::ErrorMessage) {
         // The other one is stuck or quitting: better two windows than none.
@@ -65,8 +71,15 @@ void SingleInstance::Activate(const QVariantMap& platformData)
     const QString token = platformData.value(QStringLiteral("activation-token")).toString();
     if (!token.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+    if (platformData.value(backgroundKey).toBool()) {
+        qCInfo(lcApp) << "another launch of Tolvane, in the background, found this one running";
+        return;
+    }
     qCInfo(lcApp) << "another launch of Tolvane asked for this window";
     Q_EMIT activationRequested();
+    const LaunchRequest request = LaunchRequest::fromPlatformData(platformData);
+    if (request.asksForAnything())
+        Q_EMIT launchRequested(request);
 }
 
 void SingleInstance::Open(const QStringList&, const QVariantMap& platformData)

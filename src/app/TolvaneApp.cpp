@@ -1,6 +1,8 @@
 #include "TolvaneApp.h"
 
 #include "AlarmStartupHook.h"
+#include "ContentView.h"
+#include "DayRituals.h"
 #include "MainWindow.h"
 #include "oauth/GIDSignIn.h"
 #include "platform/Logging.h"
@@ -12,6 +14,7 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <QSystemTrayIcon>
 #include <QTranslator>
 
 TolvaneApp::TolvaneApp(const AppServices& services)
@@ -29,7 +32,7 @@ void TolvaneApp::installTranslations()
         QCoreApplication::installTranslator(translator);
 }
 
-void TolvaneApp::start()
+void TolvaneApp::start(const LaunchRequest& request)
 {
     runAlarmStartupHook(m_services);
     if (GIDSignIn* signIn = m_services.signIn()) {
@@ -53,5 +56,26 @@ void TolvaneApp::start()
     // The storage layer tells when it set an unreadable store aside; the user reads it here.
     NotificationCenter::defaultCenter().addObserver(NotificationName::storeSetAside, m_window.get(),
         [console = &m_services.console()](const QVariant& line) { console->appendLine(line.toString()); });
-    m_window->show();
+    m_rituals = std::make_unique<DayRituals>(m_services, m_window.get());
+    if (request.background) {
+        // Started at login: the tray holds Tolvane; a desktop without one gets the window
+        // minimised, since an invisible process could only be reached by launching it again.
+        keepInTray(true);
+        if (!QSystemTrayIcon::isSystemTrayAvailable())
+            m_window->showMinimized();
+    } else {
+        m_window->show();
+    }
+    m_rituals->atStart(request.background);
+    handle(request);
+}
+
+void TolvaneApp::handle(const LaunchRequest& request)
+{
+    if (request.date) {
+        qCInfo(lcApp) << "opening the schedule on" << request.date->toString(Qt::ISODate);
+        m_window->contentView()->openDate(*request.date);
+    }
+    if (request.quickAddText)
+        m_rituals->quickAdd(*request.quickAddText);
 }

@@ -1,3 +1,4 @@
+#include "CommandLine.h"
 #include "MainWindow.h"
 #include "SingleInstance.h"
 #include "TolvaneApp.h"
@@ -5,10 +6,10 @@
 #include "screens/common/AppServices.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QIcon>
 
-#include <cstring>
+#include <algorithm>
+#include <cstdio>
 
 namespace {
 
@@ -19,39 +20,47 @@ void describeApplication()
     QCoreApplication::setApplicationVersion(QStringLiteral(TOLVANE_VERSION));
 }
 
-void addOptions(QCommandLineParser& parser)
+QStringList argumentsOf(int argc, char* argv[])
 {
-    //% "Plan your day: schedule, projects and a daily logbook."
-    parser.setApplicationDescription(qtTrId("app-command-line-description"));
-    parser.addHelpOption();
-    parser.addVersionOption();
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    return arguments;
 }
 
-bool asksForHelpOrVersion(int argc, char* argv[])
+// Qt's own window-system options (-platform, -style ...) take a single dash; ours take two.
+bool hasSingleDashOption(const QStringList& arguments)
 {
-    for (int i = 1; i < argc; ++i) {
-        for (const char* option : {"-h", "--help", "-?", "--help-all", "-v", "--version"}) {
-            if (std::strcmp(argv[i], option) == 0)
-                return true;
-        }
-    }
-    return false;
+    return std::any_of(arguments.begin() + 1, arguments.end(), [](const QString& argument) {
+        return argument.startsWith(QLatin1Char('-')) && !argument.startsWith(QStringLiteral("--"));
+    });
 }
 
-// --help and --version answer on a machine without a display (a server, a package check), so
-// they are served before the window system is opened. Qt's own window-system options
-// (-platform ...) may stand beside them: they are not ours to reject here.
-[[noreturn]] void answerHelpOrVersion(int argc, char* argv[])
+[[noreturn]] void refuse(const QString& error)
+{
+    std::fprintf(stderr, "%s: %s\n", qPrintable(QCoreApplication::applicationName().toLower()), qPrintable(error));
+    //% "Try “tolvane --help” for the options."
+    std::fprintf(stderr, "%s\n", qPrintable(qtTrId("app-option-try-help")));
+    std::exit(CommandLine::badArgumentsStatus);
+}
+
+// --help, --version and wrong arguments are answered on a machine without a display (a server, a
+// package check, a typo in a terminal), so before the window system is opened. Qt's own
+// window-system options may stand beside them: they are not ours to reject here.
+[[noreturn]] void answerWithoutDisplay(int argc, char* argv[])
 {
     QCoreApplication core(argc, argv);
     describeApplication();
     TolvaneApp::installTranslations();
+    const CommandLine::Parsed parsed = CommandLine::parse(QCoreApplication::arguments());
     QCommandLineParser parser;
-    addOptions(parser);
+    CommandLine::addOptions(parser);
     parser.parse(QCoreApplication::arguments());
-    if (parser.isSet(QStringLiteral("version")))
+    if (parsed.helpAsked)
+        parser.showHelp(0);
+    if (parsed.versionAsked)
         parser.showVersion();
-    parser.showHelp(0);
+    refuse(parsed.error);
 }
 
 } // namespace
@@ -61,8 +70,17 @@ int main(int argc, char* argv[])
     // Before any key, token or text is in memory.
     ProcessHardening::disableCoreDumps();
 
-    if (asksForHelpOrVersion(argc, argv))
-        answerHelpOrVersion(argc, argv);
+    {
+        // Only whether the arguments are fine matters here; the texts, read before the
+        // translations are in, would warn about their placeholders.
+        const QtMessageHandler previous
+            = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+        const QStringList raw = argumentsOf(argc, argv);
+        const CommandLine::Parsed early = CommandLine::parse(raw);
+        qInstallMessageHandler(previous);
+        if (early.helpAsked || early.versionAsked || (!early.error.isEmpty() && !hasSingleDashOption(raw)))
+            answerWithoutDisplay(argc, argv);
+    }
     QApplication application(argc, argv);
     describeApplication();
     QApplication::setDesktopFileName(QStringLiteral("com.quorvel.tolvane"));
@@ -71,18 +89,20 @@ int main(int argc, char* argv[])
 
     // QApplication has taken its own options out of the arguments; anything left that is not
     // ours is a mistake worth saying rather than ignoring.
-    QCommandLineParser parser;
-    addOptions(parser);
-    parser.process(application);
+    const CommandLine::Parsed parsed = CommandLine::parse(QCoreApplication::arguments());
+    if (!parsed.error.isEmpty())
+        refuse(parsed.error);
 
-    // Before anything is opened: a second launch only brings the running window forward.
+    // Before anything is opened: a second launch hands its request to the running one.
     SingleInstance instance;
-    if (instance.claim() == SingleInstance::Claim::handedOver)
+    if (instance.claim(parsed.request) == SingleInstance::Claim::handedOver)
         return 0;
 
     const AppServices services = AppServices::live();
     TolvaneApp app(services);
-    app.start();
+    app.start(parsed.request);
     QObject::connect(&instance, &SingleInstance::activationRequested, app.window(), &MainWindow::bringToFront);
+    QObject::connect(&instance, &SingleInstance::launchRequested, app.window(),
+        [&app](const LaunchRequest& request) { app.handle(request); });
     return QApplication::exec();
 }

@@ -2,6 +2,7 @@
 
 #include "platform/NotificationCenter.h"
 #include "platform/SystemClock.h"
+#include "rituals/DayReview.h"
 #include "screens/bitacora/BitacoraProjectRowView.h"
 #include "screens/common/AppServices.h"
 #include "screens/common/Async.h"
@@ -108,6 +109,13 @@ BitacoraView::BitacoraView(const AppServices& services, Environment environment,
     m_services.notificationCenter().addObserver(NotificationName::userAccountDidChange, this, [this](const QVariant&) {
         if (m_started)
             start();
+    });
+    // The day's review added to entries behind this screen's back: read them again, after
+    // whatever waits for its save here, so that a later save starts from the added text.
+    m_services.notificationCenter().addObserver(DayReview::logbookWritten, this, [this](const QVariant&) {
+        for (BitacoraProjectRowView* row : rows())
+            row->flush();
+        loadDay();
     });
     render();
 }

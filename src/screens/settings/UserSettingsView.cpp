@@ -3,6 +3,7 @@
 #include "screens/common/AppServices.h"
 #include "screens/common/Appearance.h"
 #include "screens/common/Icons.h"
+#include "screens/rituals/RitualSettingsView.h"
 #include "screens/settings/AccountSettingsView.h"
 #include "screens/settings/AlarmSettingsView.h"
 #include "screens/settings/CalendarProvidersView.h"
@@ -155,6 +156,7 @@ QWidget* UserSettingsView::makeScheduleSection()
         Appearance::storeMode(m_services.userDefaults(), Appearance::Mode(appearance->currentData().toInt()),
             m_services.notificationCenter());
     });
+    form->addRow(new RitualSettingsView(m_services, section));
     connect(m_startHour, &QSpinBox::valueChanged, this, [this] { saveHours(true); });
     connect(m_endHour, &QSpinBox::valueChanged, this, [this] { saveHours(false); });
     return section;

@@ -45,3 +45,8 @@ TaskResultEntity DailyTasksApplication::list(const QDateTime& date) const
 {
     return dailyTaskRepository->list(date);
 }
+
+TaskResultEntity DailyTasksApplication::moveToDay(const DailyTaskEntity& dailyTask, const QDateTime& date) const
+{
+    return dailyTaskRepository->moveToDay(dailyTask, date);
+}

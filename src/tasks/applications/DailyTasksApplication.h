@@ -16,6 +16,7 @@ public:
     TaskResultEntity delete_(const QUuid& dailyTaskId) const;
     TaskResultEntity find(const QUuid& dailyTaskId) const;
     TaskResultEntity list(const QDateTime& date) const;
+    TaskResultEntity moveToDay(const DailyTaskEntity& dailyTask, const QDateTime& date) const;
 
     std::shared_ptr<DailyTaskRepository> dailyTaskRepository;
 };

@@ -25,4 +25,7 @@ public:
     // row cannot end up flipped the wrong way; no payload. On the backend: find, then toggle
     // only when the flag differs.
     virtual TaskResultEntity setDone(const QUuid& dailyTaskId, bool isDone) = 0;
+    // Puts the item on the day of date, keeping its title and done flag, after the items already
+    // there. data: the moved DailyTaskEntity, whose identifier may be a new one.
+    virtual TaskResultEntity moveToDay(const DailyTaskEntity& dailyTask, const QDateTime& date) = 0;
 };

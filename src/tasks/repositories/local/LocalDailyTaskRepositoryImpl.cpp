@@ -74,3 +74,20 @@ TaskResultEntity LocalDailyTaskRepositoryImpl::list(const QDateTime& date)
             QStringLiteral("dtaDate >= ? AND dtaDate < ?"), {RealmValue::fromDate(start), RealmValue::fromDate(end)})));
     });
 }
+
+TaskResultEntity LocalDailyTaskRepositoryImpl::moveToDay(const DailyTaskEntity& dailyTask, const QDateTime& date)
+{
+    // Taken out and put back in one transaction: the record keeps its identifier and lands after
+    // the day's other items, which are read in store order.
+    return LocalStore::write(database.configuration, [&](RealmDatabase& handle) {
+        RealmTable<DailyTaskRealmModel> items(handle);
+        std::optional<DailyTaskRealmModel> record = items.object(RealmValue::fromUuid(dailyTask.dtaId));
+        if (!record)
+            return TaskResultEntity::applicationFailure(TaskMessages::DailyTask::notFound);
+        DailyTaskEntity moved = record->toEntity();
+        moved.dtaDate = date;
+        items.remove(RealmValue::fromUuid(dailyTask.dtaId));
+        items.add(DailyTaskRealmModel::fromEntity(moved));
+        return TaskResultEntity::success(moved);
+    });
+}

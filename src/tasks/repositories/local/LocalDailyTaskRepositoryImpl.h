@@ -16,6 +16,7 @@ public:
     TaskResultEntity find(const QUuid& dailyTaskId) override;
     TaskResultEntity list(const QDateTime& date) override;
     TaskResultEntity setDone(const QUuid& dailyTaskId, bool isDone) override;
+    TaskResultEntity moveToDay(const DailyTaskEntity& dailyTask, const QDateTime& date) override;
 
     DailyTasksDatabase database;
 };

@@ -117,3 +117,24 @@ TaskResultEntity RemoteDailyTaskRepositoryImpl::setDone(const QUuid& dailyTaskId
         return TaskResultEntity::success();
     return toggle(dailyTaskId);
 }
+
+TaskResultEntity RemoteDailyTaskRepositoryImpl::moveToDay(const DailyTaskEntity& dailyTask, const QDateTime& date)
+{
+    // The backend cannot change an item's day: a copy is made on the new day first and the old
+    // item deleted only once the copy is stored, so a failure on the way leaves the item twice
+    // rather than nowhere. The backend appends new items, so moves made in order keep it.
+    DailyTaskEntity copy = dailyTask;
+    copy.dtaDate = date;
+    const TaskResultEntity created = create(copy);
+    if (!created.result)
+        return created;
+    DailyTaskEntity moved = *created.dataAs<DailyTaskEntity>();
+    if (dailyTask.dtaIsDone) {
+        if (const TaskResultEntity toggled = toggle(moved.dtaId); !toggled.result)
+            return toggled;
+        moved.dtaIsDone = true;
+    }
+    if (const TaskResultEntity deleted = delete_(dailyTask.dtaId); !deleted.result)
+        return deleted;
+    return TaskResultEntity::success(moved);
+}

@@ -1,0 +1,84 @@
+#include "screens/rituals/RitualDay.h"
+
+#include "rituals/RollOver.h"
+#include "screens/common/AppServices.h"
+#include "screens/common/Async.h"
+#include "screens/schedule/DailyEventsController.h"
+
+#include <QLocale>
+
+void RitualDay::readMeets(
+    const AppServices& services, const RitualDay& day, QObject* context, std::function<void(const RitualDay&)> done)
+{
+    if (!day.user) {
+        done(day);
+        return;
+    }
+    auto controller = std::make_shared<const DailyEventsController>(services, day.user);
+    runAsync(
+        context,
+        [controller, day] {
+            RitualDay read = day;
+            try {
+                read.meets = controller->loadDay(day.date).meets;
+            } catch (const std::exception& error) {
+                read.meetsFailure = QString::fromUtf8(error.what());
+            }
+            return read;
+        },
+        std::move(done));
+}
+
+RitualDay RitualDay::read(const AppServices& services, const QDate& date, bool withEarlier)
+{
+    RitualDay day;
+    day.date = date;
+    const AppServices::TasksSession session = services.tasksSession();
+    if (!session.user || !session.applications.result) {
+        //% "Sign in or create a local account to plan your days."
+        day.failure
+            = session.user ? session.applications.firstMessage().value_or(QString()) : qtTrId("rituals-no-account");
+        return day;
+    }
+    day.user = session.user;
+    day.userId = QUuid::fromString(session.user->usrId);
+    day.applications = *session.applications.dataAs<TasksApplicationFactory::Applications>();
+
+    const TaskResultEntity listed = day.applications->dailyTasks.list(RollOver::dateOf(date));
+    if (!listed.result) {
+        day.failure = listed.firstMessage().value_or(QString());
+        return day;
+    }
+    day.dailyTasks = *listed.dataAs<QList<DailyTaskEntity>>();
+    if (withEarlier) {
+        const TaskResultEntity earlier = RollOver::unfinishedBefore(day.applications->dailyTasks, date);
+        if (!earlier.result) {
+            day.failure = earlier.firstMessage().value_or(QString());
+            return day;
+        }
+        day.earlierUnfinished = *earlier.dataAs<QList<DailyTaskEntity>>();
+    }
+    const TaskResultEntity projects = day.applications->projects.list(day.userId);
+    if (projects.result)
+        day.projects = shownOn(*projects.dataAs<QList<ProjectEntity>>(), date);
+    return day;
+}
+
+QList<ProjectEntity> RitualDay::shownOn(const QList<ProjectEntity>& projects, const QDate& date)
+{
+    const bool weekend = date.dayOfWeek() >= Qt::Saturday;
+    QList<ProjectEntity> shown;
+    for (const ProjectEntity& project : projects) {
+        if (!weekend || project.prjShowEveryDay)
+            shown.append(project);
+    }
+    return shown;
+}
+
+QString RitualDay::meetLine(const MeetEntity& meet)
+{
+    if (meet.metIsAllDay)
+        return meet.metName;
+    return QLocale().toString(meet.metDate.toLocalTime().time(), QLocale::ShortFormat) + QLatin1Char(' ')
+        + meet.metName;
+}

@@ -1,0 +1,288 @@
+#include "../tasks/remote/RemoteRepositoryFixture.h"
+#include "platform/SecretServiceKeychain.h"
+#include "platform/SystemSecureRandom.h"
+#include "rituals/DayReview.h"
+#include "rituals/QuickAdd.h"
+#include "rituals/RollOver.h"
+#include "support/TestMain.h"
+#include "tasks/TasksApplicationFactory.h"
+
+#include <QTemporaryDir>
+#include <QTranslator>
+
+namespace {
+
+QStringList titlesOf(const TaskResultEntity& listed)
+{
+    QStringList titles;
+    if (const auto* items = listed.dataAs<QList<DailyTaskEntity>>()) {
+        for (const DailyTaskEntity& item : *items)
+            titles.append(item.dtaTitle + (item.dtaIsDone ? QStringLiteral(" [x]") : QString()));
+    }
+    return titles;
+}
+
+const QString logbookTemplate = QStringLiteral("26:\n\n\u2022 ");
+
+} // namespace
+
+// Rolling daily tasks over, the quick-add and the review's logbook summary, through the use cases
+// the program builds: real encrypted stores with keys in the session's keyring, and the fake
+// backend on loopback. Every case runs for both kinds of account. The zone is Europe/Madrid
+// (set by the test's registration), whose clocks go back on Sunday 25 October 2026.
+class RitualsOverTasksTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> stores;
+    std::unique_ptr<RemoteFixture::Backend> backend;
+    std::optional<TasksApplicationFactory::Applications> apps;
+    bool isGoogle = false;
+    QUuid user;
+    QTranslator english;
+
+    void addDaily(const QDate& day, const QString& title, bool done = false)
+    {
+        const TaskResultEntity created
+            = apps->dailyTasks.create({.dtaUserId = user, .dtaDate = RollOver::dateOf(day), .dtaTitle = title});
+        QVERIFY2(created.result, qPrintable(created.firstMessage().value_or(QString())));
+        if (done)
+            QVERIFY(apps->dailyTasks.setDone(created.dataAs<DailyTaskEntity>()->dtaId, true).result);
+    }
+
+    QStringList titlesOn(const QDate& day) const { return titlesOf(apps->dailyTasks.list(RollOver::dateOf(day))); }
+
+    QList<DailyTaskEntity> unfinishedBefore(const QDate& today) const
+    {
+        const TaskResultEntity found = RollOver::unfinishedBefore(apps->dailyTasks, today);
+        if (!found.result)
+            qFatal("cannot read earlier days: %s", qPrintable(found.firstMessage().value_or(QString())));
+        return *found.dataAs<QList<DailyTaskEntity>>();
+    }
+
+    ProjectEntity addProject(const QString& name)
+    {
+        const TaskResultEntity created = apps->projects.create({.prjUserId = user, .prjName = name});
+        if (!created.result)
+            qFatal("project not created");
+        return *created.dataAs<ProjectEntity>();
+    }
+
+    TaskListEntity addList(const ProjectEntity& project, const QString& name, bool isDefault)
+    {
+        const TaskResultEntity created
+            = apps->taskLists.create({.prjId = project.prjId, .talName = name, .talIsDefault = isDefault});
+        if (!created.result)
+            qFatal("list not created");
+        return *created.dataAs<TaskListEntity>();
+    }
+
+    QStringList taskTitles(const TaskListEntity& list) const
+    {
+        QStringList titles;
+        const TaskResultEntity listed = apps->tasks.list(list.talId);
+        for (const TaskEntity& task : *listed.dataAs<QList<TaskEntity>>())
+            titles.append(task.tasTitle);
+        return titles;
+    }
+
+    QString entryOf(const ProjectEntity& project, const QDate& day) const
+    {
+        const TaskResultEntity found = apps->bitacora.entriesOn(RollOver::dateOf(day), {project.prjId});
+        if (!found.result)
+            qFatal("cannot read the logbook");
+        return found.dataAs<QHash<QUuid, BitacoraEntryEntity>>()->value(project.prjId).bteContent;
+    }
+
+private Q_SLOTS:
+    void initTestCase_data()
+    {
+        QTest::addColumn<bool>("google");
+        QTest::newRow("local account") << false;
+        QTest::newRow("Google account") << true;
+    }
+
+    void initTestCase()
+    {
+        QCOMPARE(QDateTime(QDate(2026, 10, 25), QTime(1, 0)).offsetFromUtc(), 7200);
+        QVERIFY(english.load(QStringLiteral(":/i18n/tolvane_en")));
+        QCoreApplication::installTranslator(&english);
+    }
+
+    void init()
+    {
+        QFETCH_GLOBAL(bool, google);
+        isGoogle = google;
+        stores = std::make_unique<QTemporaryDir>();
+        backend = std::make_unique<RemoteFixture::Backend>();
+        user = google ? FakeBackend::defaultUserId() : QUuid::createUuid();
+        RealmConfiguration defaults;
+        defaults.fileURL = stores->filePath(QStringLiteral("default.realm"));
+        const TaskResultEntity made
+            = TasksApplicationFactory(RealmEncryptedConfigurationFactory(std::make_shared<SecretServiceKeychain>(),
+                                          std::make_shared<SystemSecureRandom>(), defaults))
+                  .make(google, backend->client());
+        QVERIFY2(made.result, qPrintable(made.firstMessage().value_or(QString())));
+        apps = *made.dataAs<TasksApplicationFactory::Applications>();
+    }
+
+    void shouldMoveWhatIsLeftOfSeveralSkippedDaysInOrder()
+    {
+        const QDate today(2026, 3, 16);
+        addDaily(today.addDays(-40), QStringLiteral("too old to look for"));
+        addDaily(today.addDays(-6), QStringLiteral("call the bank"));
+        addDaily(today.addDays(-3), QStringLiteral("water plants"), true);
+        addDaily(today.addDays(-3), QStringLiteral("write report"));
+        addDaily(today.addDays(-3), QStringLiteral("pay rent"));
+        addDaily(today.addDays(-1), QStringLiteral("book flight"));
+        addDaily(today, QStringLiteral("already today"));
+        addDaily(today.addDays(1), QStringLiteral("tomorrow's"));
+
+        const QList<DailyTaskEntity> left = unfinishedBefore(today);
+        QStringList leftTitles;
+        for (const DailyTaskEntity& item : left)
+            leftTitles.append(item.dtaTitle);
+        QCOMPARE(leftTitles, QStringList({"call the bank", "write report", "pay rent", "book flight"}));
+
+        const RollOver::Outcome outcome = RollOver::moveToToday(apps->dailyTasks, left, today);
+        QCOMPARE(outcome.failure, std::nullopt);
+        QCOMPARE(outcome.moved, 4);
+        QCOMPARE(RollOver::movedNotice(outcome.moved), QStringLiteral("4 daily tasks moved to today."));
+        QCOMPARE(titlesOn(today),
+            QStringList({"already today", "call the bank", "write report", "pay rent", "book flight"}));
+        // What was done stays on its day; nothing is left behind, nothing doubled.
+        QCOMPARE(titlesOn(today.addDays(-3)), QStringList({"water plants [x]"}));
+        QCOMPARE(titlesOn(today.addDays(-6)), QStringList());
+        QCOMPARE(titlesOn(today.addDays(-1)), QStringList());
+        QCOMPARE(titlesOn(today.addDays(1)), QStringList({"tomorrow's"}));
+        QVERIFY(unfinishedBefore(today).isEmpty());
+        // Moving them again finds nothing to move.
+        QCOMPARE(RollOver::moveToToday(apps->dailyTasks, unfinishedBefore(today), today).moved, 0);
+    }
+
+    void shouldMoveAcrossTheNightTheClocksGoBack()
+    {
+        // Saturday in summer time, Sunday of 25 hours, Monday in winter time.
+        const QDate saturday(2026, 10, 24);
+        const QDate sunday(2026, 10, 25);
+        const QDate monday(2026, 10, 26);
+        addDaily(saturday, QStringLiteral("summer time"));
+        addDaily(sunday, QStringLiteral("the long day"));
+        addDaily(sunday, QStringLiteral("the long day, done"), true);
+
+        const RollOver::Outcome outcome = RollOver::moveToToday(apps->dailyTasks, unfinishedBefore(monday), monday);
+        QCOMPARE(outcome.moved, 2);
+        QCOMPARE(titlesOn(monday), QStringList({"summer time", "the long day"}));
+        QCOMPARE(titlesOn(sunday), QStringList({"the long day, done [x]"}));
+        QCOMPARE(titlesOn(saturday), QStringList());
+        // Moved items carry today's noon in winter time.
+        const TaskResultEntity listed = apps->dailyTasks.list(RollOver::dateOf(monday));
+        const auto* moved = listed.dataAs<QList<DailyTaskEntity>>();
+        QVERIFY(moved && !moved->isEmpty());
+        QCOMPARE(moved->constFirst().dtaDate.toLocalTime(), QDateTime(monday, QTime(12, 0)));
+        QCOMPARE(moved->constFirst().dtaDate.toLocalTime().offsetFromUtc(), 3600);
+    }
+
+    void shouldStopAtAFailedMoveWithoutLosingAnything()
+    {
+        if (!isGoogle)
+            QSKIP("the local store moves in one transaction");
+        const QDate today(2026, 5, 4);
+        addDaily(today.addDays(-2), QStringLiteral("first"));
+        addDaily(today.addDays(-1), QStringLiteral("second"));
+        const QList<DailyTaskEntity> left = unfinishedBefore(today);
+        // The old copy of the second cannot be deleted: it stays where it was and also shows
+        // today, rather than being lost.
+        backend->http.enqueue(FakeResponse::empty(500), "DELETE",
+            QStringLiteral("/v0/daily-tasks/") + RemoteFixture::upper(left.at(1).dtaId));
+
+        const RollOver::Outcome outcome = RollOver::moveToToday(apps->dailyTasks, left, today);
+        QCOMPARE(outcome.moved, 1);
+        QVERIFY(outcome.failure.has_value());
+        QCOMPARE(titlesOn(today), QStringList({"first", "second"}));
+        QCOMPARE(titlesOn(today.addDays(-1)), QStringList({"second"}));
+        QCOMPARE(titlesOn(today.addDays(-2)), QStringList());
+    }
+
+    void shouldQuickAddToTheDefaultListOfTheFirstProject()
+    {
+        const QuickAdd::Outcome nowhere = QuickAdd::add(*apps, user, QStringLiteral("buy milk"));
+        QVERIFY(!nowhere.added);
+        QCOMPARE(nowhere.notice,
+            QStringLiteral("The task \u201cbuy milk\u201d was not added: you have no project yet. Create one in "
+                           "Projects first."));
+
+        const ProjectEntity home = addProject(QStringLiteral("Home"));
+        const QuickAdd::Outcome noList = QuickAdd::add(*apps, user, QStringLiteral("buy milk"));
+        QVERIFY(!noList.added);
+        QCOMPARE(noList.notice,
+            QStringLiteral(
+                "The task \u201cbuy milk\u201d was not added: the project \u201cHome\u201d has no task list."));
+
+        const TaskListEntity chores = addList(home, QStringLiteral("Chores"), false);
+        const TaskListEntity errands = addList(home, QStringLiteral("Errands"), true);
+        const ProjectEntity work = addProject(QStringLiteral("Work"));
+        const TaskListEntity inbox = addList(work, QStringLiteral("Inbox"), true);
+
+        const QuickAdd::Outcome added = QuickAdd::add(*apps, user, QStringLiteral("buy milk"));
+        QVERIFY(added.added);
+        QCOMPARE(added.notice, QStringLiteral("Added \u201cbuy milk\u201d to Home / Errands."));
+        QCOMPARE(taskTitles(errands), QStringList({"buy milk"}));
+        QCOMPARE(taskTitles(chores), QStringList());
+
+        const QuickAdd::Outcome preferred = QuickAdd::add(*apps, user, QStringLiteral("send invoice"), work.prjId);
+        QCOMPARE(preferred.notice, QStringLiteral("Added \u201csend invoice\u201d to Work / Inbox."));
+        QCOMPARE(taskTitles(inbox), QStringList({"send invoice"}));
+    }
+
+    void shouldAppendTheReviewWithoutTouchingWhatWasTyped_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("summary");
+        QTest::newRow("English") << "en"
+                                 << "Review of the day\nDone:\n- stretch\nMeets:\n- 09:30 Standup\nLeft for another "
+                                    "day:\n- call mum";
+        QTest::newRow("Spanish") << "es"
+                                 << "Repaso del día\nHecho:\n- stretch\nReuniones:\n- 09:30 Standup\nPendiente para "
+                                    "otro día:\n- call mum";
+    }
+
+    void shouldAppendTheReviewWithoutTouchingWhatWasTyped()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, summary);
+        QTranslator translator;
+        QVERIFY(translator.load(QStringLiteral(":/i18n/tolvane_") + language));
+        QCoreApplication::installTranslator(&translator);
+        const auto removeTranslator = qScopeGuard([&translator] { QCoreApplication::removeTranslator(&translator); });
+
+        const QDate day(2026, 10, 26);
+        const QString text = DayReview::summary({day,
+            {{.dtaTitle = QStringLiteral("stretch"), .dtaIsDone = true}, {.dtaTitle = QStringLiteral("call mum")}},
+            {QStringLiteral("09:30 Standup")}});
+        QCOMPARE(text, summary);
+
+        const ProjectEntity typed = addProject(QStringLiteral("Typed"));
+        const ProjectEntity empty = addProject(QStringLiteral("Empty"));
+        // Trailing spaces and no final line break: kept to the character.
+        const QString mine = QStringLiteral("26:\n\n\u2022 fixed the boiler  \n\u2022 ideas: ");
+        QVERIFY(apps->bitacora.saveText(typed.prjId, RollOver::dateOf(day), mine, user).result);
+
+        QVERIFY(DayReview::writeToLogbook(apps->bitacora, typed.prjId, user, day, text, logbookTemplate).result);
+        QVERIFY(DayReview::writeToLogbook(apps->bitacora, empty.prjId, user, day, text, logbookTemplate).result);
+        QCOMPARE(entryOf(typed, day), mine + QStringLiteral("\n\n") + summary);
+        QCOMPARE(entryOf(empty, day), logbookTemplate + summary);
+
+        // Written twice, it is there once; an edited summary is added after the first.
+        QVERIFY(DayReview::writeToLogbook(apps->bitacora, typed.prjId, user, day, text, logbookTemplate).result);
+        QCOMPARE(entryOf(typed, day), mine + QStringLiteral("\n\n") + summary);
+        QVERIFY(DayReview::writeToLogbook(
+            apps->bitacora, typed.prjId, user, day, QStringLiteral("late call"), logbookTemplate)
+                    .result);
+        QCOMPARE(entryOf(typed, day), mine + QStringLiteral("\n\n") + summary + QStringLiteral("\n\nlate call"));
+        // The day before has no entry made for it.
+        QCOMPARE(entryOf(typed, day.addDays(-1)), QString());
+    }
+};
+
+TOLVANE_TEST_MAIN(RitualsOverTasksTest)
+#include "RitualsOverTasksTest.moc"
