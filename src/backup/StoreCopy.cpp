@@ -1,0 +1,79 @@
+#include "backup/StoreCopy.h"
+
+#include "storage/RealmDatabase.h"
+#include "storage/RealmError.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+RealmConfiguration fileWithKey(const QString& file, const QByteArray& key, bool readOnly)
+{
+    RealmConfiguration configuration;
+    configuration.fileURL = file;
+    configuration.encryptionKey = key;
+    configuration.readOnly = readOnly;
+    return configuration;
+}
+
+qint64 countOf(const QString& file, const QByteArray& key)
+{
+    const auto database = RealmDatabase::openKeyed(fileWithKey(file, key, true));
+    return database->read([&] {
+        const QList<RealmRow> check = database->query(QStringLiteral("PRAGMA integrity_check"));
+        if (check.isEmpty() || check.constFirst().constFirst().toString() != QStringLiteral("ok"))
+            throw RealmError(QStringLiteral("it failed its integrity check"), RealmError::Kind::damaged);
+        qint64 count = 0;
+        const QList<RealmRow> tables = database->query(
+            QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%'"));
+        for (const RealmRow& table : tables) {
+            const QString name = table.constFirst().toString().replace(QLatin1Char('"'), QStringLiteral("\"\""));
+            count += database->query(QStringLiteral("SELECT count(*) FROM \"%1\"").arg(name))
+                         .constFirst()
+                         .constFirst()
+                         .toLongLong();
+        }
+        return count;
+    });
+}
+
+} // namespace
+
+namespace StoreCopy {
+
+void copyStore(const RealmConfiguration& store, const QString& target)
+{
+    const int fd = ::open(QFile::encodeName(target).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (fd < 0)
+        throw RealmError(QStringLiteral("Unable to create the backup file '%1'").arg(target));
+    ::close(fd);
+    // Read-write, as the program opens it: a journal left by a crash is rolled back first.
+    const auto from = RealmDatabase::openKeyed(store);
+    const auto to = RealmDatabase::openKeyed(fileWithKey(target, store.encryptionKey, false));
+    from->copyInto(*to);
+}
+
+qint64 checkedCount(const QString& file, const QByteArray& key)
+{
+    try {
+        return countOf(file, key);
+    } catch (const RealmError& error) {
+        throw RealmError(QStringLiteral("The copy '%1' is damaged: %2").arg(file, error.localizedDescription()),
+            RealmError::Kind::damaged);
+    }
+}
+
+void replaceStore(const QString& source, const RealmConfiguration& store)
+{
+    const auto from = RealmDatabase::openKeyed(fileWithKey(source, store.encryptionKey, true));
+    RealmConfiguration live = store;
+    live.readOnly = false;
+    // open() creates a missing store with its tables before the copy replaces them.
+    const auto to = RealmDatabase::open(live);
+    from->copyInto(*to);
+}
+
+} // namespace StoreCopy
