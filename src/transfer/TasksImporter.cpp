@@ -1,6 +1,7 @@
 #include "transfer/TasksImporter.h"
 
 #include "tasks/domain/TaskMessages.h"
+#include "transfer/LocalTasksStores.h"
 
 namespace {
 
@@ -68,14 +69,34 @@ public:
 
 } // namespace
 
-TasksImporter::TasksImporter(TasksRepositories target, QUuid userId)
+TasksImporter::TasksImporter(TasksRepositories target, QUuid userId, bool repositoriesOnly)
     : m_target(std::move(target))
     , m_userId(userId)
+    , m_repositoriesOnly(repositoriesOnly)
 {
+}
+
+ResultEntity TasksImporter::importIntoStores(const TasksSnapshot& snapshot, TransferControl& control) const
+{
+    // The local stores keep the ids they are given, so children need no remapping.
+    TasksSnapshot owned = snapshot;
+    for (ProjectEntity& project : owned.projects)
+        project.prjUserId = m_userId;
+    for (DailyTaskEntity& daily : owned.dailyTasks)
+        daily.dtaUserId = m_userId;
+    for (BitacoraEntryEntity& entry : owned.bitacora)
+        entry.bteUserId = m_userId;
+    const ResultEntity written = LocalTasksStores::of(m_target)->write(owned, control, cancelledMessage);
+    if (!written.result)
+        return written;
+    const auto counts = *written.dataAs<LocalTasksStores::Written>();
+    return ResultEntity::success(Outcome {counts.created, counts.skipped});
 }
 
 ResultEntity TasksImporter::import(const TasksSnapshot& snapshot, TransferControl& control) const
 {
+    if (!m_repositoriesOnly && LocalTasksStores::of(m_target))
+        return importIntoStores(snapshot, control);
     namespace M = TaskMessages;
     Run run(m_target, m_userId, control, snapshot.itemCount());
     try {

@@ -21,7 +21,9 @@ public:
         friend bool operator==(const Outcome&, const Outcome&) = default;
     };
 
-    TasksImporter(TasksRepositories target, QUuid userId);
+    // repositoriesOnly: one repository call per record even where the local stores could be
+    // written in batches (the path every backend takes).
+    TasksImporter(TasksRepositories target, QUuid userId, bool repositoriesOnly = false);
 
     // data: Outcome. A failure stops the import where it is; what was created stays.
     ResultEntity import(const TasksSnapshot& snapshot, TransferControl& control) const;
@@ -29,6 +31,9 @@ public:
     static inline const QString cancelledMessage = QStringLiteral("Cancelled");
 
 private:
+    ResultEntity importIntoStores(const TasksSnapshot& snapshot, TransferControl& control) const;
+
     TasksRepositories m_target;
     QUuid m_userId;
+    bool m_repositoriesOnly;
 };

@@ -1,5 +1,7 @@
 #include "transfer/TasksSnapshotReader.h"
 
+#include "transfer/LocalTasksStores.h"
+
 namespace {
 
 struct Failed {
@@ -15,13 +17,20 @@ template <typename T> QList<T> listed(const ResultEntity& result)
 
 } // namespace
 
-TasksSnapshotReader::TasksSnapshotReader(TasksRepositories repositories)
+TasksSnapshotReader::TasksSnapshotReader(TasksRepositories repositories, bool repositoriesOnly)
     : m_repositories(std::move(repositories))
+    , m_repositoriesOnly(repositoriesOnly)
 {
 }
 
 ResultEntity TasksSnapshotReader::read(const Scope& scope, TransferControl& control) const
 {
+    if (const std::optional<LocalTasksStores> stores = LocalTasksStores::of(m_repositories);
+        stores && !m_repositoriesOnly) {
+        ResultEntity read = stores->read(scope.userId, scope.projectId, scope.firstDay, scope.lastDay);
+        control.report(1, 1);
+        return read;
+    }
     TasksSnapshot snapshot;
     try {
         const QList<ProjectEntity> projects = listed<ProjectEntity>(m_repositories.projects->list(scope.userId));

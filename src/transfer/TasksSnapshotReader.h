@@ -22,7 +22,9 @@ public:
         QDate lastDay;
     };
 
-    explicit TasksSnapshotReader(TasksRepositories repositories);
+    // repositoriesOnly: go through the repositories even where the local stores could be read
+    // whole (the path every backend takes).
+    explicit TasksSnapshotReader(TasksRepositories repositories, bool repositoriesOnly = false);
 
     // data: TasksSnapshot. A cancelled read fails with cancelledMessage.
     ResultEntity read(const Scope& scope, TransferControl& control) const;
@@ -31,4 +33,5 @@ public:
 
 private:
     TasksRepositories m_repositories;
+    bool m_repositoriesOnly;
 };

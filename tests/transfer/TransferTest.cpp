@@ -65,19 +65,22 @@ void fill(const TasksRepositories& account)
     }
 }
 
-TasksSnapshot snapshotOf(const TasksRepositories& account, std::optional<QUuid> project = std::nullopt)
+TasksSnapshot snapshotOf(
+    const TasksRepositories& account, std::optional<QUuid> project = std::nullopt, bool repositoriesOnly = false)
 {
     TransferControl control;
-    const ResultEntity read = TasksSnapshotReader(account).read({owner, project, firstDay, lastDay}, control);
+    const ResultEntity read
+        = TasksSnapshotReader(account, repositoriesOnly).read({owner, project, firstDay, lastDay}, control);
     if (!read.result)
         qFatal("read failed: %s", qPrintable(read.firstMessage().value_or(QString())));
     return *read.dataAs<TasksSnapshot>();
 }
 
-TasksImporter::Outcome imported(const TasksRepositories& account, const TasksSnapshot& snapshot)
+TasksImporter::Outcome imported(
+    const TasksRepositories& account, const TasksSnapshot& snapshot, bool repositoriesOnly = false)
 {
     TransferControl control;
-    return created<TasksImporter::Outcome>(TasksImporter(account, owner).import(snapshot, control));
+    return created<TasksImporter::Outcome>(TasksImporter(account, owner, repositoriesOnly).import(snapshot, control));
 }
 
 ICalComponent* firstEventNamed(ICalComponent* calendar, const char* summary)
@@ -108,6 +111,8 @@ private Q_SLOTS:
         QCOMPARE(exported.tasks.size(), 72);
         QCOMPARE(exported.dailyTasks.size(), 6);
         QCOMPARE(exported.bitacora.size(), 8);
+        // Reading the stores whole gives what reading through the repositories gives.
+        QCOMPARE(snapshotOf(source.repositories, std::nullopt, true), exported);
 
         QString error;
         const std::optional<TasksSnapshot> reread = TasksJsonFormat::read(TasksJsonFormat::write(exported), &error);
@@ -119,6 +124,14 @@ private Q_SLOTS:
         QCOMPARE(snapshotOf(target.repositories), exported);
         QCOMPARE(imported(target.repositories, *reread), (TasksImporter::Outcome {0, exported.itemCount()}));
         QCOMPARE(snapshotOf(target.repositories), exported);
+
+        // The same through one repository call per record, as into the backend.
+        LocalAccount viaRepositories('\x36');
+        QCOMPARE(
+            imported(viaRepositories.repositories, *reread, true), (TasksImporter::Outcome {exported.itemCount(), 0}));
+        QCOMPARE(snapshotOf(viaRepositories.repositories, std::nullopt, true), exported);
+        QCOMPARE(
+            imported(viaRepositories.repositories, *reread, true), (TasksImporter::Outcome {0, exported.itemCount()}));
     }
 
     // One project alone, imported into an account that already has it partly: what exists is
@@ -137,7 +150,7 @@ private Q_SLOTS:
         TasksSnapshot part = work;
         part.tasks = part.tasks.mid(0, 10);
         part.bitacora.clear();
-        QCOMPARE(imported(target.repositories, part).created, part.itemCount());
+        QCOMPARE(imported(target.repositories, part, true).created, part.itemCount());
         const TasksImporter::Outcome outcome
             = imported(target.repositories, *TasksJsonFormat::read(TasksJsonFormat::write(work)));
         QCOMPARE(outcome, (TasksImporter::Outcome {work.itemCount() - part.itemCount(), part.itemCount()}));
@@ -161,12 +174,13 @@ private Q_SLOTS:
                 self->cancel();
         });
         self = &stopping;
-        const ResultEntity first = TasksImporter(target.repositories, owner).import(exported, stopping);
+        const ResultEntity first = TasksImporter(target.repositories, owner, true).import(exported, stopping);
         QVERIFY(!first.result);
         QCOMPARE(first.applicationMessage, TasksImporter::cancelledMessage);
         QCOMPARE(reported, 30);
 
-        QCOMPARE(imported(target.repositories, exported), (TasksImporter::Outcome {exported.itemCount() - 30, 30}));
+        QCOMPARE(
+            imported(target.repositories, exported, true), (TasksImporter::Outcome {exported.itemCount() - 30, 30}));
         QCOMPARE(snapshotOf(target.repositories), exported);
     }
 
