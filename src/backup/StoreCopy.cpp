@@ -40,6 +40,16 @@ qint64 countOf(const QString& file, const QByteArray& key)
     });
 }
 
+void flushToDisk(const QString& file)
+{
+    const int fd = ::open(QFile::encodeName(file).constData(), O_RDONLY | O_CLOEXEC);
+    const bool flushed = fd >= 0 && ::fsync(fd) == 0;
+    if (fd >= 0)
+        ::close(fd);
+    if (!flushed)
+        throw RealmError(QStringLiteral("Unable to write the backup file '%1' to the disk").arg(file));
+}
+
 } // namespace
 
 namespace StoreCopy {
@@ -53,7 +63,12 @@ void copyStore(const RealmConfiguration& store, const QString& target)
     // Read-write, as the program opens it: a journal left by a crash is rolled back first.
     const auto from = RealmDatabase::openKeyed(store);
     const auto to = RealmDatabase::openKeyed(fileWithKey(target, store.encryptionKey, false));
+    // A new file that only counts once it has been checked needs no journal; it is flushed to
+    // the disk whole before it is checked.
+    to->execute(QStringLiteral("PRAGMA journal_mode = OFF"));
+    to->execute(QStringLiteral("PRAGMA synchronous = OFF"));
     from->copyInto(*to);
+    flushToDisk(target);
 }
 
 qint64 checkedCount(const QString& file, const QByteArray& key)

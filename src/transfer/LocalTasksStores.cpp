@@ -48,38 +48,45 @@ QHash<QUuid, QList<Entity>> byParent(const RealmConfiguration& store, QUuid Enti
     return grouped;
 }
 
-// Adds the records whose primary key the store lacks, one transaction per batch.
+// Adds the records whose primary key the store lacks, one transaction per batch. A record whose
+// key is there already is left as it is ("OR IGNORE") and counted as skipped.
 template <typename Model, typename Entity>
-void addMissing(const RealmConfiguration& store, const QList<Entity>& records, QUuid Entity::*id,
-    LocalTasksStores::Written& written, TransferControl& control, qint64& done, qint64 total,
-    const QString& cancelledMessage)
+void addMissing(const RealmConfiguration& store, const QList<Entity>& records, LocalTasksStores::Written& written,
+    TransferControl& control, qint64& done, qint64 total, const QString& cancelledMessage)
 {
     if (records.isEmpty())
         return;
-    const QString table = Model::objectType().name;
-    const QString key = Model::objectType().propertyNames().constFirst();
+    const RealmObjectType type = Model::objectType();
+    const qsizetype columns = type.propertyNames().size();
+    // SQLite takes at most 999 values per statement.
+    const qsizetype rowsPerStatement = 999 / columns;
+    const QString row
+        = QStringLiteral("(") + QStringList(columns, QStringLiteral("?")).join(QLatin1Char(',')) + QStringLiteral(")");
     for (qsizetype first = 0; first < records.size(); first += LocalTasksStores::batchSize) {
         if (control.isCancelled())
             throw Stop {ResultEntity::applicationFailure(cancelledMessage)};
-        const QList<Entity> batch = records.mid(first, LocalTasksStores::batchSize);
+        const qsizetype end = std::min(records.size(), first + LocalTasksStores::batchSize);
         const ResultEntity result = LocalStore::write(store, [&](RealmDatabase& database) {
-            QSet<QString> present;
-            for (const RealmRow& row : database.query(QStringLiteral("SELECT %1 FROM \"%2\"").arg(key, table)))
-                present.insert(row.constFirst().toString());
-            RealmTable<Model> target(database);
-            for (const Entity& record : batch) {
-                if (present.contains(RealmValue::fromUuid(record.*id).toString())) {
-                    ++written.skipped;
-                } else {
-                    target.add(Model::fromEntity(record));
-                    ++written.created;
-                }
+            // Records arrive in random key order; with the default small page cache a batch
+            // spills into the journal again and again.
+            database.execute(QStringLiteral("PRAGMA cache_size = -65536"));
+            for (qsizetype from = first; from < end; from += rowsPerStatement) {
+                const qsizetype count = std::min(rowsPerStatement, end - from);
+                QVariantList values;
+                values.reserve(count * columns);
+                for (qsizetype i = from; i < from + count; ++i)
+                    values.append(Model::fromEntity(records.at(i)).toRow());
+                database.execute(QStringLiteral("INSERT OR IGNORE INTO \"%1\" VALUES %2")
+                                     .arg(type.name, QStringList(count, row).join(QLatin1Char(','))),
+                    values);
+                written.created += database.changes();
+                written.skipped += count - database.changes();
             }
             return ResultEntity::success();
         });
         if (!result.result)
             throw Stop {result};
-        done += batch.size();
+        done = done + (end - first);
         control.report(done, total);
     }
 }
@@ -152,16 +159,14 @@ ResultEntity LocalTasksStores::write(
     qint64 done = 0;
     const qint64 total = snapshot.itemCount();
     try {
-        addMissing<ProjectRealmModel>(
-            m_projects, snapshot.projects, &ProjectEntity::prjId, written, control, done, total, cancelledMessage);
+        addMissing<ProjectRealmModel>(m_projects, snapshot.projects, written, control, done, total, cancelledMessage);
         addMissing<TaskListRealmModel>(
-            m_taskLists, snapshot.taskLists, &TaskListEntity::talId, written, control, done, total, cancelledMessage);
-        addMissing<TaskRealmModel>(
-            m_tasks, snapshot.tasks, &TaskEntity::tasId, written, control, done, total, cancelledMessage);
-        addMissing<DailyTaskRealmModel>(m_dailyTasks, snapshot.dailyTasks, &DailyTaskEntity::dtaId, written, control,
-            done, total, cancelledMessage);
-        addMissing<BitacoraEntryRealmModel>(m_bitacora, snapshot.bitacora, &BitacoraEntryEntity::bteId, written,
-            control, done, total, cancelledMessage);
+            m_taskLists, snapshot.taskLists, written, control, done, total, cancelledMessage);
+        addMissing<TaskRealmModel>(m_tasks, snapshot.tasks, written, control, done, total, cancelledMessage);
+        addMissing<DailyTaskRealmModel>(
+            m_dailyTasks, snapshot.dailyTasks, written, control, done, total, cancelledMessage);
+        addMissing<BitacoraEntryRealmModel>(
+            m_bitacora, snapshot.bitacora, written, control, done, total, cancelledMessage);
     } catch (const Stop& stop) {
         return stop.result;
     }
