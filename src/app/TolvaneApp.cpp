@@ -9,6 +9,7 @@
 #include "screens/common/Appearance.h"
 #include "screens/common/Async.h"
 #include "screens/common/ErrorConsoleStore.h"
+#include "screens/settings/AutomaticBackupStart.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -32,6 +33,7 @@ void TolvaneApp::installTranslations()
 void TolvaneApp::start()
 {
     runAlarmStartupHook(m_services);
+    startAutomaticBackup(m_services, QCoreApplication::instance());
     if (GIDSignIn* signIn = m_services.signIn()) {
         runAsync(
             QCoreApplication::instance(),

@@ -60,6 +60,13 @@ public:
     // The Tasks module for that user's kind of account.
     TaskResultEntity tasksApplications(bool isGoogleAccount) const;
 
+    // The location and keys of the encrypted local stores: what backups copy.
+    const RealmConfiguration& storeDefaults() const { return m_parts.storeDefaults; }
+    RealmEncryptedConfigurationFactory storeConfigurations() const
+    {
+        return RealmEncryptedConfigurationFactory(m_parts.keychain, m_parts.random, m_parts.storeDefaults);
+    }
+
     // What a workspace starts from: the current user, if any, and the Tasks module built for
     // that user's kind of account. Blocking: run it off the GUI thread.
     struct TasksSession {
