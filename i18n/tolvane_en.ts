@@ -407,6 +407,14 @@
         <source>Exported.</source>
         <translation>Exported.</translation>
     </message>
+    <message id="data-settings-export-ics">
+        <source>Meets to .ics…</source>
+        <translation>Meets to .ics…</translation>
+    </message>
+    <message id="data-settings-export-ics-dialog">
+        <source>Export meets</source>
+        <translation>Export meets</translation>
+    </message>
     <message id="data-settings-export-json">
         <source>Tasks to JSON…</source>
         <translation>Tasks to JSON…</translation>
@@ -438,6 +446,14 @@
     <message id="data-settings-import-json-dialog">
         <source>Import tasks</source>
         <translation>Import tasks</translation>
+    </message>
+    <message id="data-settings-meets-from">
+        <source>Meets from</source>
+        <translation>Meets from</translation>
+    </message>
+    <message id="data-settings-meets-to">
+        <source>to</source>
+        <translation>to</translation>
     </message>
     <message id="data-settings-restore">
         <source>Restore…</source>

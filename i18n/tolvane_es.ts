@@ -407,6 +407,14 @@
         <source>Exported.</source>
         <translation>Exportado.</translation>
     </message>
+    <message id="data-settings-export-ics">
+        <source>Meets to .ics…</source>
+        <translation>Reuniones a .ics…</translation>
+    </message>
+    <message id="data-settings-export-ics-dialog">
+        <source>Export meets</source>
+        <translation>Exportar reuniones</translation>
+    </message>
     <message id="data-settings-export-json">
         <source>Tasks to JSON…</source>
         <translation>Tareas a JSON…</translation>
@@ -438,6 +446,14 @@
     <message id="data-settings-import-json-dialog">
         <source>Import tasks</source>
         <translation>Importar tareas</translation>
+    </message>
+    <message id="data-settings-meets-from">
+        <source>Meets from</source>
+        <translation>Reuniones del</translation>
+    </message>
+    <message id="data-settings-meets-to">
+        <source>to</source>
+        <translation>al</translation>
     </message>
     <message id="data-settings-restore">
         <source>Restore…</source>

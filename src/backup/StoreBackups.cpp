@@ -51,6 +51,19 @@ StoreBackups::StoreBackups(QString storesFolder, QList<RealmConfiguration> store
 {
 }
 
+RealmBeforeMigrationBlock StoreBackups::backUpBeforeMigration(std::shared_ptr<Clock> clock)
+{
+    return [clock](const RealmConfiguration& store, quint64) {
+        RealmConfiguration copied = store;
+        // The copy must not start another migration of its own.
+        copied.beforeMigration = nullptr;
+        StoreBackups backups(QFileInfo(store.files().constFirst()).absolutePath(), {copied}, clock);
+        const ResultEntity made = backups.backUp(beforeMigrationReason);
+        if (!made.result)
+            throw RealmError(made.firstMessage().value_or(QString()));
+    };
+}
+
 QString StoreBackups::backupsFolder() const
 {
     return QDir(m_storesFolder).filePath(folderName);

@@ -27,6 +27,10 @@ public:
     static inline const QString beforeRestoreReason = QStringLiteral("before-restore");
     static inline const QString beforeMigrationReason = QStringLiteral("before-migration");
 
+    // What a store runs before its schema is migrated (RealmConfiguration::beforeMigration): a
+    // backup of that store alone, in the backups folder beside it, which pruning never removes.
+    static RealmBeforeMigrationBlock backUpBeforeMigration(std::shared_ptr<Clock> clock);
+
     // stores: the configuration (file and key) of each store to back up; a store whose file does
     // not exist is left out of a backup.
     StoreBackups(QString storesFolder, QList<RealmConfiguration> stores, std::shared_ptr<Clock> clock);

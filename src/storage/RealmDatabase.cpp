@@ -359,6 +359,8 @@ void RealmDatabase::migrateSchema(const RealmConfiguration& configuration, quint
     if (configuration.readOnly)
         throw RealmError(QStringLiteral("A read-only database cannot be migrated to schema version %1.")
                              .arg(configuration.schemaVersion));
+    if (fileVersion > 0 && configuration.beforeMigration)
+        configuration.beforeMigration(configuration, fileVersion);
     write([&] {
         for (const RealmObjectType& type : configuration.objectTypes)
             execute(QStringLiteral("CREATE TABLE IF NOT EXISTS \"%1\" (%2)").arg(type.name, type.columns));

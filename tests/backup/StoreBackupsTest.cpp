@@ -261,6 +261,34 @@ private Q_SLOTS:
         QVERIFY(live.size() >= original.size() + 10);
     }
 
+    // A store about to move to a newer schema is copied first, as it was; the copy is listed
+    // and survives pruning.
+    void storeIsBackedUpBeforeItsSchemaMigrates()
+    {
+        const QList<TaskEntity> before = tasksIn(tasks);
+        RealmConfiguration newer = tasks;
+        newer.schemaVersion = 2;
+        newer.migrationBlock = [](RealmDatabase& database, quint64) {
+            database.execute(QStringLiteral("DELETE FROM TaskRealmModel WHERE tasTitle LIKE 'before 1%'"));
+        };
+        newer.beforeMigration = StoreBackups::backUpBeforeMigration(clock);
+        RealmDatabase::open(newer);
+        QCOMPARE(tasksIn(newer).size(), before.size() - 111);
+
+        StoreBackups store = backups();
+        const QList<StoreBackupEntity> listed = store.list();
+        QCOMPARE(listed.size(), 1);
+        QCOMPARE(listed.constFirst().reason, StoreBackups::beforeMigrationReason);
+        QCOMPARE(listed.constFirst().counts, (QMap<QString, qint64> {{TasksDatabaseSchema::name, before.size()}}));
+        QCOMPARE(tasksIn(copyOf(tasks, listed.constFirst())), before);
+        // Opening again migrates nothing and copies nothing.
+        RealmDatabase::open(newer);
+        QCOMPARE(store.list().size(), 1);
+        clock->advance(86400 * 60);
+        QVERIFY(store.backUpIfDue().result);
+        QCOMPARE(store.list().size(), 2);
+    }
+
     // The program's own stores, keyed from the session's keyring: only stores that exist are
     // copied, and no key is made for one that does not.
     void localStoresAreBackedUpWithTheirKeychainKeys()

@@ -62,10 +62,8 @@ public:
 
     // The location and keys of the encrypted local stores: what backups copy.
     const RealmConfiguration& storeDefaults() const { return m_parts.storeDefaults; }
-    RealmEncryptedConfigurationFactory storeConfigurations() const
-    {
-        return RealmEncryptedConfigurationFactory(m_parts.keychain, m_parts.random, m_parts.storeDefaults);
-    }
+    // Every store made from here is backed up before its schema is migrated.
+    RealmEncryptedConfigurationFactory storeConfigurations() const;
 
     // What a workspace starts from: the current user, if any, and the Tasks module built for
     // that user's kind of account. Blocking: run it off the GUI thread.

@@ -1,18 +1,22 @@
 #include "screens/settings/DataSettingsView.h"
 
 #include "backup/LocalStoreBackups.h"
+#include "meetings/repositories/eventkit/EventKitMeetRepositoryImpl.h"
+#include "meetings/repositories/eventkit/LiveEventKitStore.h"
 #include "platform/SystemClock.h"
 #include "screens/common/Async.h"
 #include "screens/settings/CsvMappingDialog.h"
 #include "transfer/BitacoraMarkdownExport.h"
 #include "transfer/CsvTable.h"
 #include "transfer/CsvTaskImport.h"
+#include "transfer/MeetsIcsExport.h"
 #include "transfer/TasksCsvExport.h"
 #include "transfer/TasksImporter.h"
 #include "transfer/TasksJsonFormat.h"
 #include "transfer/TasksSnapshotReader.h"
 
 #include <QComboBox>
+#include <QDateEdit>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -138,6 +142,15 @@ DataSettingsView::DataSettingsView(const AppServices& services, std::shared_ptr<
     QPushButton* fromJson = button("importJson", qtTrId("data-settings-import-json"));
     //% "Import tasks from CSV…"
     QPushButton* fromCsv = button("importCsv", qtTrId("data-settings-import-csv"));
+    //% "Meets to .ics…"
+    QPushButton* toIcs = button("exportIcs", qtTrId("data-settings-export-ics"));
+    const QDate today = m_clock->now().toLocalTime().date();
+    m_meetsFrom = new QDateEdit(today.addDays(-30), transferBox);
+    m_meetsFrom->setObjectName(QStringLiteral("meetsFrom"));
+    m_meetsFrom->setCalendarPopup(true);
+    m_meetsTo = new QDateEdit(today.addDays(90), transferBox);
+    m_meetsTo->setObjectName(QStringLiteral("meetsTo"));
+    m_meetsTo->setCalendarPopup(true);
     m_progress = new QProgressBar(transferBox);
     m_progress->setObjectName(QStringLiteral("transferProgress"));
     m_progress->setVisible(false);
@@ -153,6 +166,15 @@ DataSettingsView::DataSettingsView(const AppServices& services, std::shared_ptr<
     exportRow->addWidget(toJson);
     exportRow->addWidget(toCsv);
     exportRow->addWidget(toMarkdown);
+    auto* meetsRow = new QHBoxLayout;
+    //% "Meets from"
+    meetsRow->addWidget(new QLabel(qtTrId("data-settings-meets-from"), transferBox));
+    meetsRow->addWidget(m_meetsFrom);
+    //% "to"
+    meetsRow->addWidget(new QLabel(qtTrId("data-settings-meets-to"), transferBox));
+    meetsRow->addWidget(m_meetsTo);
+    meetsRow->addWidget(toIcs);
+    meetsRow->addStretch();
     auto* importRow = new QHBoxLayout;
     importRow->addWidget(fromJson);
     importRow->addWidget(fromCsv);
@@ -163,6 +185,7 @@ DataSettingsView::DataSettingsView(const AppServices& services, std::shared_ptr<
     auto* transferLayout = new QVBoxLayout(transferBox);
     transferLayout->addLayout(scopeRow);
     transferLayout->addLayout(exportRow);
+    transferLayout->addLayout(meetsRow);
     transferLayout->addLayout(importRow);
     transferLayout->addLayout(progressRow);
 
@@ -182,6 +205,13 @@ DataSettingsView::DataSettingsView(const AppServices& services, std::shared_ptr<
     connect(toJson, &QPushButton::clicked, this, [this] { chooseExport(ExportFormat::json); });
     connect(toCsv, &QPushButton::clicked, this, [this] { chooseExport(ExportFormat::csv); });
     connect(toMarkdown, &QPushButton::clicked, this, [this] { chooseExport(ExportFormat::markdown); });
+    connect(toIcs, &QPushButton::clicked, this, [this] {
+        //% "Export meets"
+        const QString path = QFileDialog::getSaveFileName(this, qtTrId("data-settings-export-ics-dialog"),
+            QDir::home().filePath(QStringLiteral("tolvane-meets.ics")), QStringLiteral("iCalendar (*.ics)"));
+        if (!path.isEmpty())
+            exportMeets(path);
+    });
     connect(fromJson, &QPushButton::clicked, this, [this] {
         //% "Import tasks"
         const QString path = QFileDialog::getOpenFileName(
@@ -353,6 +383,27 @@ void DataSettingsView::exportTo(ExportFormat format, const QString& path)
         [](const ResultEntity&) { return qtTrId("data-settings-export-done"); });
 }
 
+void DataSettingsView::exportMeets(const QString& path)
+{
+    // The desktop's calendar store is first reached from the GUI thread.
+    std::shared_ptr<LiveEventKitStore> store = LiveEventKitStore::shared();
+    const QDate today = m_clock->now().toLocalTime().date();
+    const QDate from = std::min(m_meetsFrom->date(), m_meetsTo->date());
+    const QDate to = std::max(m_meetsFrom->date(), m_meetsTo->date());
+    startTransfer(
+        [store, clock = m_clock, today, from, to, path](TransferControl&) -> ResultEntity {
+            const QTimeZone zone = QTimeZone::systemTimeZone();
+            try {
+                EventKitMeetRepositoryImpl meets(
+                    store, zone, int(from.daysTo(today)), int(today.daysTo(to) + 1), {}, std::nullopt, clock);
+                return writeFile(path, MeetsIcsExport::write(meets.fetchMeets(), zone));
+            } catch (const std::exception& error) {
+                return ResultEntity::infrastructureFailure(QString::fromUtf8(error.what()));
+            }
+        },
+        [](const ResultEntity&) { return qtTrId("data-settings-export-done"); });
+}
+
 void DataSettingsView::importJson(const QString& path)
 {
     startTransfer(
@@ -397,11 +448,12 @@ void DataSettingsView::importCsv(const QString& path)
             QList<CsvMappingDialog::Target> targets;
             const auto account = accountOf(services);
             if (const Account* found = std::get_if<Account>(&account)) {
-                const auto projects = found->repositories.projects->list(found->userId).dataAs<QList<ProjectEntity>>();
-                for (const ProjectEntity& project : projects ? *projects : QList<ProjectEntity>()) {
-                    const auto lists
-                        = found->repositories.taskLists->list(project.prjId).dataAs<QList<TaskListEntity>>();
-                    for (const TaskListEntity& list : lists ? *lists : QList<TaskListEntity>())
+                const ResultEntity projects = found->repositories.projects->list(found->userId);
+                for (const ProjectEntity& project :
+                    projects.result ? *projects.dataAs<QList<ProjectEntity>>() : QList<ProjectEntity>()) {
+                    const ResultEntity lists = found->repositories.taskLists->list(project.prjId);
+                    for (const TaskListEntity& list :
+                        lists.result ? *lists.dataAs<QList<TaskListEntity>>() : QList<TaskListEntity>())
                         targets.append({project.prjName + QStringLiteral(" — ") + list.talName, list});
                 }
             }

@@ -14,6 +14,7 @@ class QProgressBar;
 class QPushButton;
 class QTreeWidget;
 class QComboBox;
+class QDateEdit;
 
 // Settings page for the safety of the user's data: the automatic backups of the local stores
 // (listed with their dates and record counts; one restored after a confirmation) and the exports
@@ -33,6 +34,8 @@ public:
     void exportTo(ExportFormat format, const QString& path);
     void importJson(const QString& path);
     void importCsv(const QString& path);
+    // The meets of the calendar store between the two dates (both included) as an .ics file.
+    void exportMeets(const QString& path);
     void cancelTransfer();
 
 Q_SIGNALS:
@@ -57,6 +60,8 @@ private:
     QPushButton* m_backUp;
     QPushButton* m_restore;
     QComboBox* m_scope;
+    QDateEdit* m_meetsFrom;
+    QDateEdit* m_meetsTo;
     QList<QPushButton*> m_transferButtons;
     QProgressBar* m_progress;
     QPushButton* m_cancel;

@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTimeZone>
 #include <QTreeWidget>
 
 namespace {
@@ -174,6 +175,25 @@ private Q_SLOTS:
         QCOMPARE(tasks.at(0).tasTitle, QStringLiteral("Water the roses"));
         QVERIFY(tasks.at(0).tasIsDone);
         QVERIFY(!tasks.at(1).tasIsDone);
+    }
+
+    // The meets of the desktop's calendar store leave as an iCalendar file with the zone the
+    // program shows times in.
+    void meetsExportThroughThePage()
+    {
+        AppFixture app;
+        app.storeLocalUser();
+        DataSettingsView page(app.services());
+        QSignalSpy done(&page, &DataSettingsView::workFinished);
+        const QString file = app.directory() + QStringLiteral("/meets.ics");
+        page.exportMeets(file);
+        QVERIFY(finished(done));
+        QFile ics(file);
+        QVERIFY(ics.open(QIODevice::ReadOnly));
+        const QByteArray text = ics.readAll();
+        QVERIFY(text.startsWith("BEGIN:VCALENDAR"));
+        QVERIFY(text.contains("BEGIN:VTIMEZONE"));
+        QVERIFY(text.contains(QTimeZone::systemTimeZoneId()));
     }
 };
 
