@@ -343,6 +343,182 @@
         <source>Task of the day</source>
         <translation>Task of the day</translation>
     </message>
+    <message id="data-settings-backup-date">
+        <source>Date</source>
+        <translation>Date</translation>
+    </message>
+    <message id="data-settings-backup-done">
+        <source>Backed up.</source>
+        <translation>Backed up.</translation>
+    </message>
+    <message id="data-settings-backup-items">
+        <source>Items</source>
+        <translation>Items</translation>
+    </message>
+    <message id="data-settings-backup-kind">
+        <source>Kind</source>
+        <translation>Kind</translation>
+    </message>
+    <message id="data-settings-backup-no-keys">
+        <source>The keyring could not be read; no backup was made.</source>
+        <translation>The keyring could not be read; no backup was made.</translation>
+    </message>
+    <message id="data-settings-backup-now">
+        <source>Back up now</source>
+        <translation>Back up now</translation>
+    </message>
+    <message id="data-settings-backup-reason-daily">
+        <source>Daily</source>
+        <translation>Daily</translation>
+    </message>
+    <message id="data-settings-backup-reason-migration">
+        <source>Before an update</source>
+        <translation>Before an update</translation>
+    </message>
+    <message id="data-settings-backup-reason-restore">
+        <source>Before a restore</source>
+        <translation>Before a restore</translation>
+    </message>
+    <message id="data-settings-backups-hint">
+        <source>Tolvane keeps an encrypted copy of its local data every day: the last 7 days and 4 weeks.</source>
+        <translation>Tolvane keeps an encrypted copy of its local data every day: the last 7 days and 4 weeks.</translation>
+    </message>
+    <message id="data-settings-backups-title">
+        <source>Backups</source>
+        <translation>Backups</translation>
+    </message>
+    <message id="data-settings-cancel">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="data-settings-csv-done-column">
+        <source>Done</source>
+        <translation>Done</translation>
+    </message>
+    <message id="data-settings-csv-due-column">
+        <source>Due date</source>
+        <translation>Due date</translation>
+    </message>
+    <message id="data-settings-csv-empty">
+        <source>The file holds no rows.</source>
+        <translation>The file holds no rows.</translation>
+    </message>
+    <message id="data-settings-csv-import-done">
+        <source>Imported %1 tasks; %2 rows without a title were left out.</source>
+        <translation>Imported %1 tasks; %2 rows without a title were left out.</translation>
+    </message>
+    <message id="data-settings-csv-mapping-title">
+        <source>Import tasks from CSV</source>
+        <translation>Import tasks from CSV</translation>
+    </message>
+    <message id="data-settings-csv-no-column">
+        <source>(none)</source>
+        <translation>(none)</translation>
+    </message>
+    <message id="data-settings-csv-quadrant-column">
+        <source>Quadrant</source>
+        <translation>Quadrant</translation>
+    </message>
+    <message id="data-settings-csv-target-list">
+        <source>Into the list</source>
+        <translation>Into the list</translation>
+    </message>
+    <message id="data-settings-csv-title-column">
+        <source>Title</source>
+        <translation>Title</translation>
+    </message>
+    <message id="data-settings-export-csv">
+        <source>Tasks to CSV…</source>
+        <translation>Tasks to CSV…</translation>
+    </message>
+    <message id="data-settings-export-dialog">
+        <source>Export tasks</source>
+        <translation>Export tasks</translation>
+    </message>
+    <message id="data-settings-export-done">
+        <source>Exported.</source>
+        <translation>Exported.</translation>
+    </message>
+    <message id="data-settings-export-ics">
+        <source>Meets to .ics…</source>
+        <translation>Meets to .ics…</translation>
+    </message>
+    <message id="data-settings-export-ics-dialog">
+        <source>Export meets</source>
+        <translation>Export meets</translation>
+    </message>
+    <message id="data-settings-export-json">
+        <source>Tasks to JSON…</source>
+        <translation>Tasks to JSON…</translation>
+    </message>
+    <message id="data-settings-export-label">
+        <source>Export</source>
+        <translation>Export</translation>
+    </message>
+    <message id="data-settings-export-markdown">
+        <source>Logbook to Markdown…</source>
+        <translation>Logbook to Markdown…</translation>
+    </message>
+    <message id="data-settings-export-markdown-dialog">
+        <source>Choose a folder for the logbook</source>
+        <translation>Choose a folder for the logbook</translation>
+    </message>
+    <message id="data-settings-import-csv">
+        <source>Import tasks from CSV…</source>
+        <translation>Import tasks from CSV…</translation>
+    </message>
+    <message id="data-settings-import-done">
+        <source>Imported %1 items; %2 were already there and were skipped.</source>
+        <translation>Imported %1 items; %2 were already there and were skipped.</translation>
+    </message>
+    <message id="data-settings-import-json">
+        <source>Import JSON…</source>
+        <translation>Import JSON…</translation>
+    </message>
+    <message id="data-settings-import-json-dialog">
+        <source>Import tasks</source>
+        <translation>Import tasks</translation>
+    </message>
+    <message id="data-settings-meets-from">
+        <source>Meets from</source>
+        <translation>Meets from</translation>
+    </message>
+    <message id="data-settings-meets-to">
+        <source>to</source>
+        <translation>to</translation>
+    </message>
+    <message id="data-settings-restore">
+        <source>Restore…</source>
+        <translation>Restore…</translation>
+    </message>
+    <message id="data-settings-restore-confirm">
+        <source>Restore</source>
+        <translation>Restore</translation>
+    </message>
+    <message id="data-settings-restore-done">
+        <source>Restored. The data from before is kept as a backup of its own.</source>
+        <translation>Restored. The data from before is kept as a backup of its own.</translation>
+    </message>
+    <message id="data-settings-restore-explanation">
+        <source>Your local data goes back to how it was on %1. The current data is backed up first, so this can be undone by restoring that backup.</source>
+        <translation>Your local data goes back to how it was on %1. The current data is backed up first, so this can be undone by restoring that backup.</translation>
+    </message>
+    <message id="data-settings-restore-question">
+        <source>Restore this backup?</source>
+        <translation>Restore this backup?</translation>
+    </message>
+    <message id="data-settings-scope-everything">
+        <source>Everything</source>
+        <translation>Everything</translation>
+    </message>
+    <message id="data-settings-transfer-cancelled">
+        <source>Cancelled. What was already imported stays; importing the same file again adds the rest.</source>
+        <translation>Cancelled. What was already imported stays; importing the same file again adds the rest.</translation>
+    </message>
+    <message id="data-settings-transfer-title">
+        <source>Export and import</source>
+        <translation>Export and import</translation>
+    </message>
     <message id="detail-select-option-text">
         <source>Choose a workspace in the sidebar</source>
         <translation>Choose a workspace in the sidebar</translation>
@@ -966,6 +1142,10 @@
     <message id="user-settings-close-button">
         <source>Close</source>
         <translation>Close</translation>
+    </message>
+    <message id="user-settings-data-section-title">
+        <source>Backups and export</source>
+        <translation>Backups and export</translation>
     </message>
     <message id="user-settings-delete-local-account-button">
         <source>Delete local account</source>

@@ -343,6 +343,182 @@
         <source>Task of the day</source>
         <translation>Tarea del día</translation>
     </message>
+    <message id="data-settings-backup-date">
+        <source>Date</source>
+        <translation>Fecha</translation>
+    </message>
+    <message id="data-settings-backup-done">
+        <source>Backed up.</source>
+        <translation>Copia hecha.</translation>
+    </message>
+    <message id="data-settings-backup-items">
+        <source>Items</source>
+        <translation>Elementos</translation>
+    </message>
+    <message id="data-settings-backup-kind">
+        <source>Kind</source>
+        <translation>Tipo</translation>
+    </message>
+    <message id="data-settings-backup-no-keys">
+        <source>The keyring could not be read; no backup was made.</source>
+        <translation>No se pudo leer el llavero; no se hizo ninguna copia.</translation>
+    </message>
+    <message id="data-settings-backup-now">
+        <source>Back up now</source>
+        <translation>Hacer copia ahora</translation>
+    </message>
+    <message id="data-settings-backup-reason-daily">
+        <source>Daily</source>
+        <translation>Diaria</translation>
+    </message>
+    <message id="data-settings-backup-reason-migration">
+        <source>Before an update</source>
+        <translation>Antes de una actualización</translation>
+    </message>
+    <message id="data-settings-backup-reason-restore">
+        <source>Before a restore</source>
+        <translation>Antes de una restauración</translation>
+    </message>
+    <message id="data-settings-backups-hint">
+        <source>Tolvane keeps an encrypted copy of its local data every day: the last 7 days and 4 weeks.</source>
+        <translation>Tolvane guarda cada día una copia cifrada de sus datos locales: los últimos 7 días y 4 semanas.</translation>
+    </message>
+    <message id="data-settings-backups-title">
+        <source>Backups</source>
+        <translation>Copias de seguridad</translation>
+    </message>
+    <message id="data-settings-cancel">
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="data-settings-csv-done-column">
+        <source>Done</source>
+        <translation>Hecha</translation>
+    </message>
+    <message id="data-settings-csv-due-column">
+        <source>Due date</source>
+        <translation>Fecha límite</translation>
+    </message>
+    <message id="data-settings-csv-empty">
+        <source>The file holds no rows.</source>
+        <translation>El archivo no tiene filas.</translation>
+    </message>
+    <message id="data-settings-csv-import-done">
+        <source>Imported %1 tasks; %2 rows without a title were left out.</source>
+        <translation>Se importaron %1 tareas; se omitieron %2 filas sin título.</translation>
+    </message>
+    <message id="data-settings-csv-mapping-title">
+        <source>Import tasks from CSV</source>
+        <translation>Importar tareas de CSV</translation>
+    </message>
+    <message id="data-settings-csv-no-column">
+        <source>(none)</source>
+        <translation>(ninguna)</translation>
+    </message>
+    <message id="data-settings-csv-quadrant-column">
+        <source>Quadrant</source>
+        <translation>Cuadrante</translation>
+    </message>
+    <message id="data-settings-csv-target-list">
+        <source>Into the list</source>
+        <translation>En la lista</translation>
+    </message>
+    <message id="data-settings-csv-title-column">
+        <source>Title</source>
+        <translation>Título</translation>
+    </message>
+    <message id="data-settings-export-csv">
+        <source>Tasks to CSV…</source>
+        <translation>Tareas a CSV…</translation>
+    </message>
+    <message id="data-settings-export-dialog">
+        <source>Export tasks</source>
+        <translation>Exportar tareas</translation>
+    </message>
+    <message id="data-settings-export-done">
+        <source>Exported.</source>
+        <translation>Exportado.</translation>
+    </message>
+    <message id="data-settings-export-ics">
+        <source>Meets to .ics…</source>
+        <translation>Reuniones a .ics…</translation>
+    </message>
+    <message id="data-settings-export-ics-dialog">
+        <source>Export meets</source>
+        <translation>Exportar reuniones</translation>
+    </message>
+    <message id="data-settings-export-json">
+        <source>Tasks to JSON…</source>
+        <translation>Tareas a JSON…</translation>
+    </message>
+    <message id="data-settings-export-label">
+        <source>Export</source>
+        <translation>Exportar</translation>
+    </message>
+    <message id="data-settings-export-markdown">
+        <source>Logbook to Markdown…</source>
+        <translation>Bitácora a Markdown…</translation>
+    </message>
+    <message id="data-settings-export-markdown-dialog">
+        <source>Choose a folder for the logbook</source>
+        <translation>Elige una carpeta para la bitácora</translation>
+    </message>
+    <message id="data-settings-import-csv">
+        <source>Import tasks from CSV…</source>
+        <translation>Importar tareas de CSV…</translation>
+    </message>
+    <message id="data-settings-import-done">
+        <source>Imported %1 items; %2 were already there and were skipped.</source>
+        <translation>Se importaron %1 elementos; %2 ya existían y se omitieron.</translation>
+    </message>
+    <message id="data-settings-import-json">
+        <source>Import JSON…</source>
+        <translation>Importar JSON…</translation>
+    </message>
+    <message id="data-settings-import-json-dialog">
+        <source>Import tasks</source>
+        <translation>Importar tareas</translation>
+    </message>
+    <message id="data-settings-meets-from">
+        <source>Meets from</source>
+        <translation>Reuniones del</translation>
+    </message>
+    <message id="data-settings-meets-to">
+        <source>to</source>
+        <translation>al</translation>
+    </message>
+    <message id="data-settings-restore">
+        <source>Restore…</source>
+        <translation>Restaurar…</translation>
+    </message>
+    <message id="data-settings-restore-confirm">
+        <source>Restore</source>
+        <translation>Restaurar</translation>
+    </message>
+    <message id="data-settings-restore-done">
+        <source>Restored. The data from before is kept as a backup of its own.</source>
+        <translation>Restaurado. Los datos anteriores se guardan como una copia propia.</translation>
+    </message>
+    <message id="data-settings-restore-explanation">
+        <source>Your local data goes back to how it was on %1. The current data is backed up first, so this can be undone by restoring that backup.</source>
+        <translation>Tus datos locales vuelven a como estaban el %1. Antes se hace una copia de los datos actuales, así que puedes deshacerlo restaurando esa copia.</translation>
+    </message>
+    <message id="data-settings-restore-question">
+        <source>Restore this backup?</source>
+        <translation>¿Restaurar esta copia?</translation>
+    </message>
+    <message id="data-settings-scope-everything">
+        <source>Everything</source>
+        <translation>Todo</translation>
+    </message>
+    <message id="data-settings-transfer-cancelled">
+        <source>Cancelled. What was already imported stays; importing the same file again adds the rest.</source>
+        <translation>Cancelado. Lo ya importado se queda; importar de nuevo el mismo archivo añade el resto.</translation>
+    </message>
+    <message id="data-settings-transfer-title">
+        <source>Export and import</source>
+        <translation>Exportar e importar</translation>
+    </message>
     <message id="detail-select-option-text">
         <source>Choose a workspace in the sidebar</source>
         <translation>Elige un espacio de trabajo en la barra lateral</translation>
@@ -966,6 +1142,10 @@
     <message id="user-settings-close-button">
         <source>Close</source>
         <translation>Cerrar</translation>
+    </message>
+    <message id="user-settings-data-section-title">
+        <source>Backups and export</source>
+        <translation>Copias y exportación</translation>
     </message>
     <message id="user-settings-delete-local-account-button">
         <source>Delete local account</source>

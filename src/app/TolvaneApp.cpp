@@ -11,6 +11,7 @@
 #include "screens/common/Appearance.h"
 #include "screens/common/Async.h"
 #include "screens/common/ErrorConsoleStore.h"
+#include "screens/settings/AutomaticBackupStart.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -35,6 +36,7 @@ void TolvaneApp::installTranslations()
 void TolvaneApp::start(const LaunchRequest& request)
 {
     runAlarmStartupHook(m_services);
+    startAutomaticBackup(m_services, QCoreApplication::instance());
     if (GIDSignIn* signIn = m_services.signIn()) {
         runAsync(
             QCoreApplication::instance(),

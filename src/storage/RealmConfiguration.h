@@ -8,6 +8,7 @@
 #include <optional>
 
 class RealmDatabase;
+struct RealmConfiguration;
 
 // A stored record type: one table named after the type, with its column definitions
 // (for example "prjId TEXT PRIMARY KEY NOT NULL, prjName TEXT NOT NULL").
@@ -23,6 +24,11 @@ struct RealmObjectType {
 // configuration's; receives the old version.
 using RealmMigrationBlock = std::function<void(RealmDatabase& database, quint64 oldSchemaVersion)>;
 
+// Runs before an existing file is migrated to a newer schema version, outside any transaction,
+// so that a copy of the file as it was can be kept; a RealmError it throws stops the migration.
+using RealmBeforeMigrationBlock
+    = std::function<void(const RealmConfiguration& configuration, quint64 oldSchemaVersion)>;
+
 // Everything needed to open one encrypted store file.
 struct RealmConfiguration {
     std::optional<QString> fileURL;
@@ -30,6 +36,7 @@ struct RealmConfiguration {
     bool readOnly = false;
     quint64 schemaVersion = 0;
     RealmMigrationBlock migrationBlock;
+    RealmBeforeMigrationBlock beforeMigration;
     bool deleteRealmIfMigrationNeeded = false;
     QList<RealmObjectType> objectTypes;
 

@@ -289,6 +289,31 @@ bool RealmDatabase::isIntact()
     }
 }
 
+void RealmDatabase::copyInto(RealmDatabase& destination)
+{
+    sqlite3_backup* backup = sqlite3_backup_init(destination.m_connection, "main", m_connection, "main");
+    if (!backup)
+        throw failureOf(destination.m_connection);
+    // Copying every page in one step holds one read transaction on this store, so the copy can
+    // never mix two states. A writer elsewhere that holds the file makes the step busy; it is
+    // tried again for as long as an ordinary statement would wait.
+    int status = SQLITE_OK;
+    for (int waited = 0;; waited += 20) {
+        status = sqlite3_backup_step(backup, -1);
+        if ((status != SQLITE_BUSY && status != SQLITE_LOCKED) || waited >= busyTimeoutMilliseconds)
+            break;
+        sqlite3_sleep(20);
+    }
+    sqlite3_backup_finish(backup);
+    if (status == SQLITE_BUSY || status == SQLITE_LOCKED)
+        throw RealmError(busyMessage, RealmError::Kind::busy);
+    if (status != SQLITE_DONE) {
+        const bool damaged = (status & 0xff) == SQLITE_CORRUPT || (status & 0xff) == SQLITE_NOTADB;
+        throw RealmError(
+            QString::fromUtf8(sqlite3_errstr(status)), damaged ? RealmError::Kind::damaged : RealmError::Kind::other);
+    }
+}
+
 int RealmDatabase::changes() const
 {
     return sqlite3_changes(m_connection);
@@ -334,6 +359,8 @@ void RealmDatabase::migrateSchema(const RealmConfiguration& configuration, quint
     if (configuration.readOnly)
         throw RealmError(QStringLiteral("A read-only database cannot be migrated to schema version %1.")
                              .arg(configuration.schemaVersion));
+    if (fileVersion > 0 && configuration.beforeMigration)
+        configuration.beforeMigration(configuration, fileVersion);
     write([&] {
         for (const RealmObjectType& type : configuration.objectTypes)
             execute(QStringLiteral("CREATE TABLE IF NOT EXISTS \"%1\" (%2)").arg(type.name, type.columns));

@@ -42,6 +42,12 @@ public:
     // Rows changed by the last INSERT, UPDATE or DELETE.
     int changes() const;
 
+    // Replaces everything destination holds with this store's pages, through SQLite's online
+    // backup: the copy is one committed state of this store even while other connections write
+    // to it, and other connections to destination see the replacement as one transaction. Both
+    // handles must be keyed with the same key; the pages stay encrypted.
+    void copyInto(RealmDatabase& destination);
+
     // Runs body in one write transaction (BEGIN IMMEDIATE ... COMMIT); an exception from body
     // rolls the transaction back and propagates.
     template <typename Body> decltype(auto) write(Body&& body)

@@ -30,6 +30,7 @@ ResultEntity RealmEncryptedConfigurationFactory::makeConfiguration(const QString
     configuration.readOnly = false;
     configuration.schemaVersion = schemaVersion;
     configuration.migrationBlock = std::move(migrationBlock);
+    configuration.beforeMigration = m_beforeMigration;
     configuration.deleteRealmIfMigrationNeeded = false;
     configuration.objectTypes = std::move(objectTypes);
     return ResultEntity::success(configuration);

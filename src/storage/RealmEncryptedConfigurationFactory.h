@@ -20,6 +20,12 @@ public:
     RealmEncryptedConfigurationFactory(std::shared_ptr<Keychain> keychain, std::shared_ptr<SecureRandom> random,
         RealmConfiguration defaultConfiguration);
 
+    // Given to every configuration made from here on: what runs before a store is migrated.
+    void setBeforeMigration(RealmBeforeMigrationBlock beforeMigration)
+    {
+        m_beforeMigration = std::move(beforeMigration);
+    }
+
     // On success data holds the RealmConfiguration; on failure infrastructureMessage says why.
     ResultEntity makeConfiguration(const QString& name, quint64 schemaVersion, RealmMigrationBlock migrationBlock,
         QList<RealmObjectType> objectTypes) const;
@@ -36,4 +42,5 @@ private:
     std::shared_ptr<Keychain> m_keychain;
     std::shared_ptr<SecureRandom> m_random;
     RealmConfiguration m_defaultConfiguration;
+    RealmBeforeMigrationBlock m_beforeMigration;
 };

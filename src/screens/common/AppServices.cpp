@@ -1,5 +1,6 @@
 #include "screens/common/AppServices.h"
 
+#include "backup/StoreBackups.h"
 #include "login/GoogleAuthTokenProvider.h"
 #include "login/GoogleSignInRepositoryImpl.h"
 #include "login/LocalUserRepositoryImpl.h"
@@ -8,6 +9,7 @@
 #include "oauth/GIDSignIn.h"
 #include "platform/BuildSettings.h"
 #include "platform/SecretServiceKeychain.h"
+#include "platform/SystemClock.h"
 #include "platform/SystemSecureRandom.h"
 
 AppServices::AppServices(Parts parts)
@@ -60,10 +62,16 @@ std::optional<APIClient> AppServices::apiClient() const
         m_parts.backendBaseURL, std::make_shared<GoogleAuthTokenProvider>(*m_parts.signIn), UrlSession::shared(), true);
 }
 
+RealmEncryptedConfigurationFactory AppServices::storeConfigurations() const
+{
+    RealmEncryptedConfigurationFactory factory(m_parts.keychain, m_parts.random, m_parts.storeDefaults);
+    factory.setBeforeMigration(StoreBackups::backUpBeforeMigration(std::make_shared<SystemClock>()));
+    return factory;
+}
+
 TaskResultEntity AppServices::tasksApplications(bool isGoogleAccount) const
 {
-    const TasksApplicationFactory factory(
-        RealmEncryptedConfigurationFactory(m_parts.keychain, m_parts.random, m_parts.storeDefaults));
+    const TasksApplicationFactory factory(storeConfigurations());
     return factory.make(isGoogleAccount, apiClient());
 }
 

@@ -60,6 +60,11 @@ public:
     // The Tasks module for that user's kind of account.
     TaskResultEntity tasksApplications(bool isGoogleAccount) const;
 
+    // The location and keys of the encrypted local stores: what backups copy.
+    const RealmConfiguration& storeDefaults() const { return m_parts.storeDefaults; }
+    // Every store made from here is backed up before its schema is migrated.
+    RealmEncryptedConfigurationFactory storeConfigurations() const;
+
     // What a workspace starts from: the current user, if any, and the Tasks module built for
     // that user's kind of account. Blocking: run it off the GUI thread.
     struct TasksSession {

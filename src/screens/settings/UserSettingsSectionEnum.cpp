@@ -23,6 +23,9 @@ QString UserSettingsSection::title(UserSettingsSectionEnum section)
     case UserSettingsSectionEnum::help:
         //% "Help"
         return qtTrId("user-settings-help-section-title");
+    case UserSettingsSectionEnum::data:
+        //% "Backups and export"
+        return qtTrId("user-settings-data-section-title");
     }
     return {};
 }
@@ -42,6 +45,8 @@ QString UserSettingsSection::symbol(UserSettingsSectionEnum section)
         return QStringLiteral("alarm");
     case UserSettingsSectionEnum::help:
         return QStringLiteral("pencil");
+    case UserSettingsSectionEnum::data:
+        return QStringLiteral("book.closed");
     }
     return {};
 }

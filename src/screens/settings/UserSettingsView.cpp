@@ -8,6 +8,7 @@
 #include "screens/settings/AlarmSettingsView.h"
 #include "screens/settings/CalendarProvidersView.h"
 #include "screens/settings/CalendarVisibilitySettingsView.h"
+#include "screens/settings/DataSettingsView.h"
 #include "screens/settings/HelpSettingsView.h"
 #include "screens/settings/SettingsButtonView.h"
 
@@ -77,6 +78,7 @@ UserSettingsView::UserSettingsView(
     add(UserSettingsSectionEnum::calendars, new CalendarVisibilitySettingsView(services));
     add(UserSettingsSectionEnum::alarm, new AlarmSettingsView(services));
     add(UserSettingsSectionEnum::help, new HelpSettingsView(services, makeConsole ? makeConsole(nullptr) : nullptr));
+    add(UserSettingsSectionEnum::data, new DataSettingsView(services));
 
     //% "Close"
     auto* close = new SettingsButtonView(
