@@ -2,12 +2,12 @@
 // a list whose items may be bad, and the dates inside. The first byte picks the type; a
 // DecodingError is the expected outcome of a bad body, anything else is a finding.
 #include "FuzzInput.h"
-#include "wire/login/SupportDTOs.h"
-#include "wire/login/UserDTOs.h"
-#include "wire/events/EventResponseDTO.h"
 #include "networking/APIError.h"
 #include "networking/APIErrorMessageEnum.h"
 #include "wire/JSONCoding.h"
+#include "wire/events/EventResponseDTO.h"
+#include "wire/login/SupportDTOs.h"
+#include "wire/login/UserDTOs.h"
 #include "wire/tasks/BitacoraEntryResponseDTO.h"
 #include "wire/tasks/DailyTaskResponseDTO.h"
 #include "wire/tasks/ProjectResponseDTO.h"

@@ -2,9 +2,9 @@
 
 #include "networking/APIError.h"
 #include "networking/AuthTokenProvider.h"
-#include "wire/JSONCoding.h"
 #include "networking/NetworkLogger.h"
 #include "networking/UrlSession.h"
+#include "wire/JSONCoding.h"
 
 #include <QList>
 #include <QString>

@@ -1,8 +1,8 @@
 #include "networking/NetworkLogger.h"
 
-#include "wire/JSONCoding.h"
 #include "platform/AppPaths.h"
 #include "platform/SystemClock.h"
+#include "wire/JSONCoding.h"
 
 #include <QDir>
 #include <QFile>

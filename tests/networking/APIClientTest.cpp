@@ -4,10 +4,10 @@
 #include "TokenProviders.h"
 #include "networking/APIErrorMessageEnum.h"
 #include "networking/EmptyBody.h"
-#include "wire/JSONObjectReader.h"
 #include "platform/AppPaths.h"
 #include "support/TestMain.h"
 #include "support/http/FakeBackend.h"
+#include "wire/JSONObjectReader.h"
 
 #include <QElapsedTimer>
 #include <QJsonDocument>

@@ -1,8 +1,8 @@
 #include "wire/JSONCoding.h"
 
 #include "networking/EmptyBody.h"
-#include "wire/JSONObjectReader.h"
 #include "support/TestMain.h"
+#include "wire/JSONObjectReader.h"
 
 #include <QTest>
 #include <QTimeZone>

@@ -95,21 +95,13 @@ void DayReviewView::reload()
 {
     m_isLoading = true;
     const quint64 generation = ++m_generation;
-    const QDate date = m_day.date;
-    const AppServices* services = &m_services;
-    runAsync(
-        this, [services, date] { return RitualDay::read(*services, date, false); },
-        [this, generation](const RitualDay& day) {
-            if (generation != m_generation)
-                return;
-            RitualDay::readMeets(m_services, day, this, [this, generation](const RitualDay& withMeets) {
-                if (generation != m_generation)
-                    return;
-                m_isLoading = false;
-                present(withMeets);
-                Q_EMIT loaded();
-            });
-        });
+    RitualDay::load(m_services, m_day.date, false, this, [this, generation](const RitualDay& day) {
+        if (generation != m_generation)
+            return;
+        m_isLoading = false;
+        present(day);
+        Q_EMIT loaded();
+    });
 }
 
 void DayReviewView::present(const RitualDay& day)

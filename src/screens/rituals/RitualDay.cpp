@@ -29,6 +29,15 @@ void RitualDay::readMeets(
         std::move(done));
 }
 
+void RitualDay::load(const AppServices& services, const QDate& date, bool withEarlier, QObject* context,
+    std::function<void(const RitualDay&)> done)
+{
+    const AppServices* shared = &services;
+    runAsync(
+        context, [shared, date, withEarlier] { return read(*shared, date, withEarlier); },
+        [shared, context, done = std::move(done)](const RitualDay& day) { readMeets(*shared, day, context, done); });
+}
+
 RitualDay RitualDay::read(const AppServices& services, const QDate& date, bool withEarlier)
 {
     RitualDay day;

@@ -40,6 +40,10 @@ struct RitualDay {
     static void readMeets(const AppServices& services, const RitualDay& day, QObject* context,
         std::function<void(const RitualDay&)> done);
 
+    // read() off the GUI thread, then readMeets(); done runs on context's thread.
+    static void load(const AppServices& services, const QDate& date, bool withEarlier, QObject* context,
+        std::function<void(const RitualDay&)> done);
+
     // Every project on a working day; on a weekend only those meant for every day.
     static QList<ProjectEntity> shownOn(const QList<ProjectEntity>& projects, const QDate& date);
     // "09:30 Standup"; all-day meets without a time.

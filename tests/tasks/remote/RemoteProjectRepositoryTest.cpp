@@ -1,8 +1,8 @@
 #include "RemoteRepositoryFixture.h"
-#include "wire/JSONObjectReader.h"
 #include "support/TestMain.h"
-#include "wire/tasks/ProjectResponseDTO.h"
 #include "tasks/repositories/remote/RemoteProjectRepositoryImpl.h"
+#include "wire/JSONObjectReader.h"
+#include "wire/tasks/ProjectResponseDTO.h"
 
 using namespace RemoteFixture;
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "networking/APIClient.h"
-#include "wire/JSONCoding.h"
 #include "support/http/FakeBackend.h"
 #include "support/http/TasksBackend.h"
 #include "tasks/entities/TaskResultEntity.h"
+#include "wire/JSONCoding.h"
 
 #include <QJsonDocument>
 #include <QTest>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "meetings/repositories/MeetRepository.h"
-#include "wire/events/EventResponseDTO.h"
 #include "networking/APIClient.h"
+#include "wire/events/EventResponseDTO.h"
 
 #include <functional>
 
