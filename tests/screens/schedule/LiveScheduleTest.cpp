@@ -4,6 +4,7 @@
 #include "meetings/alarms/MeetAlarmSettingsStores.h"
 #include "meetings/domain/MeetIdentity.h"
 #include "meetings/domain/MeetValidationError.h"
+#include "meetings/repositories/remote/RemoteEventRepositoryImpl.h"
 #include "platform/calendar_store/CalendarStore.h"
 #include "platform/calendar_store/CalendarWatcher.h"
 #include "screens/projects/TaskRowView.h"
@@ -19,8 +20,8 @@
 #include "screens/schedule/ScheduleFixture.h"
 #include "screens/schedule/ScheduleProjectsPaneView.h"
 #include "support/TestMain.h"
-#include "support/http/EventsBackend.h"
 #include "support/notifications/TestNotificationServer.h"
+#include "support/server/ServerBackend.h"
 #include "support/ui/GoogleAccountFixture.h"
 
 #include <QAction>
@@ -623,7 +624,6 @@ private Q_SLOTS:
     void timeBlockingInAGoogleAccount()
     {
         GoogleAccountFixture google;
-        EventsBackend backendEvents(google.backend());
         QVERIFY(google.signIn().result);
         const QString work = addCalendar(QStringLiteral("Work"));
         google.app().userDefaults().setValue(QStringLiteral("defaultCalendarIdentifier"), work);
@@ -657,7 +657,8 @@ private Q_SLOTS:
         const MeetEntity block = *shown(QStringLiteral("Sow"));
         QCOMPARE(block.metCalendarIdentifier, work);
         QCOMPARE(block.metTaskLink, (MeetTaskLink {MeetTaskLink::Kind::task, sow.tasId}));
-        QVERIFY(backendEvents.events(google.backendUser()).isEmpty());
+        // The block lives in the calendar store, not among the backend's events.
+        QVERIFY(RemoteEventRepositoryImpl(google.server().client(google.backendSubject())).fetchMeets().isEmpty());
 
         QTRY_VERIFY(cardOf(QStringLiteral("Sow")) && cardOf(QStringLiteral("Sow"))->taskCheckBox());
         cardOf(QStringLiteral("Sow"))->taskCheckBox()->click();
