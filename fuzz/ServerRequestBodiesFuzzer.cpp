@@ -1,20 +1,43 @@
-// Every request body the server reads: the JSON object with only the fields a resource allows,
-// then each field through the decoder a resource reads it with (texts, names, flags, ids, dates,
-// numbers). A Refusal is the expected outcome of a bad body, anything else is a finding.
+// Every request body the server reads, through the same strict decoding its resources use. A
+// DecodingError is the expected outcome of a bad body; anything else is a finding. What decodes
+// is written back the way the app writes it and must read again: the two directions of a shape
+// have to agree on everything the server accepts.
 #include "FuzzInput.h"
-#include "Wire.h"
+#include "wire/JSONCoding.h"
+#include "wire/events/EventRequestDTO.h"
+#include "wire/login/SupportDTOs.h"
+#include "wire/login/UserDTOs.h"
+#include "wire/tasks/CreateBitacoraEntryRequestDTO.h"
+#include "wire/tasks/CreateDailyTaskRequestDTO.h"
+#include "wire/tasks/CreateProjectRequestDTO.h"
+#include "wire/tasks/CreateTaskListRequestDTO.h"
+#include "wire/tasks/CreateTaskRequestDTO.h"
+#include "wire/tasks/DeleteCompletedTasksRequestDTO.h"
+#include "wire/tasks/UpdateBitacoraEntryRequestDTO.h"
+#include "wire/tasks/UpdateDailyTaskRequestDTO.h"
+#include "wire/tasks/UpdateProjectRequestDTO.h"
+#include "wire/tasks/UpdateTaskListRequestDTO.h"
+#include "wire/tasks/UpdateTaskRequestDTO.h"
 
-#include <QJsonObject>
-
-#include <string>
+#include <cstdlib>
 
 namespace {
 
-template <typename Decode> void tryDecode(Decode decode)
+template <typename Shape> void readAndWriteBack(const QByteArray& body)
 {
+    Shape read;
     try {
-        decode();
-    } catch (const wire::Refusal&) {
+        read = JSONCoding::decode<Shape>(body);
+    } catch (const DecodingError&) {
+        return;
+    }
+    if constexpr (HasWriteJson<Shape>) {
+        try {
+            JSONCoding::decode<Shape>(QByteArray::fromStdString(JSONCoding::encode(read)));
+        } catch (const DecodingError&) {
+            // Accepted once, refused when written back: the shape's two directions disagree.
+            std::abort();
+        }
     }
 }
 
@@ -22,30 +45,20 @@ template <typename Decode> void tryDecode(Decode decode)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    const std::string body(reinterpret_cast<const char*>(data), size);
-    QJsonObject object;
-    try {
-        // Every field any resource takes, so that each decoder below meets every kind of value.
-        object = wire::object(body,
-            {"prjId", "prjUserId", "prjName", "prjDescription", "prjShowEveryDay", "talId", "talName", "talDescription",
-                "talIsDefault", "tasUserId", "tasTitle", "tasIsDone", "tasDate", "tasDueDate", "tasEisenhowerTag",
-                "bteDate", "bteContent", "supMessage", "usrFirstName", "usrLastName", "usrEmail", "evtTitle",
-                "evtDescription", "evtSchedule", "evtDurationMinutes", "evtHasAlarm", "evtRepeat", "evtCustomRepeat",
-                "confirm"});
-    } catch (const wire::Refusal&) {
-        return 0;
-    }
-    for (auto field = object.begin(); field != object.end(); ++field) {
-        const QByteArray key = field.key().toUtf8();
-        const char* name = key.constData();
-        tryDecode([&] { wire::text(object, name); });
-        tryDecode([&] { wire::name(object, name); });
-        tryDecode([&] { wire::flag(object, name); });
-        tryDecode([&] { wire::uuidField(object, name); });
-        // A date read is written back in the answer.
-        tryDecode([&] { wire::dateOut(wire::date(object, name)); });
-        tryDecode([&] { wire::optionalDate(object, name); });
-        tryDecode([&] { wire::integer(object, name); });
-    }
+    const QByteArray body(reinterpret_cast<const char*>(data), qsizetype(size));
+    readAndWriteBack<CreateProjectRequestDTO>(body);
+    readAndWriteBack<UpdateProjectRequestDTO>(body);
+    readAndWriteBack<CreateTaskListRequestDTO>(body);
+    readAndWriteBack<UpdateTaskListRequestDTO>(body);
+    readAndWriteBack<DeleteCompletedTasksRequestDTO>(body);
+    readAndWriteBack<CreateTaskRequestDTO>(body);
+    readAndWriteBack<UpdateTaskRequestDTO>(body);
+    readAndWriteBack<CreateDailyTaskRequestDTO>(body);
+    readAndWriteBack<UpdateDailyTaskRequestDTO>(body);
+    readAndWriteBack<CreateBitacoraEntryRequestDTO>(body);
+    readAndWriteBack<UpdateBitacoraEntryRequestDTO>(body);
+    readAndWriteBack<EventRequestDTO>(body);
+    readAndWriteBack<SupportRequestDTO>(body);
+    readAndWriteBack<UserProfileRequestDTO>(body);
     return 0;
 }
