@@ -31,7 +31,7 @@ template <typename Shape> void readAndWriteBack(const QByteArray& body)
     } catch (const DecodingError&) {
         return;
     }
-    if constexpr (HasWriteJson<Shape>) {
+    if constexpr (JSONCoding::HasWriteJson<Shape>) {
         try {
             JSONCoding::decode<Shape>(QByteArray::fromStdString(JSONCoding::encode(read)));
         } catch (const DecodingError&) {
