@@ -6,6 +6,7 @@
 //   the GUI thread seen meanwhile.
 // Run inside scripts/with-desktop-session (the stores' keys live in the keyring), offscreen.
 #include "ContentView.h"
+#include "LargeTaskStore.h"
 #include "MainWindow.h"
 #include "platform/SecretServiceKeychain.h"
 #include "platform/SystemSecureRandom.h"
@@ -54,29 +55,7 @@ void seedLargeStore(AppFixture& app)
     const auto lists
         = RealmDatabase::open(TaskListsDatabase::make(factory()).dataAs<TaskListsDatabase>()->configuration);
     const auto tasks = RealmDatabase::open(TasksDatabase::make(factory()).dataAs<TasksDatabase>()->configuration);
-    projects->beginWrite();
-    lists->beginWrite();
-    tasks->beginWrite();
-    for (int p = 0; p < 100; ++p) {
-        const ProjectEntity project {
-            .prjUserId = user, .prjName = QStringLiteral("Project %1").arg(p, 3, 10, QLatin1Char('0'))};
-        RealmTable<ProjectRealmModel>(*projects).add(ProjectRealmModel::fromEntity(project));
-        for (int l = 0; l < 10; ++l) {
-            const TaskListEntity list {
-                .prjId = project.prjId, .talName = QStringLiteral("List %1").arg(l), .talIsDefault = l == 0};
-            RealmTable<TaskListRealmModel>(*lists).add(TaskListRealmModel::fromEntity(list));
-            for (int t = 0; t < 100; ++t) {
-                const TaskEntity task {.prjId = project.prjId,
-                    .talId = list.talId,
-                    .tasTitle = QStringLiteral("Task %1").arg(t),
-                    .tasIsDone = t % 7 == 0};
-                RealmTable<TaskRealmModel>(*tasks).add(TaskRealmModel::fromEntity(task));
-            }
-        }
-    }
-    projects->commitWrite();
-    lists->commitWrite();
-    tasks->commitWrite();
+    fillLargeTaskStore(*projects, *lists, *tasks, user);
 }
 
 // Longest gap between ticks of a 5 ms timer: how long the GUI thread was busy at a stretch.

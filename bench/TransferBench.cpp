@@ -1,6 +1,7 @@
 // Backups and transfers of a large account: 100 projects x 10 lists x 100 tasks.
 // - a checked backup of its stores (copy, integrity check, count, record);
 // - an export to JSON and the import of that file into an empty account.
+#include "LargeTaskStore.h"
 #include "backup/StoreBackups.h"
 #include "platform/SystemClock.h"
 #include "storage/RealmDatabase.h"
@@ -55,29 +56,7 @@ void seedLargeStore(const QString& folder)
     const auto projects = RealmDatabase::open(storeIn<ProjectsDatabase>(folder).configuration);
     const auto lists = RealmDatabase::open(storeIn<TaskListsDatabase>(folder).configuration);
     const auto tasks = RealmDatabase::open(storeIn<TasksDatabase>(folder).configuration);
-    projects->beginWrite();
-    lists->beginWrite();
-    tasks->beginWrite();
-    for (int p = 0; p < 100; ++p) {
-        const ProjectEntity project {
-            .prjUserId = user, .prjName = QStringLiteral("Project %1").arg(p, 3, 10, QLatin1Char('0'))};
-        RealmTable<ProjectRealmModel>(*projects).add(ProjectRealmModel::fromEntity(project));
-        for (int l = 0; l < 10; ++l) {
-            const TaskListEntity list {
-                .prjId = project.prjId, .talName = QStringLiteral("List %1").arg(l), .talIsDefault = l == 0};
-            RealmTable<TaskListRealmModel>(*lists).add(TaskListRealmModel::fromEntity(list));
-            for (int t = 0; t < 100; ++t) {
-                const TaskEntity task {.prjId = project.prjId,
-                    .talId = list.talId,
-                    .tasTitle = QStringLiteral("Task %1").arg(t),
-                    .tasIsDone = t % 7 == 0};
-                RealmTable<TaskRealmModel>(*tasks).add(TaskRealmModel::fromEntity(task));
-            }
-        }
-    }
-    projects->commitWrite();
-    lists->commitWrite();
-    tasks->commitWrite();
+    fillLargeTaskStore(*projects, *lists, *tasks, user);
     // The two other stores exist, empty, as in a real account.
     RealmDatabase::open(storeIn<DailyTasksDatabase>(folder).configuration);
     RealmDatabase::open(storeIn<BitacoraDatabase>(folder).configuration);
