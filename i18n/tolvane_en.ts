@@ -171,6 +171,10 @@
         <source>Previous day</source>
         <translation>Previous day</translation>
     </message>
+    <message id="bitacora-unsaved-entry-keeps-day">
+        <source>The entry of “%1” could not be saved yet, so this day stays open. Tolvane keeps trying.</source>
+        <translation>The entry of “%1” could not be saved yet, so this day stays open. Tolvane keeps trying.</translation>
+    </message>
     <message id="create-event-all-day-toggle">
         <source>All day</source>
         <translation>All day</translation>

@@ -171,6 +171,10 @@
         <source>Previous day</source>
         <translation>Día anterior</translation>
     </message>
+    <message id="bitacora-unsaved-entry-keeps-day">
+        <source>The entry of “%1” could not be saved yet, so this day stays open. Tolvane keeps trying.</source>
+        <translation>La entrada de «%1» aún no se ha podido guardar, así que este día sigue abierto. Tolvane lo sigue intentando.</translation>
+    </message>
     <message id="create-event-all-day-toggle">
         <source>All day</source>
         <translation>Todo el día</translation>

@@ -167,7 +167,9 @@ void BitacoraProjectRowView::saveAnswered(const std::optional<QString>& errorMes
 {
     if (errorMessage) {
         m_saveErrorMessage = errorMessage;
+        ++m_failedSaves;
     } else {
+        m_failedSaves = 0;
         m_hasSavedEntry = true;
         setSaveSuccess(true);
         if (m_saveSuccessTask)
@@ -184,8 +186,21 @@ void BitacoraProjectRowView::saveAnswered(const std::optional<QString>& errorMes
         save();
         return;
     }
-    if (!m_autosaveTask)
+    if (errorMessage && !m_autosaveTask)
+        scheduleRetry();
+    if (errorMessage || !m_autosaveTask)
         Q_EMIT settled();
+}
+
+void BitacoraProjectRowView::scheduleRetry()
+{
+    auto delay = firstRetryDelay;
+    for (int failure = 1; failure < m_failedSaves && delay < longestRetryDelay; ++failure)
+        delay *= 2;
+    m_autosaveTask = m_scheduler->schedule(std::min(delay, longestRetryDelay), this, [this] {
+        m_autosaveTask.reset();
+        save();
+    });
 }
 
 void BitacoraProjectRowView::setSaveSuccess(bool success)

@@ -17,7 +17,8 @@ class QToolButton;
 // One project's log of the selected day: its name, an editor that saves itself one second
 // after the last change, the saved or failed mark, and the delete button once something is
 // stored. At most one save runs at a time; whatever changes meanwhile goes into exactly one
-// more save after it.
+// more save after it. A failed save keeps the text in the editor and tries again by itself, sooner
+// each time the user types and later each time it fails again.
 class BitacoraProjectRowView final : public QWidget {
     Q_OBJECT
 
@@ -27,6 +28,9 @@ public:
 
     static constexpr std::chrono::milliseconds autosaveDelay {1000};
     static constexpr std::chrono::milliseconds saveSuccessDuration {1500};
+    // After a failed save the next try waits this long, doubled after each further failure.
+    static constexpr std::chrono::milliseconds firstRetryDelay {5000};
+    static constexpr std::chrono::milliseconds longestRetryDelay {60000};
 
     BitacoraProjectRowView(ProjectEntity project, QDateTime date, const QString& initialContent, bool hasSavedEntry,
         SaveAction onSave, std::function<void()> onDeleteRequested, std::shared_ptr<BitacoraScheduler> scheduler,
@@ -44,14 +48,16 @@ public:
     bool isSaving() const { return m_isSaving; }
     bool saveSuccess() const { return m_saveSuccess; }
     const std::optional<QString>& saveErrorMessage() const { return m_saveErrorMessage; }
-    // Text that no save has taken yet: an autosave waiting for its second, or changes made while
-    // a save ran.
+    // Text that no save has taken yet: an autosave waiting for its second, a retry after a failed
+    // save, or changes made while a save ran.
     bool hasUnsavedChanges() const { return m_autosaveTask.has_value() || m_pendingResave; }
+    // The last save failed and the text still waits for a retry.
+    bool hasFailedSave() const { return m_failedSaves > 0 && hasUnsavedChanges(); }
     // A save runs or another is due after it.
     bool isBusy() const { return m_isSaving || m_pendingResave; }
 
     void setDeleting(bool isDeleting);
-    // Saves a waiting autosave now instead of at the end of its second.
+    // Saves a waiting autosave, or retries a failed save, now instead of when it is due.
     void flush();
     // The user asked to delete the entry: what was typed since is not wanted any more.
     void discardUnsavedChanges();
@@ -59,7 +65,7 @@ public:
 Q_SIGNALS:
     // A save of text went to the store.
     void saveStarted(const QString& text);
-    // The row has nothing running or due any more.
+    // No save runs any more: the last one was stored, or it failed and a retry is due later.
     void settled();
 
 protected:
@@ -70,6 +76,7 @@ private:
     void cancelAutosave();
     void save();
     void saveAnswered(const std::optional<QString>& errorMessage);
+    void scheduleRetry();
     void setSaveSuccess(bool success);
     void render();
 
@@ -89,6 +96,7 @@ private:
     std::optional<BitacoraScheduler::Handle> m_autosaveTask;
     std::optional<BitacoraScheduler::Handle> m_saveSuccessTask;
     bool m_pendingResave = false;
+    int m_failedSaves = 0;
 
     QTextEdit* m_editor;
     QToolButton* m_deleteButton;

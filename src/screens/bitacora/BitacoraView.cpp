@@ -112,11 +112,8 @@ BitacoraView::BitacoraView(const AppServices& services, Environment environment,
     });
     // The day's review added to entries behind this screen's back: read them again, after
     // whatever waits for its save here, so that a later save starts from the added text.
-    m_services.notificationCenter().addObserver(DayReview::logbookWritten, this, [this](const QVariant&) {
-        for (BitacoraProjectRowView* row : rows())
-            row->flush();
-        loadDay();
-    });
+    m_services.notificationCenter().addObserver(
+        DayReview::logbookWritten, this, [this](const QVariant&) { whenRowsSettled([this] { loadDay(); }); });
     render();
 }
 
@@ -317,33 +314,51 @@ void BitacoraView::setSelectedDate(const QDateTime& date)
 
 void BitacoraView::whenRowsSettled(std::function<void()> next)
 {
-    bool busy = false;
-    for (BitacoraProjectRowView* row : rows()) {
-        row->flush();
-        busy = busy || row->isBusy();
-    }
-    if (!busy) {
-        m_afterRowsSettled = nullptr;
-        next();
-        return;
-    }
     // Only the newest request matters: a second step while the first day still saves loads the
     // day the user ended on.
     m_afterRowsSettled = std::move(next);
-    m_isLoading = true;
-    render();
+    for (BitacoraProjectRowView* row : rows())
+        row->flush();
+    rowSettled();
 }
 
 void BitacoraView::rowSettled()
 {
+    const QList<BitacoraProjectRowView*> shown = rows();
+    if (m_keepsDayForUnsavedText && std::ranges::none_of(shown, &BitacoraProjectRowView::hasFailedSave)) {
+        m_keepsDayForUnsavedText = false;
+        setErrorMessage(std::nullopt);
+    }
     if (!m_afterRowsSettled)
         return;
-    for (BitacoraProjectRowView* row : rows()) {
-        if (row->isBusy())
-            return;
+    if (std::ranges::any_of(shown, &BitacoraProjectRowView::isBusy)) {
+        m_isLoading = true;
+        render();
+        return;
+    }
+    m_isLoading = false;
+    const auto failed = std::ranges::find_if(shown, &BitacoraProjectRowView::hasFailedSave);
+    if (failed != shown.end()) {
+        // Loading anything else would throw away text that exists nowhere but in its editor: the
+        // rows stay, with their day, and keep trying to save.
+        m_afterRowsSettled = nullptr;
+        stayOn((*failed)->date(), (*failed)->project().prjName);
+        return;
     }
     std::function<void()> next = std::exchange(m_afterRowsSettled, nullptr);
     next();
+}
+
+void BitacoraView::stayOn(const QDateTime& shownDate, const QString& unsavedProject)
+{
+    ++m_generation;
+    m_selectedDate = shownDate;
+    if (m_miniCalendar)
+        m_miniCalendar->setSelectedDate(shownDate.date());
+    //% "The entry of “%1” could not be saved yet, so this day stays open. Tolvane keeps trying."
+    setErrorMessage(qtTrId("bitacora-unsaved-entry-keeps-day").arg(unsavedProject));
+    m_keepsDayForUnsavedText = true;
+    render();
 }
 
 QList<BitacoraProjectRowView*> BitacoraView::rows() const
@@ -467,6 +482,7 @@ void BitacoraView::confirmDeletion()
 void BitacoraView::setErrorMessage(std::optional<QString> message)
 {
     m_errorMessage = std::move(message);
+    m_keepsDayForUnsavedText = false;
     m_errorLabel->setText(m_errorMessage.value_or(QString()));
     m_errorLabel->setVisible(m_errorMessage.has_value());
 }

@@ -68,9 +68,10 @@ private:
     void start();
     void loadDay();
     // Saves what the rows wait to save, then runs next once no save is running any more, so
-    // that what is loaded next includes all of it.
+    // that what is loaded next includes all of it. When a save failed, next never runs.
     void whenRowsSettled(std::function<void()> next);
     void rowSettled();
+    void stayOn(const QDateTime& shownDate, const QString& unsavedProject);
     void rebuildRows();
     BitacoraProjectRowView* makeRow(const ProjectEntity& project);
     BitacoraProjectRowView* rowFor(const QUuid& projectId) const;
@@ -104,6 +105,8 @@ private:
     bool m_knowsUser = false;
     quint64 m_generation = 0;
     std::function<void()> m_afterRowsSettled;
+    // The error line says that a failed save keeps the day on screen.
+    bool m_keepsDayForUnsavedText = false;
 
     QStackedWidget* m_pages;
     QWidget* m_header;

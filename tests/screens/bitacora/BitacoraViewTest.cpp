@@ -6,6 +6,7 @@
 #include "screens/bitacora/ManualScheduler.h"
 #include "screens/common/AppServices.h"
 #include "screens/schedule/MiniCalendarView.h"
+#include "storage/FaultyVfs.h"
 #include "support/FakeKeychain.h"
 #include "support/SettableClock.h"
 #include "support/TestMain.h"
@@ -16,6 +17,8 @@
 #include <QTemporaryDir>
 #include <QTextEdit>
 #include <QToolButton>
+
+#include <sqlite3.h>
 
 using namespace std::chrono_literals;
 
@@ -115,6 +118,9 @@ class BitacoraViewTest : public QObject {
     }
 
 private Q_SLOTS:
+    // Every store opened from here on goes through a file system that can fail a chosen call.
+    void initTestCase() { FaultyVfs::install(); }
+
     void init()
     {
         folder = std::make_unique<QTemporaryDir>();
@@ -256,6 +262,74 @@ private Q_SLOTS:
         QTest::keyClicks(editor(house), QStringLiteral("Quit"));
         view.reset();
         QCOMPARE(storedText(house, march3), std::optional(QStringLiteral("3:\n\n\u2022 Quit")));
+    }
+
+    void shouldKeepTheTextOfAFailedSaveAndTryAgainUntilItIsStored()
+    {
+        const ProjectEntity garden = addProject(QStringLiteral("Garden"));
+        openView();
+        QSignalSpy settled(row(garden), &BitacoraProjectRowView::settled);
+        const auto answered = [&settled](qsizetype count) {
+            return settled.count() >= count || (settled.wait(10000) && settled.count() >= count);
+        };
+        const QString typed = QStringLiteral("3:\n\n\u2022 Planted the beans");
+        focus(editor(garden));
+        QTest::keyClicks(editor(garden), QStringLiteral("Planted the beans"));
+
+        // The disk is full when the autosave comes: the text stays and says why it is not stored.
+        FaultyVfs::arm(FaultyVfs::Operation::write, 1, SQLITE_FULL);
+        scheduler->advance(1s);
+        QVERIFY(answered(1));
+        QVERIFY(FaultyVfs::disarm());
+        QVERIFY(row(garden)->hasFailedSave());
+        QVERIFY(!row(garden)->findChild<QLabel*>(QStringLiteral("bitacoraSaveError"))->text().isEmpty());
+        QCOMPARE(editor(garden)->toPlainText(), typed);
+        QCOMPARE(storedText(garden, march3), std::nullopt);
+
+        // Leaving the day tries once more at once; failing again, the day and its text stay.
+        FaultyVfs::arm(FaultyVfs::Operation::write, 1, SQLITE_IOERR_WRITE);
+        find<QToolButton>(QStringLiteral("bitacoraNextDayButton"))->click();
+        QVERIFY(answered(2));
+        QVERIFY(FaultyVfs::disarm());
+        QCOMPARE(view->selectedDate(), march3);
+        QCOMPARE(find<QLabel>(QStringLiteral("bitacoraDateTitle"))->text(), QStringLiteral("Tuesday, March 3, 2026"));
+        QCOMPARE(editor(garden)->toPlainText(), typed);
+        QVERIFY(view->errorMessage().has_value());
+        QVERIFY(find<QLabel>(QStringLiteral("bitacoraErrorMessage"))->isVisible());
+
+        // Unattended, the tries come further apart: 5 s after the first failure, 10 s after the second.
+        QSignalSpy saves(row(garden), &BitacoraProjectRowView::saveStarted);
+        scheduler->advance(BitacoraProjectRowView::firstRetryDelay);
+        QCOMPARE(saves.count(), 0);
+        scheduler->advance(BitacoraProjectRowView::firstRetryDelay);
+        QCOMPARE(saves.count(), 1);
+        QVERIFY(answered(3));
+        QCOMPARE(storedText(garden, march3), std::optional(typed));
+        QVERIFY(!row(garden)->hasFailedSave());
+        QCOMPARE(view->errorMessage(), std::nullopt);
+
+        // Now the day can be left.
+        QVERIFY(reloadingAfter([this] { find<QToolButton>(QStringLiteral("bitacoraNextDayButton"))->click(); }));
+        QCOMPARE(view->selectedDate().date(), QDate(2026, 3, 4));
+    }
+
+    void shouldTryAgainASecondAfterTypingIntoAFailedEntry()
+    {
+        const ProjectEntity garden = addProject(QStringLiteral("Garden"));
+        openView();
+        QSignalSpy settled(row(garden), &BitacoraProjectRowView::settled);
+        focus(editor(garden));
+        QTest::keyClicks(editor(garden), QStringLiteral("Rain"));
+        FaultyVfs::arm(FaultyVfs::Operation::sync, 1, SQLITE_IOERR_FSYNC);
+        scheduler->advance(1s);
+        QVERIFY(!settled.isEmpty() || settled.wait(10000));
+        QVERIFY(FaultyVfs::disarm());
+        QVERIFY(row(garden)->hasFailedSave());
+
+        QTest::keyClicks(editor(garden), QStringLiteral(" all day"));
+        scheduler->advance(1s);
+        QTRY_COMPARE(storedText(garden, march3), std::optional(QStringLiteral("3:\n\n\u2022 Rain all day")));
+        QTRY_VERIFY(!row(garden)->hasFailedSave());
     }
 
     void shouldDeleteAStoredEntryOnlyOnceConfirmed()
