@@ -101,8 +101,19 @@ void LiveUserNotificationCenter::add(const UserNotificationRequest& request)
         throw UserNotificationError("a notification request needs a valid trigger");
     {
         const QMutexLocker locker(&m_mutex);
+        const std::optional<Pending> replaced = m_pending.contains(request.identifier)
+            ? std::optional(m_pending.value(request.identifier))
+            : std::nullopt;
         m_pending.insert(request.identifier, {request, fireDate});
-        saveLocked();
+        if (const std::optional<QString> failure = saveLocked()) {
+            // An alarm that would be gone after a restart is not reported as set: the file still
+            // holds what was pending before, and so does memory again.
+            if (replaced)
+                m_pending.insert(request.identifier, *replaced);
+            else
+                m_pending.remove(request.identifier);
+            throw UserNotificationError(("the pending alarms cannot be kept: " + *failure).toStdString());
+        }
     }
     scheduleSoon();
     Q_EMIT pendingRequestsChanged();
@@ -289,13 +300,15 @@ void LiveUserNotificationCenter::load()
     }
 }
 
-void LiveUserNotificationCenter::saveLocked() const
+std::optional<QString> LiveUserNotificationCenter::saveLocked() const
 {
     QJsonArray stored;
     for (const Pending& pending : m_pending)
         stored.append(UserNotificationCoding::toJson(pending.request, pending.fireDate));
     QSaveFile file(m_options.storeFilePath);
-    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(stored).toJson(QJsonDocument::Compact)) < 0
-        || !file.commit())
-        qCWarning(lcAlarms) << "cannot keep pending alarms in" << m_options.storeFilePath << file.errorString();
+    if (file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(stored).toJson(QJsonDocument::Compact)) >= 0
+        && file.commit())
+        return std::nullopt;
+    qCWarning(lcAlarms) << "cannot keep pending alarms in" << m_options.storeFilePath << file.errorString();
+    return file.errorString();
 }

@@ -10,6 +10,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include <optional>
+
 // Notifications on a Linux desktop, which has no scheduler of its own: pending requests are kept
 // in a JSON file (so alarms survive a restart) and fired by a timer in this process, shown
 // through org.freedesktop.Notifications with a "default" action (a click on the body) and, when
@@ -74,7 +76,8 @@ private:
     };
 
     void load();
-    void saveLocked() const;
+    // Writes the pending requests to their file; the reason when it could not.
+    std::optional<QString> saveLocked() const;
     void scheduleSoon();
     void deliver(const Pending& pending, const QDateTime& now);
     QString soundPath(const QString& soundName) const;

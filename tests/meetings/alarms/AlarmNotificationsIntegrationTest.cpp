@@ -190,6 +190,28 @@ private Q_SLOTS:
         QCOMPARE(makeCenter()->pendingRequests(), QList<UserNotificationRequest> {armed.last()});
     }
 
+    void shouldNotReportAnAlarmAsSetWhenItCannotBeKept()
+    {
+        TestNotificationServer server;
+        QVERIFY(server.start());
+        const MeetEntity kept = aMeet(QStringLiteral("Team sync"), now.addSecs(600));
+        QVERIFY(scheduler().arm(kept));
+
+        // The file can no longer be written: a folder stands at its name, which stops root as well
+        // as anyone.
+        const QString file = m_folder->filePath(QStringLiteral("pending-notifications.json"));
+        QVERIFY(QFile::remove(file));
+        QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("pending-notifications.json")));
+        const MeetAlarmScheduler::Arming refused = scheduler().arm(aMeet(QStringLiteral("Dentist"), now.addSecs(900)));
+        QVERIFY(!refused);
+        QCOMPARE(refused.refusal->kind(), MeetAlarmError::Case::notScheduled);
+        QVERIFY(
+            refused.refusal->localizedDescription().startsWith(QStringLiteral("The alarm could not be scheduled: ")));
+        QCOMPARE(ArmedAlarmsStore(m_defaults).load(), QSet<QString> {kept.metId.toString(QUuid::WithoutBraces)});
+        QCOMPARE(m_center->pendingRequests().size(), 1);
+        QCOMPARE(m_center->pendingRequests().constFirst().content.title, QStringLiteral("Team sync"));
+    }
+
     void shouldDisarmTheRequestAndTheSpokenFile()
     {
         TestNotificationServer server;
