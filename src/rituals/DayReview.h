@@ -10,9 +10,16 @@
 // each project's logbook entry of the day.
 namespace DayReview {
 
-// Posted on the notification centre after the summary went into the logbook, so that a logbook
-// screen already open reads the entries again.
+// Posted on the notification centre after the summary went into the logbook, with a Written, so
+// that a logbook screen already open adds the summary to what it has not saved yet and reads the
+// entries again.
 inline const QString logbookWritten = QStringLiteral("dayReviewLogbookWritten");
+
+struct Written {
+    QDate date;
+    QString summary;
+    QList<QUuid> projectIds;
+};
 
 struct Day {
     QDate date;

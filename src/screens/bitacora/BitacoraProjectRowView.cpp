@@ -211,6 +211,19 @@ void BitacoraProjectRowView::setSaveSuccess(bool success)
     render();
 }
 
+void BitacoraProjectRowView::showText(const QString& text)
+{
+    if (text == m_text)
+        return;
+    if (!m_text.isEmpty() && text.startsWith(m_text)) {
+        QTextCursor end(m_editor->document());
+        end.movePosition(QTextCursor::End);
+        end.insertText(text.mid(m_text.size()));
+    } else {
+        m_editor->setPlainText(text);
+    }
+}
+
 void BitacoraProjectRowView::setDeleting(bool isDeleting)
 {
     m_isDeleting = isDeleting;

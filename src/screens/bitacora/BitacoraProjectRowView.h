@@ -57,6 +57,9 @@ public:
     bool isBusy() const { return m_isSaving || m_pendingResave; }
 
     void setDeleting(bool isDeleting);
+    // Puts text in the editor as if typed: saved like any change. Text added at the end leaves
+    // the cursor where the user has it.
+    void showText(const QString& text);
     // Saves a waiting autosave, or retries a failed save, now instead of when it is due.
     void flush();
     // The user asked to delete the entry: what was typed since is not wanted any more.

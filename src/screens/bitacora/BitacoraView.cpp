@@ -112,8 +112,18 @@ BitacoraView::BitacoraView(const AppServices& services, Environment environment,
     });
     // The day's review added to entries behind this screen's back: read them again, after
     // whatever waits for its save here, so that a later save starts from the added text.
-    m_services.notificationCenter().addObserver(
-        DayReview::logbookWritten, this, [this](const QVariant&) { whenRowsSettled([this] { loadDay(); }); });
+    m_services.notificationCenter().addObserver(DayReview::logbookWritten, this, [this](const QVariant& object) {
+        // Text typed here and not saved yet would replace the stored entry, summary and all: the
+        // summary joins it in the editor first.
+        const auto written = object.value<DayReview::Written>();
+        for (BitacoraProjectRowView* row : rows()) {
+            if (row->date().date() == written.date && written.projectIds.contains(row->project().prjId)
+                && (row->hasUnsavedChanges() || row->isBusy()))
+                row->showText(DayReview::appended(
+                    row->text(), written.summary, BitacoraProjectRowView::entryTemplate(written.date)));
+        }
+        whenRowsSettled([this] { loadDay(); });
+    });
     render();
 }
 

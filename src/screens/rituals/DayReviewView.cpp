@@ -169,7 +169,7 @@ void DayReviewView::writeToLogbook()
             }
             return outcome;
         },
-        [this](const Outcome& outcome) {
+        [this, reached = DayReview::Written {date, summary, projectIds}](const Outcome& outcome) mutable {
             //% "Added to %1 logbook entries."
             QString text = qtTrId("rituals-review-written").arg(outcome.written);
             if (!outcome.failure.isEmpty()) {
@@ -180,8 +180,10 @@ void DayReviewView::writeToLogbook()
             m_notice->setText(text);
             m_notice->show();
             m_write->setEnabled(true);
-            if (outcome.written > 0)
-                m_services.notificationCenter().post(DayReview::logbookWritten);
+            if (outcome.written > 0) {
+                reached.projectIds = reached.projectIds.mid(0, outcome.written);
+                m_services.notificationCenter().post(DayReview::logbookWritten, QVariant::fromValue(reached));
+            }
             Q_EMIT written(outcome.written);
         });
 }

@@ -2,6 +2,7 @@
 
 #include "login/UserDatabase.h"
 #include "platform/SystemSecureRandom.h"
+#include "rituals/DayReview.h"
 #include "screens/bitacora/BitacoraProjectRowView.h"
 #include "screens/bitacora/ManualScheduler.h"
 #include "screens/common/AppServices.h"
@@ -330,6 +331,33 @@ private Q_SLOTS:
         scheduler->advance(1s);
         QTRY_COMPARE(storedText(garden, march3), std::optional(QStringLiteral("3:\n\n\u2022 Rain all day")));
         QTRY_VERIFY(!row(garden)->hasFailedSave());
+    }
+
+    void shouldAddTheDaysReviewToTextNotSavedYet()
+    {
+        const ProjectEntity garden = addProject(QStringLiteral("Garden"));
+        const ProjectEntity house = addProject(QStringLiteral("House"));
+        QVERIFY(apps->bitacora.saveText(house.prjId, march3, QStringLiteral("3:\n\n\u2022 Painted"), user).result);
+        openView();
+        focus(editor(garden));
+        QTest::keyClicks(editor(garden), QStringLiteral("Watered"));
+
+        // The review writes both entries in the store, as its page does, and says so.
+        const QString summary = QStringLiteral("Done: seeds");
+        for (const ProjectEntity& project : {garden, house}) {
+            QVERIFY(DayReview::writeToLogbook(apps->bitacora, project.prjId, user, march3.date(), summary,
+                BitacoraProjectRowView::entryTemplate(march3.date()))
+                        .result);
+        }
+        QVERIFY(reloadingAfter([&] {
+            center->post(DayReview::logbookWritten,
+                QVariant::fromValue(DayReview::Written {march3.date(), summary, {garden.prjId, house.prjId}}));
+        }));
+
+        const QString typedThenSummary = QStringLiteral("3:\n\n\u2022 Watered\n\nDone: seeds");
+        QCOMPARE(storedText(garden, march3), std::optional(typedThenSummary));
+        QCOMPARE(editor(garden)->toPlainText(), typedThenSummary);
+        QCOMPARE(editor(house)->toPlainText(), QStringLiteral("3:\n\n\u2022 Painted\n\nDone: seeds"));
     }
 
     void shouldDeleteAStoredEntryOnlyOnceConfirmed()
