@@ -1,0 +1,59 @@
+#pragma once
+
+#include "screens/common/AppServices.h"
+#include "transfer/TransferControl.h"
+
+#include <QGroupBox>
+#include <QUuid>
+
+#include <memory>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+// Moving a local account's data into a Google account. Offered to a local user when Google
+// sign-in is available: after a confirmation the user signs in, and everything is copied across
+// with its ids and checked on the other side; this computer's copy is never deleted. Until the
+// check has passed, the Google account is offered to finish the move, which copies only what is
+// still missing.
+class AccountMoveView final : public QGroupBox {
+    Q_OBJECT
+
+public:
+    explicit AccountMoveView(const AppServices& services, QWidget* parent = nullptr);
+
+    // The local user whose data is on its way to the signed-in Google account.
+    static inline const QString pendingMoveKey = QStringLiteral("pendingAccountMoveFrom");
+
+    // What the button does: ask, sign in and copy; or finish a move that stopped.
+    void start();
+    void cancel();
+
+Q_SIGNALS:
+    // The offer was worked out again for the current user.
+    void refreshed();
+    void moveFinished(bool succeeded, const QString& message);
+
+private:
+    struct Offer {
+        bool isLocal = false;
+        QUuid userId;
+        std::optional<QUuid> pendingFrom;
+    };
+
+    void refresh();
+    void signInAndCopy(const QUuid& localUser);
+    void copy(const QUuid& localUser, const QUuid& googleUser);
+    void finish(bool succeeded, const QString& message);
+    void setRunning(bool running);
+
+    AppServices m_services;
+    Offer m_offer;
+    std::shared_ptr<TransferControl> m_control;
+    QLabel* m_explanation;
+    QPushButton* m_move;
+    QProgressBar* m_progress;
+    QPushButton* m_cancel;
+    QLabel* m_status;
+};
