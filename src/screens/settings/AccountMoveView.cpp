@@ -146,7 +146,10 @@ void AccountMoveView::signInAndCopy(const QUuid& localUser)
     const LoginApplication login = m_services.loginApplication();
     runAction(
         this, m_services.console(), QStringLiteral("AccountMoveView.signInWithGoogle"),
-        [login] { return ResultEntity(login.signInWithGoogle(nullptr)); },
+        [login] {
+            const LoginResultEntity signedIn = login.signInWithGoogle(nullptr);
+            return signedIn.result ? login.getCurrentUser() : signedIn;
+        },
         [this, localUser](const ResultEntity& signedIn) {
             const auto* google = signedIn.dataAs<UserEntity>();
             if (!signedIn.result || !google) {
