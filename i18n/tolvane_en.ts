@@ -3,13 +3,33 @@
 <TS version="2.1" language="en">
 <context>
     <name></name>
+    <message id="account-copy-again-hint">
+        <source>What was copied stays; copying again adds the rest.</source>
+        <translation>What was copied stays; copying again adds the rest.</translation>
+    </message>
+    <message id="account-copy-button">
+        <source>Copy to this computer</source>
+        <translation>Copy to this computer</translation>
+    </message>
+    <message id="account-copy-copying">
+        <source>Copying to this computer…</source>
+        <translation>Copying to this computer…</translation>
+    </message>
+    <message id="account-copy-done">
+        <source>A copy of %1 items is on this computer and was checked. Copying again adds what is new.</source>
+        <translation>A copy of %1 items is on this computer and was checked. Copying again adds what is new.</translation>
+    </message>
+    <message id="account-copy-explanation">
+        <source>Copies this account's projects, lists, tasks, logbook and the daily tasks of the last two years to this computer, encrypted. A local account set up here later starts with them.</source>
+        <translation>Copies this account's projects, lists, tasks, logbook and the daily tasks of the last two years to this computer, encrypted. A local account set up here later starts with them.</translation>
+    </message>
+    <message id="account-copy-title">
+        <source>Keep a copy on this computer</source>
+        <translation>Keep a copy on this computer</translation>
+    </message>
     <message id="account-move-button">
         <source>Move to a Google account…</source>
         <translation>Move to a Google account…</translation>
-    </message>
-    <message id="account-move-cancelled">
-        <source>Stopped. What was copied stays; “Finish moving” copies the rest.</source>
-        <translation>Stopped. What was copied stays; “Finish moving” copies the rest.</translation>
     </message>
     <message id="account-move-confirm-button">
         <source>Sign in and copy</source>
@@ -35,13 +55,13 @@
         <source>Sign in with Google and copy your projects, lists, tasks, daily tasks and logbook there. This computer keeps its copy.</source>
         <translation>Sign in with Google and copy your projects, lists, tasks, daily tasks and logbook there. This computer keeps its copy.</translation>
     </message>
-    <message id="account-move-failed">
-        <source>The move stopped: %1 What was copied stays; “Finish moving” copies the rest.</source>
-        <translation>The move stopped: %1 What was copied stays; “Finish moving” copies the rest.</translation>
-    </message>
     <message id="account-move-finish-button">
         <source>Finish moving</source>
         <translation>Finish moving</translation>
+    </message>
+    <message id="account-move-finish-hint">
+        <source>What was copied stays; “Finish moving” copies the rest.</source>
+        <translation>What was copied stays; “Finish moving” copies the rest.</translation>
     </message>
     <message id="account-move-sign-in-failed">
         <source>Google sign-in did not work, so nothing was copied: %1</source>
@@ -50,6 +70,10 @@
     <message id="account-move-signing-in">
         <source>Signing in with Google…</source>
         <translation>Signing in with Google…</translation>
+    </message>
+    <message id="account-move-stopped">
+        <source>Stopped.</source>
+        <translation>Stopped.</translation>
     </message>
     <message id="account-move-title">
         <source>Move to a Google account</source>

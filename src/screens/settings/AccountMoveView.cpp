@@ -14,9 +14,9 @@
 
 namespace {
 
-// Daily tasks are kept per day; a move takes every day the local stores can hold.
-const QDate firstDay(1900, 1, 1);
-const QDate lastDay(2200, 12, 31);
+// Daily tasks are kept per day; a move from the local stores takes every day they can hold.
+const QDate allDaysFrom(1900, 1, 1);
+const QDate allDaysTo(2200, 12, 31);
 
 TasksRepositories repositoriesOf(const TaskResultEntity& made)
 {
@@ -40,8 +40,6 @@ AccountMoveView::AccountMoveView(const AppServices& services, QWidget* parent)
     , m_status(new QLabel(this))
 {
     setObjectName(QStringLiteral("accountMove"));
-    //% "Move to a Google account"
-    setTitle(qtTrId("account-move-title"));
     m_explanation->setWordWrap(true);
     m_move->setObjectName(QStringLiteral("moveAccount"));
     m_progress->setObjectName(QStringLiteral("moveProgress"));
@@ -67,6 +65,12 @@ AccountMoveView::AccountMoveView(const AppServices& services, QWidget* parent)
     refresh();
 }
 
+QString AccountMoveView::newLocalUserId(const UserDefaults& defaults)
+{
+    const QUuid owner = QUuid::fromString(defaults.value(localCopyOwnerKey).toString());
+    return (owner.isNull() ? QUuid::createUuid() : owner).toString(QUuid::WithoutBraces).toUpper();
+}
+
 void AccountMoveView::refresh()
 {
     const bool googleAvailable = m_services.isGoogleSignInAvailable();
@@ -89,37 +93,53 @@ void AccountMoveView::refresh()
             if (m_control)
                 return;
             m_offer = offer;
-            const bool finishing = !offer.isLocal && !offer.userId.isNull() && offer.pendingFrom;
+            const bool google = !offer.userId.isNull() && !offer.isLocal;
             const bool offering = offer.isLocal && googleAvailable;
-            if (finishing) {
-                //% "The data of your local account is not all on this Google account yet. Nothing was lost: finishing
-                //copies what is missing."
+            if (google && offer.pendingFrom) {
+                //% "Move to a Google account"
+                setTitle(qtTrId("account-move-title"));
+                // clang-format off
+                //% "The data of your local account is not all on this Google account yet. Nothing was lost: finishing copies what is missing."
+                // clang-format on
                 m_explanation->setText(qtTrId("account-move-unfinished"));
                 //% "Finish moving"
                 m_move->setText(qtTrId("account-move-finish-button"));
+            } else if (google) {
+                //% "Keep a copy on this computer"
+                setTitle(qtTrId("account-copy-title"));
+                // clang-format off
+                //% "Copies this account's projects, lists, tasks, logbook and the daily tasks of the last two years to this computer, encrypted. A local account set up here later starts with them."
+                // clang-format on
+                m_explanation->setText(qtTrId("account-copy-explanation"));
+                //% "Copy to this computer"
+                m_move->setText(qtTrId("account-copy-button"));
             } else if (offering) {
-                //% "Sign in with Google and copy your projects, lists, tasks, daily tasks and logbook there. This
-                //computer keeps its copy."
+                setTitle(qtTrId("account-move-title"));
+                // clang-format off
+                //% "Sign in with Google and copy your projects, lists, tasks, daily tasks and logbook there. This computer keeps its copy."
+                // clang-format on
                 m_explanation->setText(qtTrId("account-move-explanation"));
                 //% "Move to a Google account…"
                 m_move->setText(qtTrId("account-move-button"));
             }
-            setVisible(finishing || offering || !m_status->text().isEmpty());
-            m_move->setVisible(finishing || offering);
+            setVisible(google || offering || !m_status->text().isEmpty());
+            m_move->setVisible(google || offering);
             Q_EMIT refreshed();
         });
 }
 
 void AccountMoveView::start()
 {
-    if (m_control)
+    if (m_control || m_offer.userId.isNull())
         return;
-    if (!m_offer.isLocal && m_offer.pendingFrom) {
-        copy(*m_offer.pendingFrom, m_offer.userId);
+    if (!m_offer.isLocal) {
+        if (m_offer.pendingFrom)
+            copy(Direction::toGoogle, *m_offer.pendingFrom, m_offer.userId);
+        else
+            copy(Direction::toThisComputer, QUuid::fromString(newLocalUserId(m_services.userDefaults())),
+                m_offer.userId);
         return;
     }
-    if (!m_offer.isLocal)
-        return;
     QMessageBox box(QMessageBox::Question, qtTrId("account-move-title"),
         //% "Copy everything to a Google account?"
         qtTrId("account-move-confirmation-title"), QMessageBox::NoButton, this);
@@ -162,11 +182,11 @@ void AccountMoveView::signInAndCopy(const QUuid& localUser)
             const QUuid googleUser = QUuid::fromString(google->usrId);
             m_offer = {false, googleUser, localUser};
             m_services.notificationCenter().post(NotificationName::userAccountDidChange);
-            copy(localUser, googleUser);
+            copy(Direction::toGoogle, localUser, googleUser);
         });
 }
 
-void AccountMoveView::copy(const QUuid& localUser, const QUuid& googleUser)
+void AccountMoveView::copy(Direction direction, const QUuid& localUser, const QUuid& googleUser)
 {
     QPointer<QProgressBar> progress = m_progress;
     m_control = std::make_shared<TransferControl>([progress](qint64 done, qint64 total) {
@@ -179,38 +199,56 @@ void AccountMoveView::copy(const QUuid& localUser, const QUuid& googleUser)
     });
     setRunning(true);
     m_progress->setRange(0, 0);
+    const bool toGoogle = direction == Direction::toGoogle;
     //% "Copying to your Google account…"
-    m_status->setText(qtTrId("account-move-copying"));
+    //% "Copying to this computer…"
+    m_status->setText(toGoogle ? qtTrId("account-move-copying") : qtTrId("account-copy-copying"));
+    // The local stores are read whole; a backend is read day by day, so a copy from it takes the
+    // daily tasks of the days around today, as exports do.
+    const QDate today = QDate::currentDate();
+    const QDate firstDay = toGoogle ? allDaysFrom : today.addYears(-2);
+    const QDate lastDay = toGoogle ? allDaysTo : today.addYears(1);
     runAction(
         this, m_services.console(), QStringLiteral("AccountMoveView.copy"),
-        [services = m_services, control = m_control, localUser, googleUser] {
-            const AccountMove move({repositoriesOf(services.tasksApplications(false)), localUser},
-                {repositoriesOf(services.tasksApplications(true)), googleUser}, firstDay, lastDay);
-            return move.run(*control);
+        [services = m_services, control = m_control, toGoogle, localUser, googleUser, firstDay, lastDay] {
+            const AccountMove::Side local {repositoriesOf(services.tasksApplications(false)), localUser};
+            const AccountMove::Side google {repositoriesOf(services.tasksApplications(true)), googleUser};
+            return AccountMove(toGoogle ? local : google, toGoogle ? google : local, firstDay, lastDay).run(*control);
         },
-        [this](const ResultEntity& result) {
+        [this, toGoogle, localUser](const ResultEntity& result) {
             m_control.reset();
             setRunning(false);
+            UserDefaults defaults = m_services.userDefaults();
             if (result.result) {
                 const auto outcome = *result.dataAs<AccountMove::Outcome>();
-                UserDefaults(m_services.userDefaults()).remove(pendingMoveKey);
-                m_offer.pendingFrom.reset();
-                m_move->hide();
-                //% "Everything is on your Google account and was checked there: %1 items, %2 of them already there
-                //before. This computer keeps its copy."
-                finish(true, qtTrId("account-move-done").arg(outcome.verified).arg(outcome.skipped));
-                m_services.notificationCenter().post(NotificationName::userAccountDidChange);
+                if (toGoogle) {
+                    defaults.remove(pendingMoveKey);
+                    m_offer.pendingFrom.reset();
+                    m_move->hide();
+                    // clang-format off
+                    //% "Everything is on your Google account and was checked there: %1 items, %2 of them already there before. This computer keeps its copy."
+                    // clang-format on
+                    finish(true, qtTrId("account-move-done").arg(outcome.verified).arg(outcome.skipped));
+                    m_services.notificationCenter().post(NotificationName::userAccountDidChange);
+                } else {
+                    defaults.setValue(localCopyOwnerKey, localUser.toString(QUuid::WithoutBraces));
+                    //% "A copy of %1 items is on this computer and was checked. Copying again adds what is new."
+                    finish(true, qtTrId("account-copy-done").arg(outcome.verified));
+                }
                 return;
             }
-            m_move->setText(qtTrId("account-move-finish-button"));
-            m_move->show();
-            if (result.applicationMessage == AccountMove::cancelledMessage) {
-                //% "Stopped. What was copied stays; “Finish moving” copies the rest."
-                finish(false, qtTrId("account-move-cancelled"));
-            } else {
-                //% "The move stopped: %1 What was copied stays; “Finish moving” copies the rest."
-                finish(false, qtTrId("account-move-failed").arg(result.firstMessage().value_or(QString())));
+            if (toGoogle) {
+                m_move->setText(qtTrId("account-move-finish-button"));
+                m_move->show();
             }
+            //% "What was copied stays; “Finish moving” copies the rest."
+            //% "What was copied stays; copying again adds the rest."
+            const QString next = toGoogle ? qtTrId("account-move-finish-hint") : qtTrId("account-copy-again-hint");
+            //% "Stopped."
+            const QString why = result.applicationMessage == AccountMove::cancelledMessage
+                ? qtTrId("account-move-stopped")
+                : result.firstMessage().value_or(QString());
+            finish(false, why + QLatin1Char(' ') + next);
         });
 }
 

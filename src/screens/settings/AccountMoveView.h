@@ -12,11 +12,11 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
-// Moving a local account's data into a Google account. Offered to a local user when Google
-// sign-in is available: after a confirmation the user signs in, and everything is copied across
-// with its ids and checked on the other side; this computer's copy is never deleted. Until the
-// check has passed, the Google account is offered to finish the move, which copies only what is
-// still missing.
+// Moving data between a local account and a Google account. A local user (when Google sign-in
+// is available) signs in after a confirmation, and everything is copied across with its ids and
+// checked on the other side; this computer's copy is never deleted. Until the check has passed,
+// the Google account is offered to finish the move, which copies only what is still missing. A
+// Google user may keep a copy on this computer, which a local account set up here later owns.
 class AccountMoveView final : public QGroupBox {
     Q_OBJECT
 
@@ -25,8 +25,15 @@ public:
 
     // The local user whose data is on its way to the signed-in Google account.
     static inline const QString pendingMoveKey = QStringLiteral("pendingAccountMoveFrom");
+    // The owner of the copy of a Google account's data kept on this computer.
+    static inline const QString localCopyOwnerKey = QStringLiteral("localCopyOwner");
 
-    // What the button does: ask, sign in and copy; or finish a move that stopped.
+    // The id of a new local account: the owner of a kept copy, so that the copy is its data, or a
+    // new one.
+    static QString newLocalUserId(const UserDefaults& defaults);
+
+    // What the button does: ask, sign in and copy; finish a move that stopped; or copy a Google
+    // account's data to this computer.
     void start();
     void cancel();
 
@@ -41,10 +48,11 @@ private:
         QUuid userId;
         std::optional<QUuid> pendingFrom;
     };
+    enum class Direction { toGoogle, toThisComputer };
 
     void refresh();
     void signInAndCopy(const QUuid& localUser);
-    void copy(const QUuid& localUser, const QUuid& googleUser);
+    void copy(Direction direction, const QUuid& localUser, const QUuid& googleUser);
     void finish(bool succeeded, const QString& message);
     void setRunning(bool running);
 

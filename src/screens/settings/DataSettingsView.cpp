@@ -6,7 +6,6 @@
 #include "platform/SystemClock.h"
 #include "screens/common/Async.h"
 #include "screens/settings/AccountMoveView.h"
-#include "screens/settings/AccountMoveView.h"
 #include "screens/settings/CsvMappingDialog.h"
 #include "transfer/BitacoraMarkdownExport.h"
 #include "transfer/CsvTable.h"
