@@ -3,6 +3,86 @@
 <TS version="2.1" language="en">
 <context>
     <name></name>
+    <message id="account-copy-again-hint">
+        <source>What was copied stays; copying again adds the rest.</source>
+        <translation>What was copied stays; copying again adds the rest.</translation>
+    </message>
+    <message id="account-copy-button">
+        <source>Copy to this computer</source>
+        <translation>Copy to this computer</translation>
+    </message>
+    <message id="account-copy-copying">
+        <source>Copying to this computer…</source>
+        <translation>Copying to this computer…</translation>
+    </message>
+    <message id="account-copy-done">
+        <source>A copy of %1 items is on this computer and was checked. Copying again adds what is new.</source>
+        <translation>A copy of %1 items is on this computer and was checked. Copying again adds what is new.</translation>
+    </message>
+    <message id="account-copy-explanation">
+        <source>Copies this account's projects, lists, tasks, logbook and the daily tasks of the last two years to this computer, encrypted. A local account set up here later starts with them.</source>
+        <translation>Copies this account's projects, lists, tasks, logbook and the daily tasks of the last two years to this computer, encrypted. A local account set up here later starts with them.</translation>
+    </message>
+    <message id="account-copy-title">
+        <source>Keep a copy on this computer</source>
+        <translation>Keep a copy on this computer</translation>
+    </message>
+    <message id="account-move-button">
+        <source>Move to a Google account…</source>
+        <translation>Move to a Google account…</translation>
+    </message>
+    <message id="account-move-confirm-button">
+        <source>Sign in and copy</source>
+        <translation>Sign in and copy</translation>
+    </message>
+    <message id="account-move-confirmation-title">
+        <source>Copy everything to a Google account?</source>
+        <translation>Copy everything to a Google account?</translation>
+    </message>
+    <message id="account-move-copying">
+        <source>Copying to your Google account…</source>
+        <translation>Copying to your Google account…</translation>
+    </message>
+    <message id="account-move-differs">
+        <source>Records did not arrive as they were sent (%1 of them, among them “%2”). Nothing was deleted; try again.</source>
+        <translation>Records did not arrive as they were sent (%1 of them, among them “%2”). Nothing was deleted; try again.</translation>
+    </message>
+    <message id="account-move-done">
+        <source>Everything is on your Google account and was checked there: %1 items, %2 of them already there before. This computer keeps its copy.</source>
+        <translation>Everything is on your Google account and was checked there: %1 items, %2 of them already there before. This computer keeps its copy.</translation>
+    </message>
+    <message id="account-move-explanation">
+        <source>Sign in with Google and copy your projects, lists, tasks, daily tasks and logbook there. This computer keeps its copy.</source>
+        <translation>Sign in with Google and copy your projects, lists, tasks, daily tasks and logbook there. This computer keeps its copy.</translation>
+    </message>
+    <message id="account-move-finish-button">
+        <source>Finish moving</source>
+        <translation>Finish moving</translation>
+    </message>
+    <message id="account-move-finish-hint">
+        <source>What was copied stays; “Finish moving” copies the rest.</source>
+        <translation>What was copied stays; “Finish moving” copies the rest.</translation>
+    </message>
+    <message id="account-move-sign-in-failed">
+        <source>Google sign-in did not work, so nothing was copied: %1</source>
+        <translation>Google sign-in did not work, so nothing was copied: %1</translation>
+    </message>
+    <message id="account-move-signing-in">
+        <source>Signing in with Google…</source>
+        <translation>Signing in with Google…</translation>
+    </message>
+    <message id="account-move-stopped">
+        <source>Stopped.</source>
+        <translation>Stopped.</translation>
+    </message>
+    <message id="account-move-title">
+        <source>Move to a Google account</source>
+        <translation>Move to a Google account</translation>
+    </message>
+    <message id="account-move-unfinished">
+        <source>The data of your local account is not all on this Google account yet. Nothing was lost: finishing copies what is missing.</source>
+        <translation>The data of your local account is not all on this Google account yet. Nothing was lost: finishing copies what is missing.</translation>
+    </message>
     <message id="accounts-add-button">
         <source>Add account</source>
         <translation>Add account</translation>

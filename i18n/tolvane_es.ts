@@ -3,6 +3,86 @@
 <TS version="2.1" language="es">
 <context>
     <name></name>
+    <message id="account-copy-again-hint">
+        <source>What was copied stays; copying again adds the rest.</source>
+        <translation>Lo copiado se queda; copiar de nuevo añade el resto.</translation>
+    </message>
+    <message id="account-copy-button">
+        <source>Copy to this computer</source>
+        <translation>Copiar a este equipo</translation>
+    </message>
+    <message id="account-copy-copying">
+        <source>Copying to this computer…</source>
+        <translation>Copiando a este equipo…</translation>
+    </message>
+    <message id="account-copy-done">
+        <source>A copy of %1 items is on this computer and was checked. Copying again adds what is new.</source>
+        <translation>Hay una copia de %1 elementos en este equipo y se ha comprobado. Copiar de nuevo añade lo nuevo.</translation>
+    </message>
+    <message id="account-copy-explanation">
+        <source>Copies this account's projects, lists, tasks, logbook and the daily tasks of the last two years to this computer, encrypted. A local account set up here later starts with them.</source>
+        <translation>Copia a este equipo, cifrados, los proyectos, listas, tareas, la bitácora y las tareas diarias de los dos últimos años de esta cuenta. Una cuenta local creada aquí más adelante empieza con ellos.</translation>
+    </message>
+    <message id="account-copy-title">
+        <source>Keep a copy on this computer</source>
+        <translation>Guardar una copia en este equipo</translation>
+    </message>
+    <message id="account-move-button">
+        <source>Move to a Google account…</source>
+        <translation>Pasar a una cuenta de Google…</translation>
+    </message>
+    <message id="account-move-confirm-button">
+        <source>Sign in and copy</source>
+        <translation>Iniciar sesión y copiar</translation>
+    </message>
+    <message id="account-move-confirmation-title">
+        <source>Copy everything to a Google account?</source>
+        <translation>¿Copiar todo a una cuenta de Google?</translation>
+    </message>
+    <message id="account-move-copying">
+        <source>Copying to your Google account…</source>
+        <translation>Copiando a tu cuenta de Google…</translation>
+    </message>
+    <message id="account-move-differs">
+        <source>Records did not arrive as they were sent (%1 of them, among them “%2”). Nothing was deleted; try again.</source>
+        <translation>Algunos registros no llegaron tal como se enviaron (%1, entre ellos «%2»). No se ha borrado nada; vuelve a intentarlo.</translation>
+    </message>
+    <message id="account-move-done">
+        <source>Everything is on your Google account and was checked there: %1 items, %2 of them already there before. This computer keeps its copy.</source>
+        <translation>Todo está en tu cuenta de Google y se ha comprobado allí: %1 elementos, %2 de ellos ya estaban. Este equipo conserva su copia.</translation>
+    </message>
+    <message id="account-move-explanation">
+        <source>Sign in with Google and copy your projects, lists, tasks, daily tasks and logbook there. This computer keeps its copy.</source>
+        <translation>Inicia sesión con Google y copia allí tus proyectos, listas, tareas, tareas diarias y bitácora. Este equipo conserva su copia.</translation>
+    </message>
+    <message id="account-move-finish-button">
+        <source>Finish moving</source>
+        <translation>Terminar el traslado</translation>
+    </message>
+    <message id="account-move-finish-hint">
+        <source>What was copied stays; “Finish moving” copies the rest.</source>
+        <translation>Lo copiado se queda; «Terminar el traslado» copia el resto.</translation>
+    </message>
+    <message id="account-move-sign-in-failed">
+        <source>Google sign-in did not work, so nothing was copied: %1</source>
+        <translation>El inicio de sesión con Google no funcionó, así que no se copió nada: %1</translation>
+    </message>
+    <message id="account-move-signing-in">
+        <source>Signing in with Google…</source>
+        <translation>Iniciando sesión con Google…</translation>
+    </message>
+    <message id="account-move-stopped">
+        <source>Stopped.</source>
+        <translation>Detenido.</translation>
+    </message>
+    <message id="account-move-title">
+        <source>Move to a Google account</source>
+        <translation>Pasar a una cuenta de Google</translation>
+    </message>
+    <message id="account-move-unfinished">
+        <source>The data of your local account is not all on this Google account yet. Nothing was lost: finishing copies what is missing.</source>
+        <translation>Los datos de tu cuenta local aún no están todos en esta cuenta de Google. No se ha perdido nada: al terminar se copia lo que falta.</translation>
+    </message>
     <message id="accounts-add-button">
         <source>Add account</source>
         <translation>Añadir cuenta</translation>

@@ -2,6 +2,7 @@
 
 #include "screens/common/ActionRunner.h"
 #include "screens/common/AppServices.h"
+#include "screens/settings/AccountMoveView.h"
 #include "screens/settings/LocalAccountCheck.h"
 #include "screens/settings/SettingsButtonView.h"
 #include "screens/settings/UserSettingsController.h"
@@ -133,7 +134,7 @@ QWidget* AccountSettingsView::makeLocalSetup()
     });
     connect(create, &QPushButton::clicked, this, [this] {
         UserEntity user;
-        user.usrId = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+        user.usrId = AccountMoveView::newLocalUserId(m_services.userDefaults());
         user.usrFirstName = m_setupFirstName->text();
         user.usrLastName = m_setupLastName->text();
         user.usrEmail = m_setupEmail->text().trimmed();

@@ -5,6 +5,7 @@
 #include "meetings/repositories/eventkit/LiveEventKitStore.h"
 #include "platform/SystemClock.h"
 #include "screens/common/Async.h"
+#include "screens/settings/AccountMoveView.h"
 #include "screens/settings/CsvMappingDialog.h"
 #include "transfer/BitacoraMarkdownExport.h"
 #include "transfer/CsvTable.h"
@@ -195,6 +196,7 @@ DataSettingsView::DataSettingsView(const AppServices& services, std::shared_ptr<
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(backupsBox, 1);
     layout->addWidget(transferBox);
+    layout->addWidget(new AccountMoveView(m_services, this));
     layout->addWidget(m_status);
 
     connect(m_backups, &QTreeWidget::itemSelectionChanged, this,

@@ -63,7 +63,6 @@ LocalAccountDialog::LocalAccountDialog(QWidget* parent)
 UserEntity LocalAccountDialog::user() const
 {
     UserEntity user;
-    user.usrId = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
     user.usrFirstName = m_firstName->text();
     user.usrLastName = m_lastName->text();
     user.usrEmail = m_email->text().trimmed();

@@ -15,6 +15,7 @@ class LocalAccountDialog final : public QDialog {
 public:
     explicit LocalAccountDialog(QWidget* parent = nullptr);
 
+    // The names and address typed; the caller gives the account its id.
     UserEntity user() const;
 
     void accept() override;

@@ -3,6 +3,7 @@
 #include "screens/common/ActionRunner.h"
 #include "screens/common/AppServices.h"
 #include "screens/common/Icons.h"
+#include "screens/settings/AccountMoveView.h"
 #include "screens/settings/LocalAccountDialog.h"
 
 #include <QHBoxLayout>
@@ -111,9 +112,11 @@ void UserProfileChipView::setUpLocalAccount()
     if (dialog.exec() != QDialog::Accepted)
         return;
     const LoginApplication login = m_services.loginApplication();
+    UserEntity user = dialog.user();
+    user.usrId = AccountMoveView::newLocalUserId(m_services.userDefaults());
     runAction(
         this, m_services.console(), QStringLiteral("UserSettingsController.save"),
-        [login, user = dialog.user()] { return login.saveUser(user); },
+        [login, user] { return login.saveUser(user); },
         [this](const ResultEntity& saved) {
             if (saved.result)
                 accountChanged();
