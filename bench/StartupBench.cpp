@@ -106,7 +106,9 @@ template <typename Window> void showAndWaitForPaint(Window& window)
     spy.painted = &painted;
     window.installEventFilter(&spy);
     window.show();
-    QTest::qWaitFor([&] { return painted; }, 10000);
+    // A window never painted would time nothing worth reporting.
+    if (!QTest::qWaitFor([&] { return painted; }, 10000))
+        qFatal("the window was not painted within 10 s");
     window.removeEventFilter(&spy);
 }
 
