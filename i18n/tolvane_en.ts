@@ -120,8 +120,8 @@
         <translation>--quick-add needs the text of the task.</translation>
     </message>
     <message id="app-option-quick-add">
-        <source>Add a task with this title to the default list of your project.</source>
-        <translation>Add a task with this title to the default list of your project.</translation>
+        <source>Add a task typed in one line, such as "Pay rent tomorrow #Home".</source>
+        <translation>Add a task typed in one line, such as "Pay rent tomorrow #Home".</translation>
     </message>
     <message id="app-option-try-help">
         <source>Try “tolvane --help” for the options.</source>
@@ -763,6 +763,34 @@
         <source>The task “%1” was not added: %2</source>
         <translation>The task “%1” was not added: %2</translation>
     </message>
+    <message id="quick-add-kind-date">
+        <source>Date</source>
+        <translation>Date</translation>
+    </message>
+    <message id="quick-add-kind-list">
+        <source>List</source>
+        <translation>List</translation>
+    </message>
+    <message id="quick-add-kind-project">
+        <source>Project</source>
+        <translation>Project</translation>
+    </message>
+    <message id="quick-add-kind-quadrant">
+        <source>Quadrant</source>
+        <translation>Quadrant</translation>
+    </message>
+    <message id="quick-add-kind-recurrence">
+        <source>Repeats</source>
+        <translation>Repeats</translation>
+    </message>
+    <message id="quick-add-kind-reminder">
+        <source>Reminder</source>
+        <translation>Reminder</translation>
+    </message>
+    <message id="quick-add-kind-time">
+        <source>Time</source>
+        <translation>Time</translation>
+    </message>
     <message id="quick-add-no-account">
         <source>The task “%1” was not added: sign in or create a local account first.</source>
         <translation>The task “%1” was not added: sign in or create a local account first.</translation>
@@ -774,6 +802,18 @@
     <message id="quick-add-no-project">
         <source>The task “%1” was not added: you have no project yet. Create one in Projects first.</source>
         <translation>The task “%1” was not added: you have no project yet. Create one in Projects first.</translation>
+    </message>
+    <message id="quick-add-no-title">
+        <source>The task “%1” was not added: it needs a title besides the day, time and other details.</source>
+        <translation>The task “%1” was not added: it needs a title besides the day, time and other details.</translation>
+    </message>
+    <message id="quick-add-unknown-list">
+        <source>The task “%1” was not added: the project “%2” has no list named “%3”.</source>
+        <translation>The task “%1” was not added: the project “%2” has no list named “%3”.</translation>
+    </message>
+    <message id="quick-add-unknown-project">
+        <source>The task “%1” was not added: you have no project named “%2”.</source>
+        <translation>The task “%1” was not added: you have no project named “%2”.</translation>
     </message>
     <message id="rituals-moved-many">
         <source>%1 daily tasks moved to today.</source>
