@@ -120,8 +120,8 @@
         <translation>--quick-add needs the text of the task.</translation>
     </message>
     <message id="app-option-quick-add">
-        <source>Add a task typed in one line, such as "Pay rent tomorrow #Home".</source>
-        <translation>Add a task typed in one line, such as "Pay rent tomorrow #Home".</translation>
+        <source>Add a task typed in one line, such as \\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\"Pay rent tomorrow #Home\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\".</source>
+        <translation>Add a task typed in one line, such as \\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\"Pay rent tomorrow #Home\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\".</translation>
     </message>
     <message id="app-option-try-help">
         <source>Try “tolvane --help” for the options.</source>
@@ -695,6 +695,10 @@
         <source>&amp;Day</source>
         <translation>&amp;Day</translation>
     </message>
+    <message id="menu-quick-add">
+        <source>Quick add…</source>
+        <translation>Quick add…</translation>
+    </message>
     <message id="menu-quit">
         <source>Quit</source>
         <translation>Quit</translation>
@@ -755,9 +759,17 @@
         <source>Show every day</source>
         <translation>Show every day</translation>
     </message>
+    <message id="quick-add-chip-remove">
+        <source>Keep these words in the title</source>
+        <translation>Keep these words in the title</translation>
+    </message>
     <message id="quick-add-done">
         <source>Added “%1” to %2 / %3.</source>
         <translation>Added “%1” to %2 / %3.</translation>
+    </message>
+    <message id="quick-add-empty">
+        <source>Type the task first, for example “Call Ana tomorrow at 3pm”.</source>
+        <translation>Type the task first, for example “Call Ana tomorrow at 3pm”.</translation>
     </message>
     <message id="quick-add-failed">
         <source>The task “%1” was not added: %2</source>
@@ -806,6 +818,14 @@
     <message id="quick-add-no-title">
         <source>The task “%1” was not added: it needs a title besides the day, time and other details.</source>
         <translation>The task “%1” was not added: it needs a title besides the day, time and other details.</translation>
+    </message>
+    <message id="quick-add-placeholder">
+        <source>Call Ana tomorrow at 3pm #Project /List !1</source>
+        <translation>Call Ana tomorrow at 3pm #Project /List !1</translation>
+    </message>
+    <message id="quick-add-title">
+        <source>Quick add</source>
+        <translation>Quick add</translation>
     </message>
     <message id="quick-add-unknown-list">
         <source>The task “%1” was not added: the project “%2” has no list named “%3”.</source>
