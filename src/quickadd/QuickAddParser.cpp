@@ -310,8 +310,17 @@ public:
             if (taken[i])
                 continue;
             std::optional<Candidate> best;
-            for (const auto& matcher : matchers()) {
-                std::optional<Candidate> found = matcher(i);
+            using Matcher = std::optional<Candidate> (*)(Reader&, int);
+            static constexpr Matcher matchers[] = {
+                [](Reader& reader, int at) { return reader.quadrant(at); },
+                [](Reader& reader, int at) { return reader.list(at); },
+                [](Reader& reader, int at) { return reader.date(at); },
+                [](Reader& reader, int at) { return reader.time(at); },
+                [](Reader& reader, int at) { return reader.recurrence(at); },
+                [](Reader& reader, int at) { return reader.reminder(at); },
+            };
+            for (const Matcher matcher : matchers) {
+                std::optional<Candidate> found = matcher(*this, i);
                 if (!found || isSet(found->kind) || overlapsTaken(i, found->tokens, taken))
                     continue;
                 if (!best || found->tokens > best->tokens)
@@ -325,20 +334,6 @@ public:
     }
 
 private:
-    using Matcher = std::function<std::optional<Candidate>(int)>;
-
-    QList<Matcher> matchers()
-    {
-        return {
-            [this](int i) { return quadrant(i); },
-            [this](int i) { return list(i); },
-            [this](int i) { return date(i); },
-            [this](int i) { return time(i); },
-            [this](int i) { return recurrence(i); },
-            [this](int i) { return reminder(i); },
-        };
-    }
-
     QString word(int i) const { return i >= 0 && i < m_tokens.size() ? m_tokens.at(i).word : QString(); }
     bool is(int i, QStringView expected) const { return word(i) == expected; }
     bool isAny(int i, std::initializer_list<QStringView> expected) const
@@ -415,8 +410,15 @@ private:
         const QString first = word(i);
         if (first.size() < 2 || first.at(0) != sigil)
             return std::nullopt;
+        const QString typedFirst = first.mid(1);
         std::optional<std::pair<QString, int>> best;
         for (const QString& name : names) {
+            // Most names differ in their first word: tell them apart before folding them whole.
+            const QStringView trimmed = QStringView(name).trimmed();
+            if (trimmed.size() < typedFirst.size()
+                || (trimmed.size() > typedFirst.size() && !trimmed.at(typedFirst.size()).isSpace())
+                || fold(trimmed.left(typedFirst.size())) != typedFirst)
+                continue;
             const QStringList parts = fold(name.simplified()).split(QLatin1Char(' '), Qt::SkipEmptyParts);
             if (parts.isEmpty() || i + parts.size() > m_tokens.size())
                 continue;
