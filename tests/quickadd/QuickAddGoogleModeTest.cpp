@@ -50,7 +50,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT((view = window->findChild<QuickAddView*>()) && view->isReady(), 15000);
         auto* field = view->findChild<QLineEdit*>(QStringLiteral("quickAddField"));
         const QDate before = QDate::currentDate();
-        QTest::keyClicks(field, QStringLiteral("Sembrar tomates pasado mañana #huerto /semillas !2"));
+        QTest::keyClicks(field, QStringLiteral("Sembrar tomates pasado manana #huerto /semillas !2"));
         QCOMPARE(view->fields().project, QStringLiteral("Huerto"));
         QCOMPARE(view->fields().list, QStringLiteral("Semillas"));
         QTest::keyClick(field, Qt::Key_Return);
