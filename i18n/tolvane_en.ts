@@ -200,8 +200,8 @@
         <translation>--quick-add needs the text of the task.</translation>
     </message>
     <message id="app-option-quick-add">
-        <source>Add a task with this title to the default list of your project.</source>
-        <translation>Add a task with this title to the default list of your project.</translation>
+        <source>Add a task typed in one line, such as \\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\"Pay rent tomorrow #Home\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\".</source>
+        <translation>Add a task typed in one line, such as \\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\"Pay rent tomorrow #Home\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\".</translation>
     </message>
     <message id="app-option-try-help">
         <source>Try “tolvane --help” for the options.</source>
@@ -779,6 +779,10 @@
         <source>&amp;Day</source>
         <translation>&amp;Day</translation>
     </message>
+    <message id="menu-quick-add">
+        <source>Quick add…</source>
+        <translation>Quick add…</translation>
+    </message>
     <message id="menu-quit">
         <source>Quit</source>
         <translation>Quit</translation>
@@ -839,13 +843,49 @@
         <source>Show every day</source>
         <translation>Show every day</translation>
     </message>
+    <message id="quick-add-chip-remove">
+        <source>Keep these words in the title</source>
+        <translation>Keep these words in the title</translation>
+    </message>
     <message id="quick-add-done">
         <source>Added “%1” to %2 / %3.</source>
         <translation>Added “%1” to %2 / %3.</translation>
     </message>
+    <message id="quick-add-empty">
+        <source>Type the task first, for example “Call Ana tomorrow at 3pm”.</source>
+        <translation>Type the task first, for example “Call Ana tomorrow at 3pm”.</translation>
+    </message>
     <message id="quick-add-failed">
         <source>The task “%1” was not added: %2</source>
         <translation>The task “%1” was not added: %2</translation>
+    </message>
+    <message id="quick-add-kind-date">
+        <source>Date</source>
+        <translation>Date</translation>
+    </message>
+    <message id="quick-add-kind-list">
+        <source>List</source>
+        <translation>List</translation>
+    </message>
+    <message id="quick-add-kind-project">
+        <source>Project</source>
+        <translation>Project</translation>
+    </message>
+    <message id="quick-add-kind-quadrant">
+        <source>Quadrant</source>
+        <translation>Quadrant</translation>
+    </message>
+    <message id="quick-add-kind-recurrence">
+        <source>Repeats</source>
+        <translation>Repeats</translation>
+    </message>
+    <message id="quick-add-kind-reminder">
+        <source>Reminder</source>
+        <translation>Reminder</translation>
+    </message>
+    <message id="quick-add-kind-time">
+        <source>Time</source>
+        <translation>Time</translation>
     </message>
     <message id="quick-add-no-account">
         <source>The task “%1” was not added: sign in or create a local account first.</source>
@@ -858,6 +898,26 @@
     <message id="quick-add-no-project">
         <source>The task “%1” was not added: you have no project yet. Create one in Projects first.</source>
         <translation>The task “%1” was not added: you have no project yet. Create one in Projects first.</translation>
+    </message>
+    <message id="quick-add-no-title">
+        <source>The task “%1” was not added: it needs a title besides the day, time and other details.</source>
+        <translation>The task “%1” was not added: it needs a title besides the day, time and other details.</translation>
+    </message>
+    <message id="quick-add-placeholder">
+        <source>Call Ana tomorrow at 3pm #Project /List !1</source>
+        <translation>Call Ana tomorrow at 3pm #Project /List !1</translation>
+    </message>
+    <message id="quick-add-title">
+        <source>Quick add</source>
+        <translation>Quick add</translation>
+    </message>
+    <message id="quick-add-unknown-list">
+        <source>The task “%1” was not added: the project “%2” has no list named “%3”.</source>
+        <translation>The task “%1” was not added: the project “%2” has no list named “%3”.</translation>
+    </message>
+    <message id="quick-add-unknown-project">
+        <source>The task “%1” was not added: you have no project named “%2”.</source>
+        <translation>The task “%1” was not added: you have no project named “%2”.</translation>
     </message>
     <message id="rituals-moved-many">
         <source>%1 daily tasks moved to today.</source>

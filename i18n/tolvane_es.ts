@@ -200,8 +200,8 @@
         <translation>--quick-add necesita el texto de la tarea.</translation>
     </message>
     <message id="app-option-quick-add">
-        <source>Add a task with this title to the default list of your project.</source>
-        <translation>Añadir una tarea con este título a la lista predeterminada de tu proyecto.</translation>
+        <source>Add a task typed in one line, such as \\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\"Pay rent tomorrow #Home\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\".</source>
+        <translation>Añadir una tarea escrita en una línea, como \\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\"Pagar el alquiler mañana #Casa\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\".</translation>
     </message>
     <message id="app-option-try-help">
         <source>Try “tolvane --help” for the options.</source>
@@ -779,6 +779,10 @@
         <source>&amp;Day</source>
         <translation>&amp;Día</translation>
     </message>
+    <message id="menu-quick-add">
+        <source>Quick add…</source>
+        <translation>Añadir rápido…</translation>
+    </message>
     <message id="menu-quit">
         <source>Quit</source>
         <translation>Salir</translation>
@@ -839,13 +843,49 @@
         <source>Show every day</source>
         <translation>Mostrar todos los días</translation>
     </message>
+    <message id="quick-add-chip-remove">
+        <source>Keep these words in the title</source>
+        <translation>Dejar estas palabras en el título</translation>
+    </message>
     <message id="quick-add-done">
         <source>Added “%1” to %2 / %3.</source>
         <translation>Se añadió «%1» a %2 / %3.</translation>
     </message>
+    <message id="quick-add-empty">
+        <source>Type the task first, for example “Call Ana tomorrow at 3pm”.</source>
+        <translation>Escribe primero la tarea, por ejemplo «Llamar a Ana mañana a las 5».</translation>
+    </message>
     <message id="quick-add-failed">
         <source>The task “%1” was not added: %2</source>
         <translation>La tarea «%1» no se añadió: %2</translation>
+    </message>
+    <message id="quick-add-kind-date">
+        <source>Date</source>
+        <translation>Fecha</translation>
+    </message>
+    <message id="quick-add-kind-list">
+        <source>List</source>
+        <translation>Lista</translation>
+    </message>
+    <message id="quick-add-kind-project">
+        <source>Project</source>
+        <translation>Proyecto</translation>
+    </message>
+    <message id="quick-add-kind-quadrant">
+        <source>Quadrant</source>
+        <translation>Cuadrante</translation>
+    </message>
+    <message id="quick-add-kind-recurrence">
+        <source>Repeats</source>
+        <translation>Repetición</translation>
+    </message>
+    <message id="quick-add-kind-reminder">
+        <source>Reminder</source>
+        <translation>Aviso</translation>
+    </message>
+    <message id="quick-add-kind-time">
+        <source>Time</source>
+        <translation>Hora</translation>
     </message>
     <message id="quick-add-no-account">
         <source>The task “%1” was not added: sign in or create a local account first.</source>
@@ -858,6 +898,26 @@
     <message id="quick-add-no-project">
         <source>The task “%1” was not added: you have no project yet. Create one in Projects first.</source>
         <translation>La tarea «%1» no se añadió: aún no tienes ningún proyecto. Crea uno primero en Proyectos.</translation>
+    </message>
+    <message id="quick-add-no-title">
+        <source>The task “%1” was not added: it needs a title besides the day, time and other details.</source>
+        <translation>La tarea «%1» no se añadió: necesita un título además del día, la hora y los demás detalles.</translation>
+    </message>
+    <message id="quick-add-placeholder">
+        <source>Call Ana tomorrow at 3pm #Project /List !1</source>
+        <translation>Llamar a Ana mañana a las 5 #Proyecto /Lista !1</translation>
+    </message>
+    <message id="quick-add-title">
+        <source>Quick add</source>
+        <translation>Añadir rápido</translation>
+    </message>
+    <message id="quick-add-unknown-list">
+        <source>The task “%1” was not added: the project “%2” has no list named “%3”.</source>
+        <translation>La tarea «%1» no se añadió: el proyecto «%2» no tiene ninguna lista llamada «%3».</translation>
+    </message>
+    <message id="quick-add-unknown-project">
+        <source>The task “%1” was not added: you have no project named “%2”.</source>
+        <translation>La tarea «%1» no se añadió: no tienes ningún proyecto llamado «%2».</translation>
     </message>
     <message id="rituals-moved-many">
         <source>%1 daily tasks moved to today.</source>

@@ -13,7 +13,7 @@ QCommandLineOption dateOption()
 
 QCommandLineOption quickAddOption()
 {
-    //% "Add a task with this title to the default list of your project."
+    //% "Add a task typed in one line, such as \"Pay rent tomorrow #Home\"."
     return {QStringLiteral("quick-add"), qtTrId("app-option-quick-add"), QStringLiteral("text")};
 }
 

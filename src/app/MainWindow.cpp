@@ -5,6 +5,7 @@
 #include "screens/bitacora/BitacoraView.h"
 #include "screens/common/AppServices.h"
 #include "screens/projects/ProjectsView.h"
+#include "screens/quickadd/QuickAddView.h"
 #include "screens/schedule/DailyEventsView.h"
 #include "screens/settings/UserSettingsView.h"
 
@@ -14,6 +15,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QMenuBar>
+#include <QStatusBar>
 #include <QVBoxLayout>
 
 namespace {
@@ -63,6 +65,10 @@ MainWindow::MainWindow(const AppServices& services, QWidget* parent)
         [this] { m_services.notificationCenter().post(NotificationName::showUserSettings); });
     settings->setShortcut(QKeySequence::Preferences);
     settings->setObjectName(QStringLiteral("userSettingsAction"));
+    //% "Quick add…"
+    QAction* quickAdd = app->addAction(qtTrId("menu-quick-add"), this, &MainWindow::showQuickAdd);
+    quickAdd->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_N));
+    quickAdd->setObjectName(QStringLiteral("quickAddAction"));
     //% "Information console"
     app->addAction(qtTrId("info-console-title"), this, &MainWindow::showConsole);
     app->addSeparator();
@@ -122,4 +128,21 @@ void MainWindow::showUserSettings()
     m_settings->show();
     m_settings->raise();
     m_settings->activateWindow();
+}
+
+void MainWindow::showQuickAdd()
+{
+    if (!m_quickAdd) {
+        m_quickAdd = new QuickAddView(m_services, this);
+        m_quickAdd->setAttribute(Qt::WA_DeleteOnClose);
+        connect(m_quickAdd, &QuickAddView::added, this, [this](const QString& notice) {
+            statusBar()->showMessage(notice, 15000);
+            // The workspace shows the task where it went.
+            if (auto* projects = qobject_cast<ProjectsView*>(m_contentView->screen(SidebarItemEnum::projects)))
+                projects->reload();
+        });
+    }
+    m_quickAdd->show();
+    m_quickAdd->raise();
+    m_quickAdd->activateWindow();
 }

@@ -5,6 +5,7 @@
 
 class AppServices;
 class ContentView;
+class QuickAddView;
 class UserSettingsView;
 
 // The one window: the content view, the menus and their shortcuts; its size and place are
@@ -25,8 +26,11 @@ protected:
 private:
     void showConsole();
     void showUserSettings();
+    // Ctrl+N: one line that becomes a task.
+    void showQuickAdd();
 
     const AppServices& m_services;
     ContentView* m_contentView;
     QPointer<UserSettingsView> m_settings;
+    QPointer<QuickAddView> m_quickAdd;
 };

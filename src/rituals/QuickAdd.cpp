@@ -6,7 +6,7 @@ namespace {
 
 Outcome failed(const QString& notice)
 {
-    return {false, notice};
+    return {false, notice, std::nullopt};
 }
 
 QString why(const TaskResultEntity& result)
@@ -16,47 +16,96 @@ QString why(const TaskResultEntity& result)
 
 } // namespace
 
-Outcome add(const TasksApplicationFactory::Applications& applications, const QUuid& userId, const QString& text,
-    const QUuid& preferredProjectId)
+QList<QuickAddParser::ProjectNames> Catalogue::names() const
 {
+    QList<QuickAddParser::ProjectNames> names;
+    for (const ProjectEntity& project : projects) {
+        QStringList listNames;
+        for (const TaskListEntity& list : lists.value(project.prjId))
+            listNames.append(list.talName);
+        names.append({project.prjName, listNames});
+    }
+    return names;
+}
+
+Catalogue catalogue(const TasksApplicationFactory::Applications& applications, const QUuid& userId)
+{
+    Catalogue catalogue;
     const TaskResultEntity projectsListed = applications.projects.list(userId);
     if (!projectsListed.result) {
-        //% "The task “%1” was not added: %2"
-        return failed(qtTrId("quick-add-failed").arg(text, why(projectsListed)));
+        catalogue.failure = why(projectsListed);
+        return catalogue;
     }
-    const QList<ProjectEntity> projects = *projectsListed.dataAs<QList<ProjectEntity>>();
-    if (projects.isEmpty()) {
+    catalogue.projects = *projectsListed.dataAs<QList<ProjectEntity>>();
+    for (const ProjectEntity& project : std::as_const(catalogue.projects)) {
+        const TaskResultEntity listsListed = applications.taskLists.list(project.prjId);
+        if (!listsListed.result) {
+            catalogue.failure = why(listsListed);
+            return catalogue;
+        }
+        catalogue.lists.insert(project.prjId, *listsListed.dataAs<QList<TaskListEntity>>());
+    }
+    return catalogue;
+}
+
+Outcome add(const TasksApplicationFactory::Applications& applications, const QUuid& userId, const QString& text,
+    const QUuid& preferredProjectId, QuickAddParser::Options options)
+{
+    const Catalogue known = catalogue(applications, userId);
+    if (!known.failure.isEmpty()) {
+        //% "The task “%1” was not added: %2"
+        return failed(qtTrId("quick-add-failed").arg(text, known.failure));
+    }
+    options.projects = known.names();
+    const QuickAddParser::Fields fields = QuickAddParser::parse(text, options);
+    if (fields.title.isEmpty()) {
+        // clang-format off
+        //% "The task “%1” was not added: it needs a title besides the day, time and other details."
+        return failed(qtTrId("quick-add-no-title").arg(text));
+        // clang-format on
+    }
+    if (!fields.unknownProject.isEmpty()) {
+        //% "The task “%1” was not added: you have no project named “%2”."
+        return failed(qtTrId("quick-add-unknown-project").arg(text, fields.unknownProject));
+    }
+    if (known.projects.isEmpty()) {
         //% "The task “%1” was not added: you have no project yet. Create one in Projects first."
         return failed(qtTrId("quick-add-no-project").arg(text));
     }
-    ProjectEntity project = projects.constFirst();
-    for (const ProjectEntity& candidate : projects) {
-        if (candidate.prjId == preferredProjectId)
-            project = candidate;
-    }
 
-    const TaskResultEntity listsListed = applications.taskLists.list(project.prjId);
-    if (!listsListed.result)
-        return failed(qtTrId("quick-add-failed").arg(text, why(listsListed)));
-    const QList<TaskListEntity> lists = *listsListed.dataAs<QList<TaskListEntity>>();
+    ProjectEntity project = known.projects.constFirst();
+    for (const ProjectEntity& candidate : known.projects) {
+        if (fields.project.isEmpty() ? candidate.prjId == preferredProjectId : candidate.prjName == fields.project) {
+            project = candidate;
+            break;
+        }
+    }
+    if (!fields.unknownList.isEmpty()) {
+        //% "The task “%1” was not added: the project “%2” has no list named “%3”."
+        return failed(qtTrId("quick-add-unknown-list").arg(text, project.prjName, fields.unknownList));
+    }
+    const QList<TaskListEntity> lists = known.lists.value(project.prjId);
     if (lists.isEmpty()) {
         //% "The task “%1” was not added: the project “%2” has no task list."
         return failed(qtTrId("quick-add-no-list").arg(text, project.prjName));
     }
     TaskListEntity list = lists.constFirst();
     for (const TaskListEntity& candidate : lists) {
-        if (candidate.talIsDefault) {
+        if (fields.list.isEmpty() ? candidate.talIsDefault : candidate.talName == fields.list) {
             list = candidate;
             break;
         }
     }
 
-    const TaskResultEntity created
-        = applications.tasks.create(TaskEntity {.prjId = project.prjId, .talId = list.talId, .tasTitle = text});
+    TaskEntity task;
+    task.prjId = project.prjId;
+    task.talId = list.talId;
+    fields.applyTo(task);
+    const TaskResultEntity created = applications.tasks.create(task);
     if (!created.result)
         return failed(qtTrId("quick-add-failed").arg(text, why(created)));
     //% "Added “%1” to %2 / %3."
-    return {true, qtTrId("quick-add-done").arg(text, project.prjName, list.talName)};
+    return {true, qtTrId("quick-add-done").arg(fields.title, project.prjName, list.talName), task};
 }
 
 } // namespace QuickAdd

@@ -1,22 +1,45 @@
 #pragma once
 
+#include "quickadd/QuickAddParser.h"
 #include "tasks/TasksApplicationFactory.h"
 
 #include <QUuid>
 
-// A task added from outside the window (the command line, another launch). For now the text is
-// the title as it is; a parser that reads a list, a day or a tag out of it replaces add() alone.
+#include <optional>
+
+// A task typed in one line, from the quick-add window, the command line or another launch: the
+// line is read by QuickAddParser, so "#Home" files it in that project, "/Errands" in that list and
+// "tomorrow at 9" gives it its due date.
 namespace QuickAdd {
+
+// The user's projects and their lists, what #Project and /List are matched against.
+struct Catalogue {
+    QList<ProjectEntity> projects;
+    // By project id, in the store's order.
+    QHash<QUuid, QList<TaskListEntity>> lists;
+    // Empty when everything was read.
+    QString failure;
+
+    QList<QuickAddParser::ProjectNames> names() const;
+};
+
+// Blocking: reads every project's lists.
+Catalogue catalogue(const TasksApplicationFactory::Applications& applications, const QUuid& userId);
 
 struct Outcome {
     bool added = false;
     // Where the task went, or why it went nowhere: shown to the user either way.
     QString notice;
+    // The task as it was handed to the store, when it was.
+    std::optional<TaskEntity> task;
 };
 
-// Adds a task titled text to the default list (or, with none marked, the first list) of the
-// project preferredProjectId when the user has it, else of the user's first project.
+// Adds the task that text describes. Without a #Project it goes to preferredProjectId when the
+// user has it, else to the user's first project; without a /List, to the project's default list
+// (or, with none marked, its first). A #Project or /List that the user does not have, or a line
+// with nothing left for a title, adds nothing and says why. options.projects is filled in here;
+// its reference time and taken-back phrases are used as given.
 Outcome add(const TasksApplicationFactory::Applications& applications, const QUuid& userId, const QString& text,
-    const QUuid& preferredProjectId = {});
+    const QUuid& preferredProjectId = {}, QuickAddParser::Options options = {});
 
 } // namespace QuickAdd

@@ -234,6 +234,57 @@ private Q_SLOTS:
         QCOMPARE(taskTitles(inbox), QStringList({"send invoice"}));
     }
 
+    void shouldQuickAddWhereTheLineSays()
+    {
+        const ProjectEntity home = addProject(QStringLiteral("Home"));
+        const TaskListEntity chores = addList(home, QStringLiteral("Chores"), false);
+        const TaskListEntity errands = addList(home, QStringLiteral("Errands"), true);
+        const ProjectEntity work = addProject(QStringLiteral("Side Work"));
+        const TaskListEntity inbox = addList(work, QStringLiteral("Inbox"), true);
+        // Monday 16 March 2026.
+        QuickAddParser::Options monday;
+        monday.now = QDateTime(QDate(2026, 3, 16), QTime(10, 0));
+
+        const QuickAdd::Outcome rent
+            = QuickAdd::add(*apps, user, QStringLiteral("Pay rent tomorrow #home !1"), {}, monday);
+        QVERIFY2(rent.added, qPrintable(rent.notice));
+        QCOMPARE(rent.notice, QStringLiteral("Added \u201cPay rent\u201d to Home / Errands."));
+        const QList<TaskEntity> storedRent = *apps->tasks.list(errands.talId).dataAs<QList<TaskEntity>>();
+        QCOMPARE(storedRent.size(), 1);
+        QCOMPARE(storedRent.constFirst().tasTitle, QStringLiteral("Pay rent"));
+        QCOMPARE(storedRent.constFirst().tasDueDate, QDateTime(QDate(2026, 3, 17), QTime(0, 0), Qt::UTC));
+        QCOMPARE(storedRent.constFirst().tasEisenhowerTag, EisenhowerTagEnum::doIt);
+
+        // A list names its project; the rule and the reminder go to the store with the task.
+        const QuickAdd::Outcome standup = QuickAdd::add(*apps, user,
+            QStringLiteral("Standup every weekday at 9:30 /inbox remind me 10m before"), home.prjId, monday);
+        QVERIFY2(standup.added, qPrintable(standup.notice));
+        QCOMPARE(standup.notice, QStringLiteral("Added \u201cStandup\u201d to Side Work / Inbox."));
+        QCOMPARE(standup.task->talId, inbox.talId);
+        QCOMPARE(standup.task->tasRecurrence->weekdays, QList<int>({1, 2, 3, 4, 5}));
+        QCOMPARE(standup.task->tasReminderMinutesBefore, 10);
+        const QList<TaskEntity> storedStandup = *apps->tasks.list(inbox.talId).dataAs<QList<TaskEntity>>();
+        QCOMPARE(storedStandup.size(), 1);
+        QCOMPARE(storedStandup.constFirst().tasDueDate, QDateTime(QDate(2026, 3, 16), QTime(9, 30)));
+
+        // Nothing is filed by guesswork: each of these adds nothing and says why.
+        const QStringList refused {
+            QuickAdd::add(*apps, user, QStringLiteral("Prune #Garden"), {}, monday).notice,
+            QuickAdd::add(*apps, user, QStringLiteral("Prune #Home /Roses"), {}, monday).notice,
+            QuickAdd::add(*apps, user, QStringLiteral("tomorrow !2"), {}, monday).notice,
+        };
+        QCOMPARE(refused,
+            QStringList({"The task \u201cPrune #Garden\u201d was not added: you have no project named "
+                         "\u201cGarden\u201d.",
+                "The task \u201cPrune #Home /Roses\u201d was not added: the project \u201cHome\u201d has no list named "
+                "\u201cRoses\u201d.",
+                "The task \u201ctomorrow !2\u201d was not added: it needs a title besides the day, time and other "
+                "details."}));
+        QCOMPARE(taskTitles(errands), QStringList({"Pay rent"}));
+        QCOMPARE(taskTitles(chores), QStringList());
+        QCOMPARE(taskTitles(inbox), QStringList({"Standup"}));
+    }
+
     void shouldAppendTheReviewWithoutTouchingWhatWasTyped_data()
     {
         QTest::addColumn<QString>("language");

@@ -27,6 +27,8 @@ public:
 
     bool isLoading() const { return m_isLoading; }
     bool isLoggedIn() const { return m_isLoggedIn; }
+    // Reads everything again, after a change made elsewhere (a quick add).
+    void reload();
 
 Q_SIGNALS:
     // After every load, for tests and for the start-up benchmark.
@@ -37,7 +39,6 @@ protected:
 
 private:
     void start();
-    void reload();
     void reloadDetail();
     void render();
     void showFailure(const QString& message);

@@ -1,5 +1,6 @@
 #include "screens/projects/TasksController.h"
 
+#include "quickadd/QuickAddParser.h"
 #include "screens/common/ActionRunner.h"
 
 TasksController::TasksController(TasksApplication application, ErrorConsoleStore& console, QObject* parent)
@@ -26,7 +27,9 @@ void TasksController::run(const QString& action, const QUuid& taskListId, const 
 
 void TasksController::add(const TaskListEntity& taskList, const QString& title, std::function<void(bool)> added)
 {
-    const TaskEntity task {.prjId = taskList.prjId, .talId = taskList.talId, .tasTitle = title};
+    TaskEntity task {.prjId = taskList.prjId, .talId = taskList.talId, .tasTitle = title};
+    // "Pay rent tomorrow !1": the day, time, rule, quadrant and reminder come out of the line.
+    QuickAddParser::parse(title).applyTo(task);
     run(
         QStringLiteral("add"), task.talId, task.tasId, [app = application, task] { return app.create(task); },
         std::move(added));
