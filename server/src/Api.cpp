@@ -378,7 +378,8 @@ void fillTask(TaskResponseDTO& task, const pqxx::row& row)
     task.tasDueHasTime = row[7].as<bool>();
     task.tasRecurrence.reset();
     if (!row[8].is_null())
-        task.tasRecurrence = TaskRecurrenceDTO::fromJson(JSONCoding::parse(QByteArray(row[8].c_str(), qsizetype(row[8].size()))));
+        task.tasRecurrence
+            = TaskRecurrenceDTO::fromJson(JSONCoding::parse(QByteArray(row[8].c_str(), qsizetype(row[8].size()))));
     task.tasOccurrence = row[9].as<qint64>();
     task.tasReminderMinutesBefore.reset();
     if (!row[10].is_null())

@@ -28,8 +28,8 @@ template <typename Database> KnownStore known()
 
 QList<KnownStore> knownStores()
 {
-    return {known<ProjectsDatabase>(), known<TaskListsDatabase>(), known<TasksDatabase>(),
-        known<DailyTasksDatabase>(), known<BitacoraDatabase>(), known<CalendarProviderDatabase>()};
+    return {known<ProjectsDatabase>(), known<TaskListsDatabase>(), known<TasksDatabase>(), known<DailyTasksDatabase>(),
+        known<BitacoraDatabase>(), known<CalendarProviderDatabase>()};
 }
 
 } // namespace

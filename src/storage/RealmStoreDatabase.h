@@ -30,7 +30,7 @@ template <typename StoreSchema> struct RealmStoreDatabase {
 
     static RealmMigrationBlock migration()
     {
-        if constexpr (requires(RealmDatabase& database) { StoreSchema::migrate(database, quint64()); })
+        if constexpr (requires(RealmDatabase & database) { StoreSchema::migrate(database, quint64()); })
             return &StoreSchema::migrate;
         else
             return noMigration;

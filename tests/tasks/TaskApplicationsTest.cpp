@@ -227,14 +227,15 @@ private Q_SLOTS:
         const TasksApplication tasks(apps->tasks.taskRepository, apps->tasks.taskListRepository, clock);
         const TaskRecurrenceEntity twoMondays {
             .frequency = RecurrenceFrequencyEnum::weekly, .interval = 1, .weekdays = {Qt::Monday}, .endAfterCount = 2};
-        const TaskEntity bins = *tasks.create({.prjId = project.prjId,
-                                                  .talId = list.talId,
-                                                  .tasTitle = QStringLiteral("Put the bins out"),
-                                                  .tasDueDate = TaskEntity::dueOnDay(QDate(2026, 11, 30)),
-                                                  .tasEisenhowerTag = EisenhowerTagEnum::doIt,
-                                                  .tasRecurrence = twoMondays,
-                                                  .tasReminderMinutesBefore = 60})
-                                      .dataAs<TaskEntity>();
+        const TaskEntity bins = *tasks
+                                     .create({.prjId = project.prjId,
+                                         .talId = list.talId,
+                                         .tasTitle = QStringLiteral("Put the bins out"),
+                                         .tasDueDate = TaskEntity::dueOnDay(QDate(2026, 11, 30)),
+                                         .tasEisenhowerTag = EisenhowerTagEnum::doIt,
+                                         .tasRecurrence = twoMondays,
+                                         .tasReminderMinutesBefore = 60})
+                                     .dataAs<TaskEntity>();
 
         const TaskResultEntity done = tasks.markDone(bins.tasId);
         QVERIFY2(done.result, qPrintable(done.firstMessage().value_or(QString())));
@@ -289,13 +290,14 @@ private Q_SLOTS:
         TaskRecurrenceEntity lastFriday {.frequency = RecurrenceFrequencyEnum::monthly, .interval = 1};
         lastFriday.weekdayOrdinal = -1;
         lastFriday.ordinalWeekday = Qt::Friday;
-        const TaskEntity review = *tasks.create({.prjId = project.prjId,
-                                                    .talId = list.talId,
-                                                    .tasTitle = QStringLiteral("Monthly review"),
-                                                    .tasDueDate = nineInTheMorning,
-                                                    .tasDueHasTime = true,
-                                                    .tasRecurrence = lastFriday})
-                                        .dataAs<TaskEntity>();
+        const TaskEntity review = *tasks
+                                       .create({.prjId = project.prjId,
+                                           .talId = list.talId,
+                                           .tasTitle = QStringLiteral("Monthly review"),
+                                           .tasDueDate = nineInTheMorning,
+                                           .tasDueHasTime = true,
+                                           .tasRecurrence = lastFriday})
+                                       .dataAs<TaskEntity>();
 
         const TaskResultEntity skipped = tasks.skipOccurrence(review.tasId);
         QVERIFY2(skipped.result, qPrintable(skipped.firstMessage().value_or(QString())));
@@ -328,8 +330,10 @@ private Q_SLOTS:
         planned.tasDueDate = QDateTime(QDate(2026, 12, 4), QTime(16, 30));
         planned.tasDueHasTime = true;
         planned.tasReminderMinutesBefore = 15;
-        planned.tasRecurrence = TaskRecurrenceEntity {.frequency = RecurrenceFrequencyEnum::daily, .interval = 3,
-            .anchor = RecurrenceAnchorEnum::completion, .endOnDate = QDate(2027, 1, 31)};
+        planned.tasRecurrence = TaskRecurrenceEntity {.frequency = RecurrenceFrequencyEnum::daily,
+            .interval = 3,
+            .anchor = RecurrenceAnchorEnum::completion,
+            .endOnDate = QDate(2027, 1, 31)};
         QVERIFY(apps->tasks.schedule(planned).result);
         const TaskEntity stored = *apps->tasks.find(report.tasId).dataAs<TaskEntity>();
         QCOMPARE(stored.tasTitle, report.tasTitle);

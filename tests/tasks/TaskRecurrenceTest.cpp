@@ -1,5 +1,6 @@
-#include "support/TestMain.h"
 #include "tasks/domain/TaskRecurrence.h"
+
+#include "support/TestMain.h"
 #include "tasks/entities/TaskRecurrenceCodec.h"
 
 #include <ctime>
@@ -72,9 +73,8 @@ private Q_SLOTS:
         QTest::addColumn<QDate>("due");
         QTest::addColumn<QList<QDate>>("expected");
 
-        QTest::newRow("every 3 days across a month end")
-            << rule(Frequency::daily, 3) << QDate(2027, 1, 30)
-            << QList<QDate> {QDate(2027, 2, 2), QDate(2027, 2, 5), QDate(2027, 2, 8)};
+        QTest::newRow("every 3 days across a month end") << rule(Frequency::daily,
+            3) << QDate(2027, 1, 30) << QList<QDate> {QDate(2027, 2, 2), QDate(2027, 2, 5), QDate(2027, 2, 8)};
 
         auto weekdays = rule(Frequency::weekly);
         weekdays.weekdays = {Qt::Monday, Qt::Wednesday, Qt::Friday};
@@ -88,9 +88,8 @@ private Q_SLOTS:
             << fortnightly << QDate(2026, 11, 24) // a Tuesday
             << QList<QDate> {QDate(2026, 11, 26), QDate(2026, 12, 8), QDate(2026, 12, 10), QDate(2026, 12, 22)};
 
-        QTest::newRow("every 2 weeks on the due date's weekday")
-            << rule(Frequency::weekly, 2) << QDate(2026, 12, 23)
-            << QList<QDate> {QDate(2027, 1, 6), QDate(2027, 1, 20)};
+        QTest::newRow("every 2 weeks on the due date's weekday") << rule(
+            Frequency::weekly, 2) << QDate(2026, 12, 23) << QList<QDate> {QDate(2027, 1, 6), QDate(2027, 1, 20)};
 
         QTest::newRow("the 31st falls back in short months and returns")
             << rule(Frequency::monthly) << QDate(2027, 1, 31)
@@ -110,9 +109,8 @@ private Q_SLOTS:
         auto lastFriday = rule(Frequency::monthly);
         lastFriday.weekdayOrdinal = -1;
         lastFriday.ordinalWeekday = Qt::Friday;
-        QTest::newRow("the last Friday")
-            << lastFriday << QDate(2026, 11, 27)
-            << QList<QDate> {QDate(2026, 12, 25), QDate(2027, 1, 29), QDate(2027, 2, 26)};
+        QTest::newRow("the last Friday") << lastFriday << QDate(2026, 11, 27)
+                                         << QList<QDate> {QDate(2026, 12, 25), QDate(2027, 1, 29), QDate(2027, 2, 26)};
 
         auto fifthMonday = rule(Frequency::monthly);
         fifthMonday.weekdayOrdinal = 5;
@@ -147,11 +145,13 @@ private Q_SLOTS:
     {
         auto fiveTimes = rule(Frequency::daily);
         fiveTimes.endAfterCount = 3;
-        QCOMPARE(series(dueOn(QDate(2026, 11, 1), fiveTimes), 10), (QList<QDate> {QDate(2026, 11, 2), QDate(2026, 11, 3)}));
+        QCOMPARE(
+            series(dueOn(QDate(2026, 11, 1), fiveTimes), 10), (QList<QDate> {QDate(2026, 11, 2), QDate(2026, 11, 3)}));
 
         auto untilDate = rule(Frequency::weekly);
         untilDate.endOnDate = QDate(2026, 11, 15);
-        QCOMPARE(series(dueOn(QDate(2026, 11, 1), untilDate), 10), (QList<QDate> {QDate(2026, 11, 8), QDate(2026, 11, 15)}));
+        QCOMPARE(
+            series(dueOn(QDate(2026, 11, 1), untilDate), 10), (QList<QDate> {QDate(2026, 11, 8), QDate(2026, 11, 15)}));
 
         // The occurrence number carries on, so a count survives every step.
         const TaskEntity first = dueOn(QDate(2026, 11, 1), fiveTimes);

@@ -32,9 +32,9 @@ QString dayText(QDate day, QDate today)
     }
     const QLocale locale;
     if (day.year() == today.year())
-        return locale.toString(day, locale.dateFormat(QLocale::ShortFormat).contains(QLatin1String("d/M"))
-                ? QStringLiteral("d MMM")
-                : QStringLiteral("MMM d"));
+        return locale.toString(day,
+            locale.dateFormat(QLocale::ShortFormat).contains(QLatin1String("d/M")) ? QStringLiteral("d MMM")
+                                                                                   : QStringLiteral("MMM d"));
     return locale.toString(day, QLocale::ShortFormat);
 }
 
@@ -51,7 +51,8 @@ TaskDueLabel of(const TaskEntity& task, const QDateTime& now)
     TaskDueLabel label;
     label.text = dayText(*day, today);
     if (task.tasDueHasTime)
-        label.text += QLatin1Char(' ') + QLocale().toString(task.tasDueDate->toLocalTime().time(), QLocale::ShortFormat);
+        label.text
+            += QLatin1Char(' ') + QLocale().toString(task.tasDueDate->toLocalTime().time(), QLocale::ShortFormat);
     label.overdue = !task.tasIsDone && (task.tasDueHasTime ? *task.tasDueDate < now : *day < today);
     return label;
 }

@@ -65,8 +65,8 @@ TaskRowView::TaskRowView(const TaskEntity& task, QWidget* parent)
         const TaskDueLabel label = TaskDueText::of(task, QDateTime::currentDateTime());
         auto* due = new QLabel(label.text, this);
         due->setObjectName(QStringLiteral("taskDue"));
-        due->setToolTip(QLocale().toString(task.tasDueHasTime ? task.tasDueDate->toLocalTime()
-                                                              : QDateTime(*task.dueDay(), QTime(0, 0)),
+        due->setToolTip(QLocale().toString(
+            task.tasDueHasTime ? task.tasDueDate->toLocalTime() : QDateTime(*task.dueDay(), QTime(0, 0)),
             task.tasDueHasTime ? QLocale::LongFormat : QLocale::ShortFormat));
         if (label.overdue) {
             due->setProperty("overdue", true);
@@ -159,8 +159,8 @@ void TaskRowView::contextMenuEvent(QContextMenuEvent* event)
 {
     QMenu menu(this);
     //% "Due date, repetition and reminder (Ctrl+E)"
-    menu.addAction(Icons::symbol(QStringLiteral("calendar")), qtTrId("tasks-schedule-button"), this,
-        &TaskRowView::openSchedule);
+    menu.addAction(
+        Icons::symbol(QStringLiteral("calendar")), qtTrId("tasks-schedule-button"), this, &TaskRowView::openSchedule);
     if (m_task.tasRecurrence && !m_task.tasIsDone) {
         //% "Skip this time"
         menu.addAction(qtTrId("tasks-schedule-skip"), this, [this] { Q_EMIT skipOccurrence(m_task); });

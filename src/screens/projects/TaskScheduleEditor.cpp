@@ -275,8 +275,8 @@ TaskEntity TaskScheduleEditor::edited() const
         return task;
     }
     task.tasDueHasTime = m_hasTime->isChecked();
-    task.tasDueDate = task.tasDueHasTime ? QDateTime(m_day->date(), m_time->time()).toUTC()
-                                         : TaskEntity::dueOnDay(m_day->date());
+    task.tasDueDate
+        = task.tasDueHasTime ? QDateTime(m_day->date(), m_time->time()).toUTC() : TaskEntity::dueOnDay(m_day->date());
     task.tasRecurrence = rule();
     const QVariant reminder = m_reminder->currentData();
     task.tasReminderMinutesBefore = reminder.isValid() ? std::optional<int>(reminder.toInt()) : std::nullopt;

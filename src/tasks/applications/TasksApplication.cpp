@@ -2,6 +2,7 @@
 
 #include "platform/SystemClock.h"
 #include "tasks/domain/TaskDomain.h"
+#include "tasks/domain/TaskMessages.h"
 #include "tasks/domain/TaskRecurrence.h"
 
 TasksApplication::TasksApplication(std::shared_ptr<TaskRepository> taskRepository,

@@ -31,14 +31,22 @@ RealmObjectType TaskRealmModel::objectType()
 void TaskRealmModel::migrate(RealmDatabase& database, quint64 oldVersion)
 {
     if (oldVersion < 2) {
-        for (const QString& column : version2Columns.split(QStringLiteral(", ")))
-            database.execute(QStringLiteral("ALTER TABLE \"%1\" ADD COLUMN %2").arg(objectType().name, column));
+        // A table made by a program that wrote the new columns under the old version number
+        // already has some of them.
+        QStringList present;
+        for (const RealmRow& column :
+            database.query(QStringLiteral("PRAGMA table_info(\"%1\")").arg(objectType().name)))
+            present.append(column.at(1).toString());
+        for (const QString& column : version2Columns.split(QStringLiteral(", "))) {
+            if (!present.contains(column.section(QLatin1Char(' '), 0, 0)))
+                database.execute(QStringLiteral("ALTER TABLE \"%1\" ADD COLUMN %2").arg(objectType().name, column));
+        }
         // Version 1 kept every due date as an instant, shown as its local day. One at local
         // midnight (a day typed without a time) or at midnight UTC (a day from the backend) is a
         // whole day and becomes that day's midnight UTC; any other keeps its instant and a time.
         const QString table = objectType().name;
-        const auto rows
-            = database.query(QStringLiteral("SELECT tasId, tasDueDate FROM \"%1\" WHERE tasDueDate IS NOT NULL").arg(table));
+        const auto rows = database.query(
+            QStringLiteral("SELECT tasId, tasDueDate FROM \"%1\" WHERE tasDueDate IS NOT NULL").arg(table));
         for (const RealmRow& row : rows) {
             const QDateTime due = RealmValue::toDate(row.at(1));
             QVariantList values;
@@ -50,7 +58,8 @@ void TaskRealmModel::migrate(RealmDatabase& database, quint64 oldVersion)
                 values = {row.at(1), true};
             values.append(row.at(0));
             database.execute(
-                QStringLiteral("UPDATE \"%1\" SET tasDueDate = ?, tasDueHasTime = ? WHERE tasId = ?").arg(table), values);
+                QStringLiteral("UPDATE \"%1\" SET tasDueDate = ?, tasDueHasTime = ? WHERE tasId = ?").arg(table),
+                values);
         }
     }
 }

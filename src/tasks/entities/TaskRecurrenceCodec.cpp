@@ -38,8 +38,8 @@ namespace TaskRecurrenceCodec {
 
 QJsonObject toJson(const TaskRecurrenceEntity& rule)
 {
-    QJsonObject json {{QStringLiteral("frequency"), frequencyName(rule.frequency)},
-        {QStringLiteral("interval"), rule.interval}};
+    QJsonObject json {
+        {QStringLiteral("frequency"), frequencyName(rule.frequency)}, {QStringLiteral("interval"), rule.interval}};
     if (!rule.weekdays.isEmpty()) {
         QJsonArray days;
         for (const int day : rule.weekdays)

@@ -5,10 +5,10 @@
 CreateTaskRequestDTO CreateTaskRequestDTO::fromJson(const QJsonValue& json)
 {
     const JSONObjectReader reader(json);
-    reader.refuseOtherKeys({QLatin1String("prjId"), QLatin1String("talId"), QLatin1String("tasTitle"),
-        QLatin1String("tasDueDate"), QLatin1String("tasEisenhowerTag"),
-        QLatin1String("tasCompletedAt"), QLatin1String("tasDueHasTime"), QLatin1String("tasOccurrence"),
-        QLatin1String("tasRecurrence"), QLatin1String("tasReminderMinutesBefore")});
+    reader.refuseOtherKeys(
+        {QLatin1String("prjId"), QLatin1String("talId"), QLatin1String("tasTitle"), QLatin1String("tasDueDate"),
+            QLatin1String("tasEisenhowerTag"), QLatin1String("tasCompletedAt"), QLatin1String("tasDueHasTime"),
+            QLatin1String("tasOccurrence"), QLatin1String("tasRecurrence"), QLatin1String("tasReminderMinutesBefore")});
     CreateTaskRequestDTO dto;
     dto.prjId = reader.string(QLatin1String("prjId"));
     dto.talId = reader.string(QLatin1String("talId"));

@@ -6,9 +6,8 @@ UpdateTaskRequestDTO UpdateTaskRequestDTO::fromJson(const QJsonValue& json)
 {
     const JSONObjectReader reader(json);
     reader.refuseOtherKeys({QLatin1String("tasTitle"), QLatin1String("tasIsDone"), QLatin1String("tasDueDate"),
-        QLatin1String("tasEisenhowerTag"),
-        QLatin1String("tasCompletedAt"), QLatin1String("tasDueHasTime"), QLatin1String("tasOccurrence"),
-        QLatin1String("tasRecurrence"), QLatin1String("tasReminderMinutesBefore")});
+        QLatin1String("tasEisenhowerTag"), QLatin1String("tasCompletedAt"), QLatin1String("tasDueHasTime"),
+        QLatin1String("tasOccurrence"), QLatin1String("tasRecurrence"), QLatin1String("tasReminderMinutesBefore")});
     UpdateTaskRequestDTO dto;
     dto.tasTitle = reader.string(QLatin1String("tasTitle"));
     dto.tasIsDone = reader.boolean(QLatin1String("tasIsDone"));

@@ -63,8 +63,9 @@ struct Collection {
 // A task body's fields with the optional members of its schedule, in create and update alike.
 QList<Field> withSchedule(QList<Field> fields)
 {
-    fields.append({{QLatin1String("tasDueHasTime"), Kind::flag, true}, {QLatin1String("tasRecurrence"), Kind::rule, true},
-        {QLatin1String("tasOccurrence"), Kind::count, true}, {QLatin1String("tasReminderMinutesBefore"), Kind::count, true},
+    fields.append({{QLatin1String("tasDueHasTime"), Kind::flag, true},
+        {QLatin1String("tasRecurrence"), Kind::rule, true}, {QLatin1String("tasOccurrence"), Kind::count, true},
+        {QLatin1String("tasReminderMinutesBefore"), Kind::count, true},
         {QLatin1String("tasCompletedAt"), Kind::date, true}});
     return fields;
 }

@@ -182,7 +182,9 @@ private Q_SLOTS:
         const QString message = listed.firstMessage().value_or(QString());
         QVERIFY2(message.contains(QStringLiteral("newer version of Tolvane")), qPrintable(message));
         QVERIFY2(message.contains(QStringLiteral("left untouched")), qPrintable(message));
-        QVERIFY(!LocalTaskRepositoryImpl(database()).create({.talId = fixtureList, .tasTitle = QStringLiteral("x")}).result);
+        QVERIFY(!LocalTaskRepositoryImpl(database())
+                     .create({.talId = fixtureList, .tasTitle = QStringLiteral("x")})
+                     .result);
 
         const ResultEntity opened = RealmDatabaseOpener::open(database().configuration);
         QVERIFY(!opened.result);
