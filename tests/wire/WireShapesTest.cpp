@@ -241,10 +241,12 @@ private Q_SLOTS:
         QVERIFY(!refusesUnknownKey(project));
         // Absent values are written as null, which the app reads as absent.
         QCOMPARE(bytes(TaskResponseDTO {id, id, id, QStringLiteral("t"), false, std::nullopt, std::nullopt}),
-            QByteArray(R"({"prjId":"0F8FAD5B-D9CB-469F-A165-70867728950E",)"
-                       R"("talId":"0F8FAD5B-D9CB-469F-A165-70867728950E","tasDueDate":null,)"
-                       R"("tasEisenhowerTag":null,"tasId":"0F8FAD5B-D9CB-469F-A165-70867728950E",)"
-                       R"("tasIsDone":false,"tasTitle":"t"})"));
+            QByteArray(
+                R"({"prjId":"0F8FAD5B-D9CB-469F-A165-70867728950E",)"
+                R"("talId":"0F8FAD5B-D9CB-469F-A165-70867728950E","tasCompletedAt":null,"tasDueDate":null,)"
+                R"("tasDueHasTime":false,"tasEisenhowerTag":null,"tasId":"0F8FAD5B-D9CB-469F-A165-70867728950E",)"
+                R"("tasIsDone":false,"tasOccurrence":1,"tasRecurrence":null,"tasReminderMinutesBefore":null,)"
+                R"("tasTitle":"t"})"));
     }
 
     void dates_withFractionsAreRefusedOnTheWayIn()
