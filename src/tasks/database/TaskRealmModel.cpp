@@ -41,25 +41,24 @@ void TaskRealmModel::migrate(RealmDatabase& database, quint64 oldVersion)
             if (!present.contains(column.section(QLatin1Char(' '), 0, 0)))
                 database.execute(QStringLiteral("ALTER TABLE \"%1\" ADD COLUMN %2").arg(objectType().name, column));
         }
-        // Version 1 kept every due date as an instant, shown as its local day. One at local
-        // midnight (a day typed without a time) or at midnight UTC (a day from the backend) is a
-        // whole day and becomes that day's midnight UTC; any other keeps its instant and a time.
+        // Version 1 kept every due date as an instant, shown as its local day. One at midnight
+        // UTC (a day from the backend) or at local midnight (a day typed without a time) is a
+        // whole day, kept from now on as that day's midnight UTC; any other keeps its instant
+        // and gains a time. One statement does the common cases; only the rows at local
+        // midnight, few, are read and rewritten one by one.
         const QString table = objectType().name;
-        const auto rows = database.query(
-            QStringLiteral("SELECT tasId, tasDueDate FROM \"%1\" WHERE tasDueDate IS NOT NULL").arg(table));
-        for (const RealmRow& row : rows) {
+        database.execute(QStringLiteral("UPDATE \"%1\" SET tasDueHasTime = 1 "
+                                        "WHERE tasDueDate IS NOT NULL AND tasDueDate % 86400000 != 0")
+                             .arg(table));
+        const auto timed
+            = database.query(QStringLiteral("SELECT tasId, tasDueDate FROM \"%1\" WHERE tasDueHasTime = 1").arg(table));
+        for (const RealmRow& row : timed) {
             const QDateTime due = RealmValue::toDate(row.at(1));
-            QVariantList values;
-            if (due.toLocalTime().time() == QTime(0, 0))
-                values = {RealmValue::fromDate(TaskEntity::dueOnDay(due.toLocalTime().date())), false};
-            else if (due.toUTC().time() == QTime(0, 0))
-                values = {row.at(1), false};
-            else
-                values = {row.at(1), true};
-            values.append(row.at(0));
+            if (due.toLocalTime().time() != QTime(0, 0))
+                continue;
             database.execute(
-                QStringLiteral("UPDATE \"%1\" SET tasDueDate = ?, tasDueHasTime = ? WHERE tasId = ?").arg(table),
-                values);
+                QStringLiteral("UPDATE \"%1\" SET tasDueDate = ?, tasDueHasTime = 0 WHERE tasId = ?").arg(table),
+                {RealmValue::fromDate(TaskEntity::dueOnDay(due.toLocalTime().date())), row.at(0)});
         }
     }
 }

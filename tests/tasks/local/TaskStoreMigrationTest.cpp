@@ -144,6 +144,27 @@ private Q_SLOTS:
         QCOMPARE(*repository.find(repeating.tasId).dataAs<TaskEntity>(), repeating);
     }
 
+    // The previous version's CSV import kept a day without a time as local midnight: it stays
+    // that local day.
+    void aDayAtLocalMidnightStaysThatDay()
+    {
+        RealmConfiguration old = database().configuration;
+        const QUuid id = QUuid::createUuid();
+        {
+            const auto handle = RealmDatabase::openKeyed(old);
+            handle->execute(QStringLiteral("INSERT INTO TaskRealmModel VALUES (?, ?, ?, ?, 0, ?, NULL)"),
+                {id.toString(QUuid::WithoutBraces).toUpper(), fixtureList.toString(QUuid::WithoutBraces).toUpper(),
+                    fixtureList.toString(QUuid::WithoutBraces).toUpper(), QStringLiteral("Imported"),
+                    QDateTime(QDate(2026, 11, 25), QTime(0, 0)).toMSecsSinceEpoch()});
+        }
+        QCOMPARE(versionOf(old), quint64(1));
+
+        const TaskEntity imported = *LocalTaskRepositoryImpl(database()).find(id).dataAs<TaskEntity>();
+        QVERIFY(!imported.tasDueHasTime);
+        QCOMPARE(imported.dueDay(), QDate(2026, 11, 25));
+        QCOMPARE(imported.tasDueDate->toUTC(), QDateTime(QDate(2026, 11, 25), QTime(0, 0), Qt::UTC));
+    }
+
     void theOldStoreIsBackedUpBeforeItIsMigrated()
     {
         const TasksDatabase tasks = database();
