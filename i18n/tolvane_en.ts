@@ -1211,9 +1211,141 @@
         <source>The completed tasks could not be deleted</source>
         <translation>The completed tasks could not be deleted</translation>
     </message>
+    <message id="tasks-due-days-ago">
+        <source>%1 days ago</source>
+        <translation>%1 days ago</translation>
+    </message>
+    <message id="tasks-due-in-days">
+        <source>in %1 days</source>
+        <translation>in %1 days</translation>
+    </message>
+    <message id="tasks-due-overdue">
+        <source>Overdue</source>
+        <translation>Overdue</translation>
+    </message>
+    <message id="tasks-due-today">
+        <source>today</source>
+        <translation>today</translation>
+    </message>
+    <message id="tasks-due-tomorrow">
+        <source>tomorrow</source>
+        <translation>tomorrow</translation>
+    </message>
+    <message id="tasks-due-yesterday">
+        <source>yesterday</source>
+        <translation>yesterday</translation>
+    </message>
     <message id="tasks-empty-state">
         <source>No tasks yet.</source>
         <translation>No tasks yet.</translation>
+    </message>
+    <message id="tasks-repeats">
+        <source>Repeats</source>
+        <translation>Repeats</translation>
+    </message>
+    <message id="tasks-schedule-at-time">
+        <source>At</source>
+        <translation>At</translation>
+    </message>
+    <message id="tasks-schedule-button">
+        <source>Due date, repetition and reminder (Ctrl+E)</source>
+        <translation>Due date, repetition and reminder (Ctrl+E)</translation>
+    </message>
+    <message id="tasks-schedule-due">
+        <source>Due</source>
+        <translation>Due</translation>
+    </message>
+    <message id="tasks-schedule-end-count">
+        <source>A number of times</source>
+        <translation>A number of times</translation>
+    </message>
+    <message id="tasks-schedule-end-date">
+        <source>Until a date</source>
+        <translation>Until a date</translation>
+    </message>
+    <message id="tasks-schedule-end-never">
+        <source>Forever</source>
+        <translation>Forever</translation>
+    </message>
+    <message id="tasks-schedule-ends">
+        <source>Ends</source>
+        <translation>Ends</translation>
+    </message>
+    <message id="tasks-schedule-from-completion">
+        <source>Count from when it is done</source>
+        <translation>Count from when it is done</translation>
+    </message>
+    <message id="tasks-schedule-interval-prefix">
+        <source>N =</source>
+        <translation>N =</translation>
+    </message>
+    <message id="tasks-schedule-monthly-last-day">
+        <source>On the last day</source>
+        <translation>On the last day</translation>
+    </message>
+    <message id="tasks-schedule-monthly-same-day">
+        <source>On the same day</source>
+        <translation>On the same day</translation>
+    </message>
+    <message id="tasks-schedule-monthly-same-weekday">
+        <source>On the same weekday (e.g. last Friday)</source>
+        <translation>On the same weekday (e.g. last Friday)</translation>
+    </message>
+    <message id="tasks-schedule-reminder">
+        <source>Remind me</source>
+        <translation>Remind me</translation>
+    </message>
+    <message id="tasks-schedule-reminder-at-time">
+        <source>At the due time</source>
+        <translation>At the due time</translation>
+    </message>
+    <message id="tasks-schedule-reminder-day">
+        <source>1 day before</source>
+        <translation>1 day before</translation>
+    </message>
+    <message id="tasks-schedule-reminder-hours">
+        <source>%1 h before</source>
+        <translation>%1 h before</translation>
+    </message>
+    <message id="tasks-schedule-reminder-minutes">
+        <source>%1 min before</source>
+        <translation>%1 min before</translation>
+    </message>
+    <message id="tasks-schedule-reminder-none">
+        <source>No reminder</source>
+        <translation>No reminder</translation>
+    </message>
+    <message id="tasks-schedule-repeat">
+        <source>Repeat</source>
+        <translation>Repeat</translation>
+    </message>
+    <message id="tasks-schedule-repeat-daily">
+        <source>Every N days</source>
+        <translation>Every N days</translation>
+    </message>
+    <message id="tasks-schedule-repeat-monthly">
+        <source>Every N months</source>
+        <translation>Every N months</translation>
+    </message>
+    <message id="tasks-schedule-repeat-never">
+        <source>Does not repeat</source>
+        <translation>Does not repeat</translation>
+    </message>
+    <message id="tasks-schedule-repeat-weekly">
+        <source>Every N weeks</source>
+        <translation>Every N weeks</translation>
+    </message>
+    <message id="tasks-schedule-repeat-yearly">
+        <source>Every N years</source>
+        <translation>Every N years</translation>
+    </message>
+    <message id="tasks-schedule-save">
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message id="tasks-schedule-skip">
+        <source>Skip this time</source>
+        <translation>Skip this time</translation>
     </message>
     <message id="tasks-select-list-placeholder">
         <source>Choose a list or a project</source>

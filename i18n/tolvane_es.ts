@@ -1211,9 +1211,141 @@
         <source>The completed tasks could not be deleted</source>
         <translation>No se pudieron eliminar las tareas completadas</translation>
     </message>
+    <message id="tasks-due-days-ago">
+        <source>%1 days ago</source>
+        <translation>hace %1 días</translation>
+    </message>
+    <message id="tasks-due-in-days">
+        <source>in %1 days</source>
+        <translation>en %1 días</translation>
+    </message>
+    <message id="tasks-due-overdue">
+        <source>Overdue</source>
+        <translation>Vencida</translation>
+    </message>
+    <message id="tasks-due-today">
+        <source>today</source>
+        <translation>hoy</translation>
+    </message>
+    <message id="tasks-due-tomorrow">
+        <source>tomorrow</source>
+        <translation>mañana</translation>
+    </message>
+    <message id="tasks-due-yesterday">
+        <source>yesterday</source>
+        <translation>ayer</translation>
+    </message>
     <message id="tasks-empty-state">
         <source>No tasks yet.</source>
         <translation>Aún no hay tareas.</translation>
+    </message>
+    <message id="tasks-repeats">
+        <source>Repeats</source>
+        <translation>Se repite</translation>
+    </message>
+    <message id="tasks-schedule-at-time">
+        <source>At</source>
+        <translation>A las</translation>
+    </message>
+    <message id="tasks-schedule-button">
+        <source>Due date, repetition and reminder (Ctrl+E)</source>
+        <translation>Vencimiento, repetición y recordatorio (Ctrl+E)</translation>
+    </message>
+    <message id="tasks-schedule-due">
+        <source>Due</source>
+        <translation>Vence</translation>
+    </message>
+    <message id="tasks-schedule-end-count">
+        <source>A number of times</source>
+        <translation>Un número de veces</translation>
+    </message>
+    <message id="tasks-schedule-end-date">
+        <source>Until a date</source>
+        <translation>Hasta una fecha</translation>
+    </message>
+    <message id="tasks-schedule-end-never">
+        <source>Forever</source>
+        <translation>Siempre</translation>
+    </message>
+    <message id="tasks-schedule-ends">
+        <source>Ends</source>
+        <translation>Termina</translation>
+    </message>
+    <message id="tasks-schedule-from-completion">
+        <source>Count from when it is done</source>
+        <translation>Contar desde que se completa</translation>
+    </message>
+    <message id="tasks-schedule-interval-prefix">
+        <source>N =</source>
+        <translation>N =</translation>
+    </message>
+    <message id="tasks-schedule-monthly-last-day">
+        <source>On the last day</source>
+        <translation>El último día</translation>
+    </message>
+    <message id="tasks-schedule-monthly-same-day">
+        <source>On the same day</source>
+        <translation>El mismo día</translation>
+    </message>
+    <message id="tasks-schedule-monthly-same-weekday">
+        <source>On the same weekday (e.g. last Friday)</source>
+        <translation>El mismo día de la semana (p. ej. último viernes)</translation>
+    </message>
+    <message id="tasks-schedule-reminder">
+        <source>Remind me</source>
+        <translation>Recordarme</translation>
+    </message>
+    <message id="tasks-schedule-reminder-at-time">
+        <source>At the due time</source>
+        <translation>A la hora de vencimiento</translation>
+    </message>
+    <message id="tasks-schedule-reminder-day">
+        <source>1 day before</source>
+        <translation>1 día antes</translation>
+    </message>
+    <message id="tasks-schedule-reminder-hours">
+        <source>%1 h before</source>
+        <translation>%1 h antes</translation>
+    </message>
+    <message id="tasks-schedule-reminder-minutes">
+        <source>%1 min before</source>
+        <translation>%1 min antes</translation>
+    </message>
+    <message id="tasks-schedule-reminder-none">
+        <source>No reminder</source>
+        <translation>Sin recordatorio</translation>
+    </message>
+    <message id="tasks-schedule-repeat">
+        <source>Repeat</source>
+        <translation>Repetir</translation>
+    </message>
+    <message id="tasks-schedule-repeat-daily">
+        <source>Every N days</source>
+        <translation>Cada N días</translation>
+    </message>
+    <message id="tasks-schedule-repeat-monthly">
+        <source>Every N months</source>
+        <translation>Cada N meses</translation>
+    </message>
+    <message id="tasks-schedule-repeat-never">
+        <source>Does not repeat</source>
+        <translation>No se repite</translation>
+    </message>
+    <message id="tasks-schedule-repeat-weekly">
+        <source>Every N weeks</source>
+        <translation>Cada N semanas</translation>
+    </message>
+    <message id="tasks-schedule-repeat-yearly">
+        <source>Every N years</source>
+        <translation>Cada N años</translation>
+    </message>
+    <message id="tasks-schedule-save">
+        <source>Save</source>
+        <translation>Guardar</translation>
+    </message>
+    <message id="tasks-schedule-skip">
+        <source>Skip this time</source>
+        <translation>Saltar esta vez</translation>
     </message>
     <message id="tasks-select-list-placeholder">
         <source>Choose a list or a project</source>

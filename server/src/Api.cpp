@@ -29,6 +29,8 @@
 #include <QUrlQuery>
 #include <QUuid>
 
+#include <limits>
+
 namespace {
 
 // A refused request; the reason is for the caller and carries no user content.
@@ -342,7 +344,8 @@ ApiResponse taskLists(Call& call)
 // ---- tasks
 
 const char* taskColumns = "task_id, project_id, list_id, title, is_done, extract(epoch FROM due_date)::bigint, "
-                          "eisenhower_tag";
+                          "eisenhower_tag, due_has_time, recurrence, occurrence, reminder_minutes_before, "
+                          "extract(epoch FROM completed_at)::bigint";
 
 const QStringList tags = {QStringLiteral("urgent_important"), QStringLiteral("not_urgent_important"),
     QStringLiteral("urgent_not_important"), QStringLiteral("not_urgent_not_important")};
@@ -372,6 +375,16 @@ void fillTask(TaskResponseDTO& task, const pqxx::row& row)
         const auto known = std::find(tags.begin(), tags.end(), stored);
         task.tasEisenhowerTag = known != tags.end() ? *known : qs(row[6]);
     }
+    task.tasDueHasTime = row[7].as<bool>();
+    task.tasRecurrence.reset();
+    if (!row[8].is_null())
+        task.tasRecurrence
+            = TaskRecurrenceDTO::fromJson(JSONCoding::parse(QByteArray(row[8].c_str(), qsizetype(row[8].size()))));
+    task.tasOccurrence = row[9].as<qint64>();
+    task.tasReminderMinutesBefore.reset();
+    if (!row[10].is_null())
+        task.tasReminderMinutesBefore = row[10].as<qint64>();
+    task.tasCompletedAt = optionalDateOut(row[11]);
 }
 
 TaskResponseDTO task(const pqxx::row& row)
@@ -401,6 +414,37 @@ std::optional<std::string> dateParam(const std::optional<QDateTime>& date)
     return date ? std::optional(std::to_string(seconds(*date))) : std::nullopt;
 }
 
+// The fields of a task's schedule as the columns keep them; the rule was checked when its body
+// was read.
+struct TaskSchedule {
+    bool dueHasTime = false;
+    std::optional<std::string> recurrence;
+    qint64 occurrence = 1;
+    std::optional<std::string> reminder;
+    std::optional<std::string> completedAt;
+};
+
+template <typename Request> TaskSchedule scheduleOf(const Request& request)
+{
+    TaskSchedule schedule;
+    schedule.dueHasTime = request.tasDueDate && request.tasDueHasTime;
+    if (request.tasRecurrence) {
+        JSONWriter out;
+        request.tasRecurrence->writeJson(out);
+        schedule.recurrence = std::move(out).text();
+    }
+    schedule.occurrence = request.tasOccurrence.value_or(1);
+    if (schedule.occurrence < 1 || schedule.occurrence > std::numeric_limits<int>::max())
+        throw Refusal {400, "wrong value for \"tasOccurrence\""};
+    if (request.tasReminderMinutesBefore) {
+        if (*request.tasReminderMinutesBefore < 0 || *request.tasReminderMinutesBefore > 366 * 24 * 60)
+            throw Refusal {400, "wrong value for \"tasReminderMinutesBefore\""};
+        schedule.reminder = std::to_string(*request.tasReminderMinutesBefore);
+    }
+    schedule.completedAt = dateParam(request.tasCompletedAt);
+    return schedule;
+}
+
 ApiResponse tasks(Call& call)
 {
     if (call.segments.size() == 1 && call.method == "GET") {
@@ -426,6 +470,7 @@ ApiResponse tasks(Call& call)
         const std::string title = name(request.tasTitle, "tasTitle");
         const auto due = dateParam(request.tasDueDate);
         const auto tag = tagOf(request.tasEisenhowerTag);
+        const TaskSchedule schedule = scheduleOf(request);
         const auto parent = call.db.exec_params(
             "SELECT project_id FROM task_lists WHERE user_id = $1 AND list_id = $2 FOR SHARE", call.user, listId);
         if (parent.empty())
@@ -433,10 +478,13 @@ ApiResponse tasks(Call& call)
         if (parent[0][0].as<std::string>() != projectId)
             throw Refusal {400, "\"prjId\" is not the project of the task list"};
         const auto row = call.db.exec_params1(
-            std::string("INSERT INTO tasks (user_id, task_id, project_id, list_id, title, due_date, eisenhower_tag) "
-                        "VALUES ($1, gen_random_uuid(), $2, $3, $4, to_timestamp($5::bigint), $6) RETURNING ")
+            std::string("INSERT INTO tasks (user_id, task_id, project_id, list_id, title, due_date, eisenhower_tag, "
+                        "due_has_time, recurrence, occurrence, reminder_minutes_before, completed_at) "
+                        "VALUES ($1, gen_random_uuid(), $2, $3, $4, to_timestamp($5::bigint), $6, "
+                        "$7, $8, $9, $10::integer, to_timestamp($11::bigint)) RETURNING ")
                 + taskColumns,
-            call.user, projectId, listId, title, orNull(due), orNull(tag));
+            call.user, projectId, listId, title, orNull(due), orNull(tag), schedule.dueHasTime,
+            orNull(schedule.recurrence), schedule.occurrence, orNull(schedule.reminder), orNull(schedule.completedAt));
         return json(201, task(row));
     }
     if (call.segments.size() != 2)
@@ -454,11 +502,15 @@ ApiResponse tasks(Call& call)
         const bool done = request.tasIsDone;
         const auto due = dateParam(request.tasDueDate);
         const auto tag = tagOf(request.tasEisenhowerTag);
+        const TaskSchedule schedule = scheduleOf(request);
         const auto result = call.db.exec_params(
             std::string("UPDATE tasks SET title = $3, is_done = $4, due_date = to_timestamp($5::bigint), "
-                        "eisenhower_tag = $6 WHERE user_id = $1 AND task_id = $2 RETURNING ")
+                        "eisenhower_tag = $6, due_has_time = $7, recurrence = $8, occurrence = $9, "
+                        "reminder_minutes_before = $10::integer, completed_at = to_timestamp($11::bigint) "
+                        "WHERE user_id = $1 AND task_id = $2 RETURNING ")
                 + taskColumns,
-            call.user, id, title, done, orNull(due), orNull(tag));
+            call.user, id, title, done, orNull(due), orNull(tag), schedule.dueHasTime, orNull(schedule.recurrence),
+            schedule.occurrence, orNull(schedule.reminder), orNull(schedule.completedAt));
         requireOne(result);
         return json(200, task(result[0]));
     }

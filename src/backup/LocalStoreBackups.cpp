@@ -16,16 +16,20 @@ namespace {
 struct KnownStore {
     QString name;
     QList<RealmObjectType> objectTypes;
+    quint64 schemaVersion;
+    RealmMigrationBlock migration;
 };
+
+// Each store with its own schema version: a copy is opened, and checked, as the store itself is.
+template <typename Database> KnownStore known()
+{
+    return {Database::Store::name, Database::Store::objectTypes(), Database::schemaVersion, Database::migration()};
+}
 
 QList<KnownStore> knownStores()
 {
-    return {{ProjectsDatabaseSchema::name, ProjectsDatabaseSchema::objectTypes()},
-        {TaskListsDatabaseSchema::name, TaskListsDatabaseSchema::objectTypes()},
-        {TasksDatabaseSchema::name, TasksDatabaseSchema::objectTypes()},
-        {DailyTasksDatabaseSchema::name, DailyTasksDatabaseSchema::objectTypes()},
-        {BitacoraDatabaseSchema::name, BitacoraDatabaseSchema::objectTypes()},
-        {CalendarProviderDatabaseSchema::name, CalendarProviderDatabaseSchema::objectTypes()}};
+    return {known<ProjectsDatabase>(), known<TaskListsDatabase>(), known<TasksDatabase>(), known<DailyTasksDatabase>(),
+        known<BitacoraDatabase>(), known<CalendarProviderDatabase>()};
 }
 
 } // namespace
@@ -48,9 +52,8 @@ std::optional<StoreBackups> make(const RealmEncryptedConfigurationFactory& confi
     for (const KnownStore& known : knownStores()) {
         if (!QFileInfo::exists(folder.filePath(known.name + QStringLiteral(".realm"))))
             continue;
-        const ResultEntity made = configurations.makeConfiguration(
-            known.name, RealmStoreDatabase<ProjectsDatabaseSchema>::schemaVersion, [](RealmDatabase&, quint64) {},
-            known.objectTypes);
+        const ResultEntity made
+            = configurations.makeConfiguration(known.name, known.schemaVersion, known.migration, known.objectTypes);
         if (!made.result) {
             qCWarning(lcStorage) << "no backup of" << known.name << ":" << made.firstMessage().value_or(QString());
             return std::nullopt;

@@ -4,6 +4,7 @@
 #include "storage/StoreFolderLock.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <cstring>
@@ -352,9 +353,15 @@ bool RealmDatabase::isInTransaction() const
 void RealmDatabase::migrateSchema(const RealmConfiguration& configuration, quint64 fileVersion)
 {
     if (fileVersion > configuration.schemaVersion) {
-        throw RealmError(QStringLiteral("Provided schema version %1 is less than last set version %2.")
-                             .arg(configuration.schemaVersion)
-                             .arg(fileVersion));
+        // Its records may carry fields this version would drop on the next write: it is neither
+        // opened nor set aside, so the newer version finds it as it left it.
+        throw RealmError(QStringLiteral("The data in %1 was saved by a newer version of Tolvane (data version %2; "
+                                        "this version reads up to %3). Update Tolvane to open it; the file was "
+                                        "left untouched.")
+                             .arg(QFileInfo(configuration.files().constFirst()).completeBaseName())
+                             .arg(fileVersion)
+                             .arg(configuration.schemaVersion),
+            RealmError::Kind::newerVersion);
     }
     if (configuration.readOnly)
         throw RealmError(QStringLiteral("A read-only database cannot be migrated to schema version %1.")

@@ -38,7 +38,7 @@ ResultEntity RealmDatabaseOpener::open(const RealmConfiguration& configuration)
     try {
         return ResultEntity::success(RealmDatabase::open(configuration));
     } catch (const RealmError& error) {
-        if (error.kind() == RealmError::Kind::busy)
+        if (error.kind() == RealmError::Kind::busy || error.kind() == RealmError::Kind::newerVersion)
             return ResultEntity::databaseFailure(error.localizedDescription());
         return recover(configuration, error.localizedDescription(), false);
     }
@@ -62,7 +62,7 @@ ResultEntity RealmDatabaseOpener::recover(
             if (!checkWhole || isWhole(*database))
                 return ResultEntity::success(database);
         } catch (const RealmError& error) {
-            if (error.kind() == RealmError::Kind::busy)
+            if (error.kind() == RealmError::Kind::busy || error.kind() == RealmError::Kind::newerVersion)
                 return ResultEntity::databaseFailure(error.localizedDescription());
         }
 

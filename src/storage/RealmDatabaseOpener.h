@@ -9,7 +9,8 @@
 // Opens a store, and when it cannot be read sets its file aside, keeping a copy and every record
 // that still reads, and starts the store anew: a store whose key was lost or whose file was
 // damaged comes back usable instead of leaving its module unusable, and nothing is destroyed.
-// A store that is only busy (held by another process) is never touched: that operation fails.
+// A store that is only busy (held by another process), or that a newer version of the program
+// wrote, is never touched: that operation fails.
 //
 // Each time a store is set aside one line saying where the file went is posted as
 // NotificationName::storeSetAside on the default NotificationCenter.

@@ -8,8 +8,9 @@
 class RealmError : public std::runtime_error {
 public:
     // What the caller may do about it: a busy store is left alone and the operation fails; a
-    // damaged one is set aside and started anew; anything else is reported as it is.
-    enum class Kind { other, busy, damaged };
+    // damaged one is set aside and started anew; one written by a newer version of the program is
+    // left exactly as it is and the operation fails; anything else is reported as it is.
+    enum class Kind { other, busy, damaged, newerVersion };
 
     explicit RealmError(const QString& description, Kind kind = Kind::other)
         : std::runtime_error(description.toStdString())

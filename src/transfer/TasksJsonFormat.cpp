@@ -1,8 +1,12 @@
 #include "transfer/TasksJsonFormat.h"
 
+#include "tasks/entities/TaskRecurrenceCodec.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+
+#include <algorithm>
 
 namespace {
 
@@ -68,11 +72,24 @@ QByteArray write(const TasksSnapshot& snapshot)
             {QStringLiteral("talDescription"), l.talDescription}, {QStringLiteral("talIsDefault"), l.talIsDefault}});
     }
     for (const TaskEntity& t : snapshot.tasks) {
-        tasks.append(QJsonObject {{QStringLiteral("tasId"), uuid(t.tasId)}, {QStringLiteral("prjId"), uuid(t.prjId)},
+        QJsonObject task {{QStringLiteral("tasId"), uuid(t.tasId)}, {QStringLiteral("prjId"), uuid(t.prjId)},
             {QStringLiteral("talId"), uuid(t.talId)}, {QStringLiteral("tasTitle"), t.tasTitle},
             {QStringLiteral("tasIsDone"), t.tasIsDone}, {QStringLiteral("tasDueDate"), time(t.tasDueDate)},
             {QStringLiteral("tasEisenhowerTag"),
-                t.tasEisenhowerTag ? QJsonValue(EisenhowerTag::rawValue(*t.tasEisenhowerTag)) : QJsonValue()}});
+                t.tasEisenhowerTag ? QJsonValue(EisenhowerTag::rawValue(*t.tasEisenhowerTag)) : QJsonValue()}};
+        // Written only when they hold something, so that a file of tasks without them reads the
+        // same in versions that do not know them.
+        if (t.tasDueHasTime)
+            task.insert(QStringLiteral("tasDueHasTime"), true);
+        if (t.tasRecurrence)
+            task.insert(QStringLiteral("tasRecurrence"), TaskRecurrenceCodec::toJson(*t.tasRecurrence));
+        if (t.tasOccurrence != 1)
+            task.insert(QStringLiteral("tasOccurrence"), t.tasOccurrence);
+        if (t.tasReminderMinutesBefore)
+            task.insert(QStringLiteral("tasReminderMinutesBefore"), *t.tasReminderMinutesBefore);
+        if (t.tasCompletedAt)
+            task.insert(QStringLiteral("tasCompletedAt"), time(t.tasCompletedAt));
+        tasks.append(task);
     }
     for (const DailyTaskEntity& d : snapshot.dailyTasks) {
         dailyTasks.append(QJsonObject {{QStringLiteral("dtaId"), uuid(d.dtaId)},
@@ -125,10 +142,25 @@ std::optional<TasksSnapshot> read(const QByteArray& json, QString* error)
     for (const QJsonValue& value : root.value(QStringLiteral("tasks")).toArray()) {
         const QJsonObject o = value.toObject();
         const QJsonValue tag = o.value(QStringLiteral("tasEisenhowerTag"));
-        snapshot.tasks.append({reader.id(o, QStringLiteral("tasId")), reader.id(o, QStringLiteral("prjId")),
-            reader.id(o, QStringLiteral("talId")), o.value(QStringLiteral("tasTitle")).toString(),
-            o.value(QStringLiteral("tasIsDone")).toBool(), reader.time(o, QStringLiteral("tasDueDate")),
-            tag.isString() ? EisenhowerTag::fromRawValue(tag.toString()) : std::nullopt});
+        TaskEntity task {.tasId = reader.id(o, QStringLiteral("tasId")),
+            .prjId = reader.id(o, QStringLiteral("prjId")),
+            .talId = reader.id(o, QStringLiteral("talId")),
+            .tasTitle = o.value(QStringLiteral("tasTitle")).toString(),
+            .tasIsDone = o.value(QStringLiteral("tasIsDone")).toBool(),
+            .tasDueDate = reader.time(o, QStringLiteral("tasDueDate")),
+            .tasEisenhowerTag = tag.isString() ? EisenhowerTag::fromRawValue(tag.toString()) : std::nullopt};
+        task.tasDueHasTime = task.tasDueDate && o.value(QStringLiteral("tasDueHasTime")).toBool();
+        const QJsonValue rule = o.value(QStringLiteral("tasRecurrence"));
+        if (rule.isObject()) {
+            task.tasRecurrence = TaskRecurrenceCodec::fromJson(rule.toObject());
+            if (!task.tasRecurrence && reader.error.isEmpty())
+                reader.error = QStringLiteral("'tasRecurrence' is not a repetition rule");
+        }
+        task.tasOccurrence = std::max(1, o.value(QStringLiteral("tasOccurrence")).toInt(1));
+        if (o.value(QStringLiteral("tasReminderMinutesBefore")).isDouble())
+            task.tasReminderMinutesBefore = o.value(QStringLiteral("tasReminderMinutesBefore")).toInt();
+        task.tasCompletedAt = reader.time(o, QStringLiteral("tasCompletedAt"));
+        snapshot.tasks.append(task);
     }
     for (const QJsonValue& value : root.value(QStringLiteral("dailyTasks")).toArray()) {
         const QJsonObject o = value.toObject();

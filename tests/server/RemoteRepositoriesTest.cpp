@@ -181,6 +181,32 @@ private Q_SLOTS:
         QCOMPARE(dataOf<TaskEntity>(tasks.update(full)), full);
         QCOMPARE(dataOf<QList<TaskEntity>>(tasks.list(listId)), (QList<TaskEntity> {full, bare}));
 
+        // The schedule travels whole and is kept; changing it writes every part of it.
+        TaskEntity repeating {.prjId = projectId, .talId = listId, .tasTitle = QStringLiteral("Water the plants")};
+        repeating.tasDueDate = nine;
+        repeating.tasDueHasTime = true;
+        repeating.tasRecurrence = TaskRecurrenceEntity {.frequency = RecurrenceFrequencyEnum::weekly,
+            .interval = 2,
+            .weekdays = {Qt::Monday, Qt::Thursday},
+            .anchor = RecurrenceAnchorEnum::completion,
+            .endOnDate = QDate(2027, 3, 1)};
+        repeating.tasOccurrence = 4;
+        repeating.tasReminderMinutesBefore = 10;
+        repeating.tasId = dataOf<TaskEntity>(tasks.create(repeating)).tasId;
+        QCOMPARE(dataOf<TaskEntity>(tasks.find(repeating.tasId)), repeating);
+        repeating.tasIsDone = true;
+        repeating.tasCompletedAt = nine.addDays(1);
+        repeating.tasRecurrence->endOnDate.reset();
+        repeating.tasRecurrence->endAfterCount = 5;
+        repeating.tasRecurrence->frequency = RecurrenceFrequencyEnum::monthly;
+        repeating.tasRecurrence->weekdays.clear();
+        repeating.tasRecurrence->weekdayOrdinal = -1;
+        repeating.tasRecurrence->ordinalWeekday = Qt::Friday;
+        repeating.tasReminderMinutesBefore.reset();
+        QCOMPARE(dataOf<TaskEntity>(tasks.update(repeating)), repeating);
+        QCOMPARE(dataOf<QList<TaskEntity>>(tasks.list(listId)), (QList<TaskEntity> {full, bare, repeating}));
+        QVERIFY(tasks.delete_(repeating.tasId).result);
+
         // A task must sit in a list of its own project.
         const QUuid otherProject
             = dataOf<ProjectEntity>(projects.create(ProjectEntity {.prjUserId = owner, .prjName = QStringLiteral("Q")}))

@@ -365,7 +365,37 @@ private Q_SLOTS:
         wrong = body;
         wrong.insert(QStringLiteral("tasDueDate"), QStringLiteral("tomorrow"));
         QCOMPARE(send("POST", "/v0/tasks", wrong).status, 400);
+        // The schedule keys are optional; a body without them makes a task without a schedule,
+        // and each is checked when present.
+        QCOMPARE(task.value(QStringLiteral("tasOccurrence")), QJsonValue(1));
+        QVERIFY(task.value(QStringLiteral("tasRecurrence")).isNull());
+        QCOMPARE(task.value(QStringLiteral("tasDueHasTime")), QJsonValue(false));
+        const QJsonObject monthly {{QStringLiteral("frequency"), QStringLiteral("monthly")},
+            {QStringLiteral("monthDay"), -1}, {QStringLiteral("anchor"), QStringLiteral("completion")}};
+        for (const auto& [key, value] :
+            {std::pair {QStringLiteral("tasRecurrence"),
+                 QJsonValue(QJsonObject {{QStringLiteral("frequency"), QStringLiteral("hourly")}})},
+                std::pair {QStringLiteral("tasRecurrence"), QJsonValue(QStringLiteral("weekly"))},
+                std::pair {QStringLiteral("tasOccurrence"), QJsonValue(0)},
+                std::pair {QStringLiteral("tasReminderMinutesBefore"), QJsonValue(-5)},
+                std::pair {QStringLiteral("tasCompletedAt"), QJsonValue(QStringLiteral("soon"))}}) {
+            wrong = body;
+            wrong.insert(key, value);
+            QCOMPARE(send("POST", "/v0/tasks", wrong).status, 400);
+        }
         QCOMPARE(send("GET", listPath).array().size(), 1);
+        QJsonObject scheduled = body;
+        scheduled.insert(QStringLiteral("tasRecurrence"), monthly);
+        scheduled.insert(QStringLiteral("tasReminderMinutesBefore"), 0);
+        scheduled.insert(QStringLiteral("tasDueHasTime"), true);
+        const QJsonObject made = send("POST", "/v0/tasks", scheduled).object();
+        QCOMPARE(made.value(QStringLiteral("tasRecurrence")).toObject(),
+            (QJsonObject {{QStringLiteral("frequency"), QStringLiteral("monthly")}, {QStringLiteral("interval"), 1},
+                {QStringLiteral("monthDay"), -1}, {QStringLiteral("anchor"), QStringLiteral("completion")}}));
+        QCOMPARE(made.value(QStringLiteral("tasReminderMinutesBefore")), QJsonValue(0));
+        QCOMPARE(made.value(QStringLiteral("tasDueHasTime")), QJsonValue(true));
+        QCOMPARE(
+            send("DELETE", "/v0/tasks/" + made.value(QStringLiteral("tasId")).toString().toStdString()).status, 204);
 
         // A list goes with its tasks.
         QCOMPARE(send("DELETE", "/v0/task-lists/" + list.toStdString()).status, 204);

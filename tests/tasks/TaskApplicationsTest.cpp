@@ -3,6 +3,7 @@
 #include "remote/RemoteRepositoryFixture.h"
 #include "support/FakeKeychain.h"
 #include "support/FakeSecureRandom.h"
+#include "support/SettableClock.h"
 #include "support/TestMain.h"
 #include "tasks/TasksApplicationFactory.h"
 
@@ -216,6 +217,141 @@ private Q_SLOTS:
         QCOMPARE(listed<TaskEntity>(apps->tasks.list(list.talId)).constFirst().tasId, dishes.tasId);
         verifyFailure(apps->tasks.rename({.tasId = dishes.tasId, .talId = list.talId, .tasTitle = QStringLiteral(" ")}),
             &TaskResultEntity::domainMessage, QStringLiteral("The task title cannot be empty"));
+    }
+
+    void shouldCompleteARepeatingTaskAndOpenItsNextOccurrence()
+    {
+        const ProjectEntity project = addProject(QStringLiteral("Home"));
+        const TaskListEntity list = addList(project, QStringLiteral("Chores"), true);
+        const auto clock = std::make_shared<SettableClock>(QDateTime(QDate(2026, 11, 30), QTime(15, 0), Qt::UTC));
+        const TasksApplication tasks(apps->tasks.taskRepository, apps->tasks.taskListRepository, clock);
+        const TaskRecurrenceEntity twoMondays {
+            .frequency = RecurrenceFrequencyEnum::weekly, .interval = 1, .weekdays = {Qt::Monday}, .endAfterCount = 2};
+        const TaskEntity bins = *tasks
+                                     .create({.prjId = project.prjId,
+                                         .talId = list.talId,
+                                         .tasTitle = QStringLiteral("Put the bins out"),
+                                         .tasDueDate = TaskEntity::dueOnDay(QDate(2026, 11, 30)),
+                                         .tasEisenhowerTag = EisenhowerTagEnum::doIt,
+                                         .tasRecurrence = twoMondays,
+                                         .tasReminderMinutesBefore = 60})
+                                     .dataAs<TaskEntity>();
+
+        const TaskResultEntity done = tasks.markDone(bins.tasId);
+        QVERIFY2(done.result, qPrintable(done.firstMessage().value_or(QString())));
+        QList<TaskEntity> all = listed<TaskEntity>(tasks.list(list.talId));
+        QCOMPARE(all.size(), 2);
+        // The done one stays, with when it was done.
+        QCOMPARE(all.at(0).tasId, bins.tasId);
+        QVERIFY(all.at(0).tasIsDone);
+        QCOMPARE(all.at(0).tasCompletedAt, clock->now());
+        // The next one is open a week later, counted as the second.
+        const TaskEntity next = all.at(1);
+        QVERIFY(!next.tasIsDone);
+        QCOMPARE(next.tasTitle, bins.tasTitle);
+        QCOMPARE(next.dueDay(), QDate(2026, 12, 7));
+        QCOMPARE(next.tasOccurrence, 2);
+        QCOMPARE(next.tasRecurrence, twoMondays);
+        QCOMPARE(next.tasReminderMinutesBefore, 60);
+        QCOMPARE(next.tasEisenhowerTag, EisenhowerTagEnum::doIt);
+        QCOMPARE(next.tasCompletedAt, std::nullopt);
+
+        // Done twice is done once; the second occurrence was the last.
+        QVERIFY(tasks.markDone(bins.tasId).result);
+        clock->advance(7 * 86400);
+        QVERIFY(tasks.markDone(next.tasId).result);
+        all = listed<TaskEntity>(tasks.list(list.talId));
+        QCOMPARE(all.size(), 2);
+        QVERIFY(all.at(0).tasIsDone && all.at(1).tasIsDone);
+        QCOMPARE(all.at(1).tasCompletedAt, clock->now());
+
+        QVERIFY(tasks.markNotDone(bins.tasId).result);
+        const TaskEntity reopened = *tasks.find(bins.tasId).dataAs<TaskEntity>();
+        QVERIFY(!reopened.tasIsDone);
+        QCOMPARE(reopened.tasCompletedAt, std::nullopt);
+        QCOMPARE(reopened.tasRecurrence, twoMondays);
+
+        // The factory's own use cases keep the time too.
+        const TaskEntity plain
+            = *apps->tasks.create({.prjId = project.prjId, .talId = list.talId, .tasTitle = QStringLiteral("Once")})
+                   .dataAs<TaskEntity>();
+        QVERIFY(apps->tasks.markDone(plain.tasId).result);
+        QVERIFY(apps->tasks.find(plain.tasId).dataAs<TaskEntity>()->tasCompletedAt.has_value());
+        QCOMPARE(listed<TaskEntity>(apps->tasks.list(list.talId)).size(), 3);
+    }
+
+    void shouldSkipAnOccurrenceWithoutCompletingIt()
+    {
+        const ProjectEntity project = addProject(QStringLiteral("Health"));
+        const TaskListEntity list = addList(project, QStringLiteral("Routine"), true);
+        const auto clock = std::make_shared<SettableClock>(QDateTime(QDate(2026, 11, 22), QTime(9, 0), Qt::UTC));
+        const TasksApplication tasks(apps->tasks.taskRepository, apps->tasks.taskListRepository, clock);
+        const QDateTime nineInTheMorning(QDate(2026, 11, 30), QTime(9, 0));
+        TaskRecurrenceEntity lastFriday {.frequency = RecurrenceFrequencyEnum::monthly, .interval = 1};
+        lastFriday.weekdayOrdinal = -1;
+        lastFriday.ordinalWeekday = Qt::Friday;
+        const TaskEntity review = *tasks
+                                       .create({.prjId = project.prjId,
+                                           .talId = list.talId,
+                                           .tasTitle = QStringLiteral("Monthly review"),
+                                           .tasDueDate = nineInTheMorning,
+                                           .tasDueHasTime = true,
+                                           .tasRecurrence = lastFriday})
+                                       .dataAs<TaskEntity>();
+
+        const TaskResultEntity skipped = tasks.skipOccurrence(review.tasId);
+        QVERIFY2(skipped.result, qPrintable(skipped.firstMessage().value_or(QString())));
+        const QList<TaskEntity> all = listed<TaskEntity>(tasks.list(list.talId));
+        QCOMPARE(all.size(), 1);
+        QCOMPARE(all.constFirst().tasId, review.tasId);
+        QVERIFY(!all.constFirst().tasIsDone);
+        QCOMPARE(all.constFirst().tasDueDate->toLocalTime(), QDateTime(QDate(2026, 12, 25), QTime(9, 0)));
+        QVERIFY(all.constFirst().tasDueHasTime);
+        QCOMPARE(all.constFirst().tasOccurrence, 2);
+
+        const TaskEntity once
+            = *tasks.create({.prjId = project.prjId, .talId = list.talId, .tasTitle = QStringLiteral("Once")})
+                   .dataAs<TaskEntity>();
+        verifyFailure(tasks.skipOccurrence(once.tasId), &TaskResultEntity::domainMessage,
+            QStringLiteral("The task does not repeat"));
+    }
+
+    void shouldScheduleATaskAndRefuseRulesThatCannotRepeat()
+    {
+        const ProjectEntity project = addProject(QStringLiteral("Work"));
+        const TaskListEntity list = addList(project, QStringLiteral("Inbox"), true);
+        const TaskEntity report
+            = *apps->tasks.create({.prjId = project.prjId, .talId = list.talId, .tasTitle = QStringLiteral("Report")})
+                   .dataAs<TaskEntity>();
+        backend->http.clearRequests();
+
+        TaskEntity planned = report;
+        planned.tasTitle = QStringLiteral("ignored: the title changes through rename");
+        planned.tasDueDate = QDateTime(QDate(2026, 12, 4), QTime(16, 30));
+        planned.tasDueHasTime = true;
+        planned.tasReminderMinutesBefore = 15;
+        planned.tasRecurrence = TaskRecurrenceEntity {.frequency = RecurrenceFrequencyEnum::daily,
+            .interval = 3,
+            .anchor = RecurrenceAnchorEnum::completion,
+            .endOnDate = QDate(2027, 1, 31)};
+        QVERIFY(apps->tasks.schedule(planned).result);
+        const TaskEntity stored = *apps->tasks.find(report.tasId).dataAs<TaskEntity>();
+        QCOMPARE(stored.tasTitle, report.tasTitle);
+        QCOMPARE(stored.tasDueDate, planned.tasDueDate);
+        QVERIFY(stored.tasDueHasTime);
+        QCOMPARE(stored.tasReminderMinutesBefore, 15);
+        QCOMPARE(stored.tasRecurrence, planned.tasRecurrence);
+
+        TaskEntity never = planned;
+        never.tasRecurrence->interval = 0;
+        verifyFailure(apps->tasks.schedule(never), &TaskResultEntity::domainMessage,
+            QStringLiteral("The repetition needs an interval of at least 1 and valid days"));
+        TaskEntity undated = planned;
+        undated.tasDueDate.reset();
+        verifyFailure(apps->tasks.schedule(undated), &TaskResultEntity::domainMessage,
+            QStringLiteral("A reminder needs a due date and cannot be after it"));
+        // Refused before anything was sent.
+        QCOMPARE(writesSent().size(), isGoogle ? 1 : 0);
     }
 
     void shouldDeleteAListTogetherWithItsTasks()

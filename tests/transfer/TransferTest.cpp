@@ -48,6 +48,25 @@ void fill(const TasksRepositories& account)
                     task.tasDueDate = at(1 + t, 9, 30);
                 if (t % 5 != 4)
                     task.tasEisenhowerTag = EisenhowerTag::allCases.at(t % 4);
+                // Schedules of every shape: a time of day, rules, later occurrences, reminders
+                // and the time a done task was done.
+                task.tasDueHasTime = t % 4 == 0;
+                if (t % 4 == 2) {
+                    task.tasRecurrence = TaskRecurrenceEntity {.frequency = RecurrenceFrequencyEnum::monthly,
+                        .interval = 1 + t % 3,
+                        .weekdayOrdinal = -1,
+                        .ordinalWeekday = Qt::Friday,
+                        .anchor = RecurrenceAnchorEnum::completion,
+                        .endAfterCount = 9,
+                        .endOnDate = QDate(2027, 6, 30)};
+                    task.tasOccurrence = 2 + l;
+                }
+                if (t == 5)
+                    task.tasRecurrence = TaskRecurrenceEntity {.weekdays = {Qt::Monday, Qt::Thursday}, .monthDay = -1};
+                if (t % 2 == 0 && t % 3 != 2)
+                    task.tasReminderMinutesBefore = 5 * t;
+                if (task.tasIsDone)
+                    task.tasCompletedAt = at(2 + t, 18, 5);
                 created<TaskEntity>(account.tasks->create(task));
             }
         }

@@ -15,6 +15,7 @@
 #include "wire/tasks/DeleteCompletedTasksRequestDTO.h"
 #include "wire/tasks/ProjectResponseDTO.h"
 #include "wire/tasks/TaskListResponseDTO.h"
+#include "wire/tasks/TaskRecurrenceDTO.h"
 #include "wire/tasks/TaskResponseDTO.h"
 #include "wire/tasks/UpdateBitacoraEntryRequestDTO.h"
 #include "wire/tasks/UpdateDailyTaskRequestDTO.h"
@@ -165,6 +166,63 @@ private Q_SLOTS:
         QVERIFY(!read.tasDueDate && !read.tasEisenhowerTag);
     }
 
+    // The schedule keys: mirrored with every value, and a task body of an older backend (none of
+    // them) reads as a task without a schedule.
+    void tasks_carryTheirScheduleAsOptionalKeys()
+    {
+        const QString id = QStringLiteral("0F8FAD5B-D9CB-469F-A165-70867728950E");
+        TaskRecurrenceDTO rule;
+        rule.frequency = QStringLiteral("monthly");
+        rule.interval = 2;
+        rule.weekdayOrdinal = -1;
+        rule.ordinalWeekday = 5;
+        rule.anchor = QStringLiteral("completion");
+        rule.endAfterCount = 6;
+        rule.endOnDate = QStringLiteral("2027-12-31");
+        TaskRecurrenceDTO weekly;
+        weekly.frequency = QStringLiteral("weekly");
+        weekly.weekdays = {1, 3, 5};
+        weekly.monthDay = -1;
+
+        CreateTaskRequestDTO create {.prjId = id, .talId = id, .tasTitle = awkward, .tasDueDate = someInstant};
+        create.tasDueHasTime = true;
+        create.tasRecurrence = rule;
+        create.tasOccurrence = 3;
+        create.tasReminderMinutesBefore = 0;
+        create.tasCompletedAt = someInstant;
+        checkMirror(create);
+        UpdateTaskRequestDTO update {.tasTitle = awkward, .tasIsDone = true};
+        update.tasRecurrence = weekly;
+        update.tasReminderMinutesBefore = 90;
+        checkMirror(update);
+        TaskResponseDTO response {.tasId = id, .prjId = id, .talId = id, .tasTitle = awkward};
+        response.tasRecurrence = rule;
+        response.tasOccurrence = 2;
+        response.tasCompletedAt = someInstant;
+        checkMirror(response);
+        QCOMPARE(JSONCoding::decode<TaskResponseDTO>(bytes(response)).tasRecurrence, std::optional(rule));
+
+        const auto old = JSONCoding::decode<TaskResponseDTO>(
+            R"({"tasId":"a","prjId":"b","talId":"c","tasTitle":"t","tasIsDone":false,"tasDueDate":null})");
+        QVERIFY(!old.tasDueHasTime && !old.tasRecurrence && !old.tasOccurrence && !old.tasReminderMinutesBefore
+            && !old.tasCompletedAt);
+
+        // The rule is read strictly on both sides.
+        for (const char* body : {R"({"frequency":"hourly"})", R"({"frequency":"daily","interval":0})",
+                 R"({"frequency":"weekly","weekdays":[0]})", R"({"frequency":"monthly","monthDay":32})",
+                 R"({"frequency":"monthly","weekdayOrdinal":6,"ordinalWeekday":1})",
+                 R"({"frequency":"daily","anchor":"whenever"})", R"({"frequency":"daily","endOnDate":"31/12/2027"})",
+                 R"({"frequency":"daily","colour":"red"})"}) {
+            bool refused = false;
+            try {
+                JSONCoding::decode<TaskRecurrenceDTO>(QByteArray(body));
+            } catch (const DecodingError&) {
+                refused = true;
+            }
+            QVERIFY2(refused, body);
+        }
+    }
+
     void responses_mirrorAndTolerateUnknownKeys()
     {
         const QString id = QStringLiteral("0F8FAD5B-D9CB-469F-A165-70867728950E");
@@ -183,10 +241,12 @@ private Q_SLOTS:
         QVERIFY(!refusesUnknownKey(project));
         // Absent values are written as null, which the app reads as absent.
         QCOMPARE(bytes(TaskResponseDTO {id, id, id, QStringLiteral("t"), false, std::nullopt, std::nullopt}),
-            QByteArray(R"({"prjId":"0F8FAD5B-D9CB-469F-A165-70867728950E",)"
-                       R"("talId":"0F8FAD5B-D9CB-469F-A165-70867728950E","tasDueDate":null,)"
-                       R"("tasEisenhowerTag":null,"tasId":"0F8FAD5B-D9CB-469F-A165-70867728950E",)"
-                       R"("tasIsDone":false,"tasTitle":"t"})"));
+            QByteArray(
+                R"({"prjId":"0F8FAD5B-D9CB-469F-A165-70867728950E",)"
+                R"("talId":"0F8FAD5B-D9CB-469F-A165-70867728950E","tasCompletedAt":null,"tasDueDate":null,)"
+                R"("tasDueHasTime":false,"tasEisenhowerTag":null,"tasId":"0F8FAD5B-D9CB-469F-A165-70867728950E",)"
+                R"("tasIsDone":false,"tasOccurrence":1,"tasRecurrence":null,"tasReminderMinutesBefore":null,)"
+                R"("tasTitle":"t"})"));
     }
 
     void dates_withFractionsAreRefusedOnTheWayIn()

@@ -419,6 +419,9 @@ void ProjectsView::connectActions()
         m_taskActions, &TaskActions::deleteRequested, this, [this](const TaskEntity& task) { m_tasks->delete_(task); });
     connect(m_taskActions, &TaskActions::setTag, this,
         [this](const TaskEntity& task, std::optional<EisenhowerTagEnum> tag) { m_tasks->setTag(task, tag); });
+    connect(m_taskActions, &TaskActions::schedule, this, [this](const TaskEntity& task) { m_tasks->schedule(task); });
+    connect(m_taskActions, &TaskActions::skipOccurrence, this,
+        [this](const TaskEntity& task) { m_tasks->skipOccurrence(task); });
     connect(m_taskActions, &TaskActions::addTask, this, [this](const TaskListEntity& list, const QString& title) {
         m_tasks->add(list, title, answering(m_detail->addRow()));
     });

@@ -24,4 +24,6 @@ Q_SIGNALS:
     void deleteRequested(const TaskEntity& task);
     void setTag(const TaskEntity& task, std::optional<EisenhowerTagEnum> tag);
     void addTask(const TaskListEntity& taskList, const QString& title);
+    void schedule(const TaskEntity& task);
+    void skipOccurrence(const TaskEntity& task);
 };

@@ -4,9 +4,12 @@
 #include "screens/common/InlineEditableLabel.h"
 #include "screens/common/LazyMenuButton.h"
 #include "screens/projects/EisenhowerTagStyle.h"
+#include "screens/projects/TaskDueText.h"
+#include "screens/projects/TaskScheduleEditor.h"
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QContextMenuEvent>
 #include <QDrag>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -59,10 +62,40 @@ TaskRowView::TaskRowView(const TaskEntity& task, QWidget* parent)
     layout->addWidget(m_done);
     layout->addWidget(m_title, 1);
     if (task.tasDueDate) {
-        auto* due = new QLabel(QLocale().toString(task.tasDueDate->toLocalTime().date(), QLocale::ShortFormat), this);
-        due->setEnabled(false);
+        const TaskDueLabel label = TaskDueText::of(task, QDateTime::currentDateTime());
+        auto* due = new QLabel(label.text, this);
+        due->setObjectName(QStringLiteral("taskDue"));
+        due->setToolTip(QLocale().toString(
+            task.tasDueHasTime ? task.tasDueDate->toLocalTime() : QDateTime(*task.dueDay(), QTime(0, 0)),
+            task.tasDueHasTime ? QLocale::LongFormat : QLocale::ShortFormat));
+        if (label.overdue) {
+            due->setProperty("overdue", true);
+            QPalette palette = due->palette();
+            palette.setColor(QPalette::WindowText, QColor(0xc6, 0x28, 0x28));
+            due->setPalette(palette);
+            //% "Overdue"
+            due->setToolTip(qtTrId("tasks-due-overdue") + QStringLiteral(": ") + due->toolTip());
+        } else {
+            due->setEnabled(false);
+        }
         layout->addWidget(due);
     }
+    if (task.tasRecurrence) {
+        auto* repeats = new QLabel(QStringLiteral("\u21bb"), this);
+        repeats->setObjectName(QStringLiteral("taskRepeats"));
+        //% "Repeats"
+        repeats->setToolTip(qtTrId("tasks-repeats"));
+        repeats->setEnabled(false);
+        layout->addWidget(repeats);
+    }
+    auto* scheduleButton = new QToolButton(this);
+    scheduleButton->setObjectName(QStringLiteral("taskSchedule"));
+    scheduleButton->setIcon(Icons::symbol(QStringLiteral("calendar")));
+    scheduleButton->setAutoRaise(true);
+    //% "Due date, repetition and reminder (Ctrl+E)"
+    scheduleButton->setToolTip(qtTrId("tasks-schedule-button"));
+    connect(scheduleButton, &QToolButton::clicked, this, &TaskRowView::openSchedule);
+    layout->addWidget(scheduleButton);
     layout->addWidget(m_tag);
     layout->addWidget(remove);
 
@@ -112,8 +145,35 @@ void TaskRowView::mouseMoveEvent(QMouseEvent* event)
     drag->exec(Qt::MoveAction);
 }
 
+void TaskRowView::openSchedule()
+{
+    auto* editor = new TaskScheduleEditor(m_task, QDate::currentDate(), this);
+    connect(editor, &TaskScheduleEditor::saved, this, &TaskRowView::schedule);
+    connect(editor, &TaskScheduleEditor::skipRequested, this, &TaskRowView::skipOccurrence);
+    editor->adjustSize();
+    editor->move(mapToGlobal(QPoint(std::max(0, width() - editor->width()), height())));
+    editor->show();
+}
+
+void TaskRowView::contextMenuEvent(QContextMenuEvent* event)
+{
+    QMenu menu(this);
+    //% "Due date, repetition and reminder (Ctrl+E)"
+    menu.addAction(
+        Icons::symbol(QStringLiteral("calendar")), qtTrId("tasks-schedule-button"), this, &TaskRowView::openSchedule);
+    if (m_task.tasRecurrence && !m_task.tasIsDone) {
+        //% "Skip this time"
+        menu.addAction(qtTrId("tasks-schedule-skip"), this, [this] { Q_EMIT skipOccurrence(m_task); });
+    }
+    menu.exec(event->globalPos());
+}
+
 void TaskRowView::keyPressEvent(QKeyEvent* event)
 {
+    if (event->key() == Qt::Key_E && event->modifiers() == Qt::ControlModifier) {
+        openSchedule();
+        return;
+    }
     if (event->key() == Qt::Key_Delete) {
         Q_EMIT deleteRequested(m_task);
         return;

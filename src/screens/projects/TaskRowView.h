@@ -8,7 +8,9 @@ class InlineEditableLabel;
 class QCheckBox;
 class LazyMenuButton;
 
-// One task: its done box, its title (renamed in place), its quadrant menu and delete. It can be
+// One task: its done box, its title (renamed in place), when it is due (in words, overdue
+// marked, with a mark when it repeats), its quadrant menu and delete. The due date, repetition
+// and reminder are edited in a popover (its button, the context menu or Ctrl+E). It can be
 // dragged onto a quadrant of the matrix.
 class TaskRowView final : public QWidget {
     Q_OBJECT
@@ -29,14 +31,20 @@ Q_SIGNALS:
     void rename(const TaskEntity& task, const QString& title);
     void deleteRequested(const TaskEntity& task);
     void setTag(const TaskEntity& task, std::optional<EisenhowerTagEnum> tag);
+    void schedule(const TaskEntity& task);
+    void skipOccurrence(const TaskEntity& task);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    // Opens the popover that edits the due date, its repetition and the reminder.
+    void openSchedule();
+
     TaskEntity m_task;
     QCheckBox* m_done;
     InlineEditableLabel* m_title;

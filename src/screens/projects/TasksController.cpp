@@ -54,6 +54,17 @@ void TasksController::setTag(const TaskEntity& task, std::optional<EisenhowerTag
         [app = application, id = task.tasId, tag] { return app.setTag(id, tag); });
 }
 
+void TasksController::schedule(const TaskEntity& task)
+{
+    run(QStringLiteral("schedule"), task.talId, task.tasId, [app = application, task] { return app.schedule(task); });
+}
+
+void TasksController::skipOccurrence(const TaskEntity& task)
+{
+    run(QStringLiteral("skipOccurrence"), task.talId, task.tasId,
+        [app = application, id = task.tasId] { return app.skipOccurrence(id); });
+}
+
 void TasksController::delete_(const TaskEntity& task)
 {
     run(QStringLiteral("delete"), task.talId, task.tasId,

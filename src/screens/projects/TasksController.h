@@ -21,6 +21,9 @@ public:
     void rename(const TaskEntity& task, const QString& title);
     void setDone(const TaskEntity& task, bool isDone);
     void setTag(const TaskEntity& task, std::optional<EisenhowerTagEnum> tag);
+    // The due date, its time, the repetition and the reminder as task has them.
+    void schedule(const TaskEntity& task);
+    void skipOccurrence(const TaskEntity& task);
     void delete_(const TaskEntity& task);
     void deleteCompleted(const QUuid& taskListId);
 

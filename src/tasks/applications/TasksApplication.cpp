@@ -1,11 +1,15 @@
 #include "tasks/applications/TasksApplication.h"
 
+#include "platform/SystemClock.h"
 #include "tasks/domain/TaskDomain.h"
+#include "tasks/domain/TaskMessages.h"
+#include "tasks/domain/TaskRecurrence.h"
 
-TasksApplication::TasksApplication(
-    std::shared_ptr<TaskRepository> taskRepository, std::shared_ptr<TaskListRepository> taskListRepository)
+TasksApplication::TasksApplication(std::shared_ptr<TaskRepository> taskRepository,
+    std::shared_ptr<TaskListRepository> taskListRepository, std::shared_ptr<Clock> clock)
     : taskRepository(std::move(taskRepository))
     , taskListRepository(std::move(taskListRepository))
+    , clock(clock ? std::move(clock) : std::make_shared<SystemClock>())
 {
 }
 
@@ -28,14 +32,71 @@ TaskResultEntity TasksApplication::rename(const TaskEntity& task) const
     return taskRepository->update(task);
 }
 
+TaskResultEntity TasksApplication::schedule(const TaskEntity& task) const
+{
+    if (TaskResultEntity valid = TaskDomain::validateSchedule(task); !valid.result)
+        return valid;
+    const TaskResultEntity found = taskRepository->find(task.tasId);
+    const TaskEntity* stored = found.dataAs<TaskEntity>();
+    if (!stored)
+        return found;
+    TaskEntity changed = *stored;
+    changed.tasDueDate = task.tasDueDate;
+    changed.tasDueHasTime = task.tasDueDate && task.tasDueHasTime;
+    changed.tasRecurrence = task.tasRecurrence;
+    changed.tasReminderMinutesBefore = task.tasReminderMinutesBefore;
+    return taskRepository->update(changed);
+}
+
 TaskResultEntity TasksApplication::markDone(const QUuid& taskId) const
 {
-    return taskRepository->markDone(taskId);
+    const TaskResultEntity found = taskRepository->find(taskId);
+    const TaskEntity* stored = found.dataAs<TaskEntity>();
+    if (!stored)
+        return found;
+    // Done twice is done once: no second completion time, no second next occurrence.
+    if (stored->tasIsDone)
+        return found;
+    TaskEntity done = *stored;
+    done.tasIsDone = true;
+    done.tasCompletedAt = clock->now().toUTC();
+    // The next occurrence first: should it fail, the task is still open and can be done again.
+    if (const std::optional<TaskEntity> next = TaskRecurrence::nextOccurrence(*stored, *done.tasCompletedAt)) {
+        if (const TaskResultEntity created = taskRepository->create(*next); !created.result)
+            return created;
+    }
+    return taskRepository->update(done);
 }
 
 TaskResultEntity TasksApplication::markNotDone(const QUuid& taskId) const
 {
-    return taskRepository->markNotDone(taskId);
+    const TaskResultEntity found = taskRepository->find(taskId);
+    const TaskEntity* stored = found.dataAs<TaskEntity>();
+    if (!stored)
+        return found;
+    TaskEntity open = *stored;
+    open.tasIsDone = false;
+    open.tasCompletedAt.reset();
+    return taskRepository->update(open);
+}
+
+TaskResultEntity TasksApplication::skipOccurrence(const QUuid& taskId) const
+{
+    const TaskResultEntity found = taskRepository->find(taskId);
+    const TaskEntity* stored = found.dataAs<TaskEntity>();
+    if (!stored)
+        return found;
+    if (!stored->tasRecurrence)
+        return TaskResultEntity::domainFailure(TaskMessages::Task::notRepeating);
+    const std::optional<TaskEntity> next = TaskRecurrence::nextOccurrence(*stored, clock->now());
+    if (!next)
+        return TaskResultEntity::domainFailure(TaskMessages::Task::lastOccurrence);
+    TaskEntity moved = *next;
+    // The same task, moved on: it keeps its identity and its state.
+    moved.tasId = stored->tasId;
+    moved.tasIsDone = stored->tasIsDone;
+    moved.tasCompletedAt = stored->tasCompletedAt;
+    return taskRepository->update(moved);
 }
 
 TaskResultEntity TasksApplication::setTag(const QUuid& taskId, std::optional<EisenhowerTagEnum> tag) const

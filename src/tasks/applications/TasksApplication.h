@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Clock.h"
 #include "tasks/repositories/TaskListRepository.h"
 #include "tasks/repositories/TaskRepository.h"
 
@@ -8,14 +9,22 @@
 // The task use cases the screens call.
 class TasksApplication {
 public:
-    TasksApplication(
-        std::shared_ptr<TaskRepository> taskRepository, std::shared_ptr<TaskListRepository> taskListRepository);
+    TasksApplication(std::shared_ptr<TaskRepository> taskRepository,
+        std::shared_ptr<TaskListRepository> taskListRepository, std::shared_ptr<Clock> clock = nullptr);
 
     // The task's list must exist.
     TaskResultEntity create(const TaskEntity& task) const;
     TaskResultEntity rename(const TaskEntity& task) const;
+    // Sets the due date, its time, the repetition and the reminder from task; the title and the
+    // done state stay as stored.
+    TaskResultEntity schedule(const TaskEntity& task) const;
+    // Marks the task done at the clock's time. A repeating task stays done and its next
+    // occurrence is created open in the same list (unless the rule has ended); data: the done
+    // TaskEntity.
     TaskResultEntity markDone(const QUuid& taskId) const;
     TaskResultEntity markNotDone(const QUuid& taskId) const;
+    // Moves an open repeating task to its next due date without completing it; data: the task.
+    TaskResultEntity skipOccurrence(const QUuid& taskId) const;
     TaskResultEntity setTag(const QUuid& taskId, std::optional<EisenhowerTagEnum> tag) const;
     TaskResultEntity delete_(const QUuid& taskId) const;
     TaskResultEntity deleteCompleted(const QUuid& taskListId) const;
@@ -24,4 +33,5 @@ public:
 
     std::shared_ptr<TaskRepository> taskRepository;
     std::shared_ptr<TaskListRepository> taskListRepository;
+    std::shared_ptr<Clock> clock;
 };

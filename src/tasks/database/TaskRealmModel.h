@@ -13,8 +13,17 @@ struct TaskRealmModel {
     bool tasIsDone = false;
     std::optional<QDateTime> tasDueDate;
     std::optional<QString> tasEisenhowerTag;
+    // Added in schema version 2.
+    bool tasDueHasTime = false;
+    // The rule as TaskRecurrenceCodec text.
+    std::optional<QString> tasRecurrence;
+    int tasOccurrence = 1;
+    std::optional<int> tasReminderMinutesBefore;
+    std::optional<QDateTime> tasCompletedAt;
 
     static RealmObjectType objectType();
+    // Brings a store of an older schema version up to this one.
+    static void migrate(RealmDatabase& database, quint64 oldVersion);
     RealmRow toRow() const;
     static TaskRealmModel fromRow(const RealmRow& row);
 

@@ -8,3 +8,8 @@ QList<RealmObjectType> TasksDatabaseSchema::objectTypes()
 {
     return {TaskRealmModel::objectType()};
 }
+
+void TasksDatabaseSchema::migrate(RealmDatabase& database, quint64 oldVersion)
+{
+    TaskRealmModel::migrate(database, oldVersion);
+}

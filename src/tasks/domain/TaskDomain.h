@@ -10,6 +10,9 @@
 namespace TaskDomain {
 
 TaskResultEntity validateTitle(const TaskEntity& task);
+// A repetition with an interval of at least 1 and days that exist; a reminder only with a due
+// date and never after it.
+TaskResultEntity validateSchedule(const TaskEntity& task);
 // The list looked up for the task's talId must be there.
 TaskResultEntity parentTaskListExists(const std::optional<TaskListEntity>& taskList);
 

@@ -31,6 +31,10 @@ inline const QString blankTitle = QStringLiteral("The task title cannot be empty
 inline const QString unstorableTitle = QStringLiteral("The task title holds a broken character (a lone surrogate)");
 inline const QString missingParent = QStringLiteral("The parent task list does not exist");
 inline const QString notFound = QStringLiteral("The task does not exist");
+inline const QString notRepeating = QStringLiteral("The task does not repeat");
+inline const QString lastOccurrence = QStringLiteral("This is the last time the task repeats; mark it done instead");
+inline const QString badRecurrence = QStringLiteral("The repetition needs an interval of at least 1 and valid days");
+inline const QString badReminder = QStringLiteral("A reminder needs a due date and cannot be after it");
 inline const QString remoteNotFound = QStringLiteral("tarea no encontrada");
 inline const QString remoteBadId = QStringLiteral("el servidor devolvió una tarea con un id inválido");
 } // namespace Task

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "wire/JSONWriter.h"
+#include "wire/tasks/TaskRecurrenceDTO.h"
 
 #include <QDateTime>
 #include <QJsonValue>
@@ -19,6 +20,13 @@ struct TaskResponseDTO {
     bool tasIsDone = false;
     std::optional<QDateTime> tasDueDate;
     std::optional<QString> tasEisenhowerTag;
+    // Optional keys a backend of an older version neither sends nor expects: each is sent only
+    // when it holds a value, and a missing one reads as none (tasOccurrence as 1).
+    std::optional<QDateTime> tasCompletedAt;
+    bool tasDueHasTime = false;
+    std::optional<qint64> tasOccurrence;
+    std::optional<TaskRecurrenceDTO> tasRecurrence;
+    std::optional<qint64> tasReminderMinutesBefore;
 
     // The client's reading: every key is required unless optional; throws DecodingError.
     static TaskResponseDTO fromJson(const QJsonValue& json);

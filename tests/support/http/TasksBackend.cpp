@@ -27,6 +27,10 @@ enum class Kind {
     // A UUID that must name one of the user's projects, or task lists.
     project,
     taskList,
+    // A whole number from 0 up.
+    count,
+    // A repetition rule: a JSON object with a "frequency".
+    rule,
 };
 
 struct Field {
@@ -55,6 +59,16 @@ struct Collection {
     // The member that records the author, set from the bearer token; empty when the body says.
     QLatin1String authorKey {""};
 };
+
+// A task body's fields with the optional members of its schedule, in create and update alike.
+QList<Field> withSchedule(QList<Field> fields)
+{
+    fields.append({{QLatin1String("tasDueHasTime"), Kind::flag, true},
+        {QLatin1String("tasRecurrence"), Kind::rule, true}, {QLatin1String("tasOccurrence"), Kind::count, true},
+        {QLatin1String("tasReminderMinutesBefore"), Kind::count, true},
+        {QLatin1String("tasCompletedAt"), Kind::date, true}});
+    return fields;
+}
 
 const QStringList tagValues = {QStringLiteral("urgent_important"), QStringLiteral("not_urgent_important"),
     QStringLiteral("urgent_not_important"), QStringLiteral("not_urgent_not_important")};
@@ -114,11 +128,11 @@ const QList<Collection>& collections()
                 {QLatin1String("talIsDefault"), Kind::flag}},
             {ListQuery::Match::sameUuid, QStringLiteral("projectId"), QLatin1String("prjId")}, {}},
         {Resource::tasks, QStringLiteral("/v0/tasks"), QLatin1String("tasId"),
-            {{QLatin1String("prjId"), Kind::uuid}, {QLatin1String("talId"), Kind::taskList},
+            withSchedule({{QLatin1String("prjId"), Kind::uuid}, {QLatin1String("talId"), Kind::taskList},
                 {QLatin1String("tasTitle"), Kind::text}, {QLatin1String("tasDueDate"), Kind::date, true},
-                {QLatin1String("tasEisenhowerTag"), Kind::tag, true}},
-            {{QLatin1String("tasTitle"), Kind::text}, {QLatin1String("tasIsDone"), Kind::flag},
-                {QLatin1String("tasDueDate"), Kind::date, true}, {QLatin1String("tasEisenhowerTag"), Kind::tag, true}},
+                {QLatin1String("tasEisenhowerTag"), Kind::tag, true}}),
+            withSchedule({{QLatin1String("tasTitle"), Kind::text}, {QLatin1String("tasIsDone"), Kind::flag},
+                {QLatin1String("tasDueDate"), Kind::date, true}, {QLatin1String("tasEisenhowerTag"), Kind::tag, true}}),
             {ListQuery::Match::sameUuid, QStringLiteral("taskListId"), QLatin1String("talId")},
             {{QStringLiteral("tasIsDone"), false}}},
         {Resource::dailyTasks, QStringLiteral("/v0/daily-tasks"), QLatin1String("tasId"),
@@ -221,6 +235,14 @@ struct TasksBackend::State {
             throw Refusal {400, wrong};
         case Kind::tag:
             if (!tagValues.contains(value.toString()))
+                throw Refusal {400, wrong};
+            return value;
+        case Kind::count:
+            if (!value.isDouble() || value.toDouble() < 0 || value.toDouble() != double(value.toInteger()))
+                throw Refusal {400, wrong};
+            return value;
+        case Kind::rule:
+            if (!value.isObject() || !value.toObject().value(QLatin1String("frequency")).isString())
                 throw Refusal {400, wrong};
             return value;
         case Kind::uuid:

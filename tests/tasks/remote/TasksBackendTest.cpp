@@ -162,7 +162,10 @@ private Q_SLOTS:
         const QJsonObject expected {{QStringLiteral("tasId"), id}, {QStringLiteral("prjId"), m_project},
             {QStringLiteral("talId"), m_list}, {QStringLiteral("tasTitle"), QStringLiteral("U")},
             {QStringLiteral("tasIsDone"), true}, {QStringLiteral("tasDueDate"), QStringLiteral("2026-11-21T09:00:00Z")},
-            {QStringLiteral("tasEisenhowerTag"), QJsonValue::Null}};
+            {QStringLiteral("tasEisenhowerTag"), QJsonValue::Null}, {QStringLiteral("tasDueHasTime"), QJsonValue::Null},
+            {QStringLiteral("tasRecurrence"), QJsonValue::Null}, {QStringLiteral("tasOccurrence"), QJsonValue::Null},
+            {QStringLiteral("tasReminderMinutesBefore"), QJsonValue::Null},
+            {QStringLiteral("tasCompletedAt"), QJsonValue::Null}};
         QCOMPARE(canonical(answer.toObject()), canonical(expected));
         QCOMPARE(canonical(*m_backend->tasks.record(TasksBackend::Resource::tasks, id)), canonical(expected));
     }

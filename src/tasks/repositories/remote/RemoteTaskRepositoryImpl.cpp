@@ -1,12 +1,15 @@
 #include "tasks/repositories/remote/RemoteTaskRepositoryImpl.h"
 
 #include "tasks/domain/TaskMessages.h"
+#include "tasks/entities/TaskRecurrenceCodec.h"
 #include "tasks/repositories/remote/RemoteResource.h"
 #include "wire/JSONCoding.h"
 #include "wire/tasks/CreateTaskRequestDTO.h"
 #include "wire/tasks/DeleteCompletedTasksRequestDTO.h"
 #include "wire/tasks/TaskResponseDTO.h"
 #include "wire/tasks/UpdateTaskRequestDTO.h"
+
+#include <QJsonDocument>
 
 namespace {
 
@@ -24,8 +27,41 @@ std::optional<TaskEntity> toEntity(const TaskResponseDTO& dto)
     const auto taskListId = RemoteResource::parseUUID(dto.talId);
     if (!id || !projectId || !taskListId)
         return std::nullopt;
-    return TaskEntity {*id, *projectId, *taskListId, dto.tasTitle, dto.tasIsDone, dto.tasDueDate,
-        EisenhowerTag::fromApiValue(dto.tasEisenhowerTag)};
+    TaskEntity task {.tasId = *id,
+        .prjId = *projectId,
+        .talId = *taskListId,
+        .tasTitle = dto.tasTitle,
+        .tasIsDone = dto.tasIsDone,
+        .tasDueDate = dto.tasDueDate,
+        .tasEisenhowerTag = EisenhowerTag::fromApiValue(dto.tasEisenhowerTag)};
+    task.tasDueHasTime = dto.tasDueDate && dto.tasDueHasTime;
+    // The wire's rule object and the codec's are the same JSON.
+    if (dto.tasRecurrence) {
+        JSONWriter out;
+        dto.tasRecurrence->writeJson(out);
+        task.tasRecurrence
+            = TaskRecurrenceCodec::fromJson(QJsonDocument::fromJson(QByteArray::fromStdString(out.text())).object());
+    }
+    task.tasOccurrence = int(dto.tasOccurrence.value_or(1));
+    if (dto.tasReminderMinutesBefore)
+        task.tasReminderMinutesBefore = int(*dto.tasReminderMinutesBefore);
+    task.tasCompletedAt = dto.tasCompletedAt;
+    return task;
+}
+
+// Each new key only when it holds a value, so that a backend that does not know them still
+// takes the bodies of tasks that do not use them.
+template <typename Request> Request withSchedule(Request request, const TaskEntity& task)
+{
+    request.tasCompletedAt = task.tasCompletedAt;
+    request.tasDueHasTime = task.tasDueDate && task.tasDueHasTime;
+    if (task.tasOccurrence != 1)
+        request.tasOccurrence = task.tasOccurrence;
+    if (task.tasRecurrence)
+        request.tasRecurrence = TaskRecurrenceDTO::fromJson(TaskRecurrenceCodec::toJson(*task.tasRecurrence));
+    if (task.tasReminderMinutesBefore)
+        request.tasReminderMinutesBefore = *task.tasReminderMinutesBefore;
+    return request;
 }
 
 // The tag's API string ("urgent_important", ...).
@@ -38,13 +74,21 @@ std::optional<QString> apiTag(const TaskEntity& task)
 
 CreateTaskRequestDTO createRequest(const TaskEntity& task)
 {
-    return {JSONCoding::encodeUUID(task.prjId), JSONCoding::encodeUUID(task.talId), task.tasTitle, task.tasDueDate,
-        apiTag(task)};
+    return withSchedule(CreateTaskRequestDTO {.prjId = JSONCoding::encodeUUID(task.prjId),
+                            .talId = JSONCoding::encodeUUID(task.talId),
+                            .tasTitle = task.tasTitle,
+                            .tasDueDate = task.tasDueDate,
+                            .tasEisenhowerTag = apiTag(task)},
+        task);
 }
 
 UpdateTaskRequestDTO updateRequest(const TaskEntity& task)
 {
-    return {task.tasTitle, task.tasIsDone, task.tasDueDate, apiTag(task)};
+    return withSchedule(UpdateTaskRequestDTO {.tasTitle = task.tasTitle,
+                            .tasIsDone = task.tasIsDone,
+                            .tasDueDate = task.tasDueDate,
+                            .tasEisenhowerTag = apiTag(task)},
+        task);
 }
 
 } // namespace
