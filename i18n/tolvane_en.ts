@@ -200,8 +200,8 @@
         <translation>--quick-add needs the text of the task.</translation>
     </message>
     <message id="app-option-quick-add">
-        <source>Add a task typed in one line, such as \\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\"Pay rent tomorrow #Home\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\".</source>
-        <translation>Add a task typed in one line, such as \\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\"Pay rent tomorrow #Home\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\".</translation>
+        <source>Add a task typed in one line, such as "Pay rent tomorrow #Home".</source>
+        <translation>Add a task typed in one line, such as "Pay rent tomorrow #Home".</translation>
     </message>
     <message id="app-option-try-help">
         <source>Try “tolvane --help” for the options.</source>

@@ -200,8 +200,8 @@
         <translation>--quick-add necesita el texto de la tarea.</translation>
     </message>
     <message id="app-option-quick-add">
-        <source>Add a task typed in one line, such as \\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\"Pay rent tomorrow #Home\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\".</source>
-        <translation>Añadir una tarea escrita en una línea, como \\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\"Pagar el alquiler mañana #Casa\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\\".</translation>
+        <source>Add a task typed in one line, such as "Pay rent tomorrow #Home".</source>
+        <translation>Añadir una tarea escrita en una línea, como "Pagar el alquiler mañana #Casa".</translation>
     </message>
     <message id="app-option-try-help">
         <source>Try “tolvane --help” for the options.</source>
