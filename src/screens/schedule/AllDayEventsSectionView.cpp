@@ -4,6 +4,7 @@
 #include "screens/schedule/ElidedLabel.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QContextMenuEvent>
 #include <QDrag>
 #include <QHBoxLayout>
@@ -13,7 +14,7 @@
 #include <QMouseEvent>
 #include <QVBoxLayout>
 
-AllDayEventRowView::AllDayEventRowView(const MeetEntity& meet, QWidget* parent)
+AllDayEventRowView::AllDayEventRowView(const MeetEntity& meet, std::optional<bool> taskDone, QWidget* parent)
     : QFrame(parent)
     , m_meet(meet)
 {
@@ -26,6 +27,20 @@ AllDayEventRowView::AllDayEventRowView(const MeetEntity& meet, QWidget* parent)
                       .arg(color.blue()));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 3, 8, 3);
+    if (taskDone) {
+        m_task = new QCheckBox(this);
+        m_task->setObjectName(QStringLiteral("meetTaskCheckBox"));
+        m_task->setCursor(Qt::ArrowCursor);
+        m_task->setChecked(*taskDone);
+        m_task->setToolTip(qtTrId("meet-task-done-checkbox"));
+        m_task->setAccessibleName(qtTrId("meet-task-done-checkbox"));
+        connect(m_task, &QCheckBox::clicked, this, [this](bool checked) {
+            // One change at a time: the day read again brings a new row.
+            m_task->setEnabled(false);
+            Q_EMIT taskDoneToggled(m_meet, checked);
+        });
+        layout->addWidget(m_task);
+    }
     auto* name = new ElidedLabel(meet.metName, this);
     layout->addWidget(name, 1);
 }
@@ -88,7 +103,7 @@ AllDayEventsSectionView::AllDayEventsSectionView(QWidget* parent)
     layout->addLayout(m_rows);
 }
 
-void AllDayEventsSectionView::setMeets(const QList<MeetEntity>& meets)
+void AllDayEventsSectionView::setMeets(const QList<MeetEntity>& meets, const QHash<QUuid, bool>& taskDone)
 {
     while (QLayoutItem* item = m_rows->takeAt(0)) {
         delete item->widget();
@@ -103,7 +118,10 @@ void AllDayEventsSectionView::setMeets(const QList<MeetEntity>& meets)
         return;
     }
     for (const MeetEntity& meet : meets) {
-        auto* row = new AllDayEventRowView(meet, this);
+        const auto done = taskDone.constFind(meet.metId);
+        auto* row
+            = new AllDayEventRowView(meet, done == taskDone.cend() ? std::nullopt : std::optional<bool>(*done), this);
+        connect(row, &AllDayEventRowView::taskDoneToggled, this, &AllDayEventsSectionView::taskDoneToggled);
         connect(row, &AllDayEventRowView::detailRequested, this, &AllDayEventsSectionView::detailRequested);
         connect(row, &AllDayEventRowView::onEdit, this, &AllDayEventsSectionView::onEditMeet);
         connect(row, &AllDayEventRowView::onDelete, this, &AllDayEventsSectionView::onDeleteMeet);

@@ -84,6 +84,7 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     auto* dayContent = new QWidget;
     auto* dayLayout = new QVBoxLayout(dayContent);
     dayLayout->addWidget(m_allDay);
+    m_timeline->setAllDayRow(m_allDay);
     dayLayout->addSpacing(6);
     dayLayout->addWidget(m_timeline);
     dayLayout->addStretch();
@@ -172,6 +173,7 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     // The pane reads the tasks again whenever they may have changed: a ticked box follows.
     connect(m_projectsPane, &ScheduleProjectsPaneView::loaded, this, &DailyEventsView::followTaskStates);
     connect(m_allDay, &AllDayEventsSectionView::onEditMeet, this, &DailyEventsView::editMeet);
+    connect(m_allDay, &AllDayEventsSectionView::taskDoneToggled, this, &DailyEventsView::setTaskDone);
     connect(m_allDay, &AllDayEventsSectionView::onDeleteMeet, this, &DailyEventsView::deleteMeet);
     connect(m_allDay, &AllDayEventsSectionView::detailRequested, this, &DailyEventsView::showDetail);
 
@@ -306,6 +308,13 @@ void DailyEventsView::refresh()
     m_cache.clear();
     ++m_cacheEpoch;
     m_prefetchTimer->stop();
+    // A read of the selected day under way is let finish and shown, then the day is read again:
+    // dropping it for a new read would keep the screen waiting on every change of a burst (new
+    // watches report in as they start, just as the first read of a new day runs).
+    if (m_readingGeneration != 0 && m_readingGeneration == m_generation) {
+        m_readAgain = true;
+        return;
+    }
     loadDay();
 }
 
@@ -349,8 +358,11 @@ void DailyEventsView::prefetch()
 
 void DailyEventsView::loadDay()
 {
+    m_readAgain = false;
     const quint64 generation = ++m_generation;
     m_isLoading = true;
+    m_readingGeneration = generation;
+    const quint64 epoch = m_cacheEpoch;
     const std::shared_ptr<const DailyEventsController> controller = m_controller;
     const QDate date = m_selectedDate;
     // What the screen shows of the day: the alarms armed on it follow the changes, whoever made
@@ -375,9 +387,19 @@ void DailyEventsView::loadDay()
             }
             return loaded;
         },
-        [this, generation](const LoadedDay& loaded) {
-            if (generation != m_generation)
+        [this, generation, epoch](const LoadedDay& loaded) {
+            if (generation == m_readingGeneration)
+                m_readingGeneration = 0;
+            if (generation != m_generation) {
+                // Left for another day before it came: still what the store says of its day, unless
+                // something changed since it began.
+                if (!loaded.failure && !loaded.day.isPermissionDenied && epoch == m_cacheEpoch && m_watcher
+                    && m_watcher->scope().covers(loaded.day.date))
+                    m_cache.insert(loaded.day.date, loaded.day);
+                if (m_readingGeneration == 0 && std::exchange(m_readAgain, false) && m_controller)
+                    refresh();
                 return;
+            }
             if (loaded.failure)
                 m_services.console().appendLine(
                     QStringLiteral("DailyEventsController.loadDay failed: ") + *loaded.failure);
@@ -386,6 +408,8 @@ void DailyEventsView::loadDay()
             apply(loaded.day);
             if (loaded.editedMeetGone && m_editor)
                 m_editor->showDeletedElsewhere();
+            if (std::exchange(m_readAgain, false))
+                refresh();
         });
 }
 
@@ -419,7 +443,7 @@ void DailyEventsView::apply(const DailyEventsDay& day)
     QList<MeetEntity> timed;
     for (const MeetEntity& meet : std::as_const(m_events))
         (meet.metIsAllDay ? allDay : timed).append(meet);
-    m_allDay->setMeets(allDay);
+    m_allDay->setMeets(allDay, m_taskDone);
     m_timeline->setDay(day.date, timed, m_armedMeetIds, m_taskDone);
     m_navigator->setTogglingDayAlarms(false);
     m_navigator->setDayAlarm(day.isDayAlarmSet, !timed.isEmpty());

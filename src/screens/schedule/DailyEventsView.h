@@ -177,6 +177,10 @@ private:
     QHash<QDate, DailyEventsDay> m_cache;
     // Counts the times the cache was emptied: a read begun before then is stale.
     quint64 m_cacheEpoch = 0;
+    // The generation of the read of the selected day under way, 0 when none; and whether the
+    // store changed while it ran, so that the day is read again once it is shown.
+    quint64 m_readingGeneration = 0;
+    bool m_readAgain = false;
     QSet<QDate> m_prefetching;
     // Reading ahead waits a moment after a day shows: a burst of changes reads the shown day
     // again and again, and the reads ahead would only slow those.

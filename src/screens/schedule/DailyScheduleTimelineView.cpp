@@ -44,6 +44,10 @@ void DailyScheduleTimelineView::setDay(const QDate& selectedDate, const QList<Me
         m_pendingDay = Day {selectedDate, meets, armedMeetIds, taskDone};
         return;
     }
+    // A card pressed but not yet dragged goes with the others: the press is forgotten with it.
+    if (m_drag.card && m_drag.cancelled)
+        m_drag.card->releaseKeyboard();
+    m_drag = {};
     m_pendingDay.reset();
     m_selectedDate = selectedDate;
     m_layouted = DailyScheduleLayout::layout(meets);
@@ -257,11 +261,18 @@ bool DailyScheduleTimelineView::cardMouse(DailyEventCardView* card, QMouseEvent*
             return false;
         }
         const MeetEntity meet = card->meet();
+        // Only on the all-day row itself; a card let go elsewhere above the grid (over the
+        // navigator, say) was merely dragged too far, and goes back.
         const bool above = mapFromGlobal(event->globalPosition()).y() < 0;
+        const bool onAllDayRow = m_allDayRow && m_allDayRow->isVisible()
+            ? m_allDayRow->rect().contains(m_allDayRow->mapFromGlobal(event->globalPosition()).toPoint())
+            : above;
         endDrag();
-        if (!drag.cancelled && !drag.resizing && above) {
+        if (!drag.cancelled && !drag.resizing && onAllDayRow) {
             placeCards();
             Q_EMIT allDayRequested(meet);
+        } else if (above && !drag.resizing) {
+            placeCards();
         } else if (!drag.cancelled && (drag.start != meet.metDate || drag.end != meet.endDate())) {
             Q_EMIT changeRequested(meet, drag.start, drag.end);
         }

@@ -5,6 +5,7 @@
 #include "screens/schedule/DailyScheduleLayout.h"
 
 #include <QDate>
+#include <QPointer>
 #include <QSet>
 #include <QTimeZone>
 #include <QWidget>
@@ -44,6 +45,9 @@ public:
     void setDay(const QDate& selectedDate, const QList<MeetEntity>& meets, const QSet<QUuid>& armedMeetIds,
         const QHash<QUuid, bool>& taskDone = {});
     void setHourRange(int startHour, int endHour);
+    // The row of all-day meets a card may be dragged onto to become one; without it, any release
+    // above the grid counts.
+    void setAllDayRow(QWidget* row) { m_allDayRow = row; }
 
     const QList<LayoutedMeet>& layoutedMeets() const { return m_layouted; }
     QList<DailyEventCardView*> cards() const { return m_cards; }
@@ -129,6 +133,7 @@ private:
     qint64 m_dropSeconds = MeetTaskLink::blockSeconds;
     QTimer* m_currentTimeTimer;
     Drag m_drag;
+    QPointer<QWidget> m_allDayRow;
     // A day that arrived during a drag, shown once the drag ends.
     std::optional<Day> m_pendingDay;
 };

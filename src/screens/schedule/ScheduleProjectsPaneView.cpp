@@ -35,6 +35,53 @@ struct LoadedPane {
     std::optional<QString> failure;
 };
 
+// Each project with its default list and that list's tasks. A store without an index on the
+// owning ids passes over a whole table for every query, so the lists of all projects come in one
+// read and the tasks of all default lists in another, rather than two reads per project.
+QList<ProjectWithDefaultListEntity> readWorkspace(const TasksApplicationFactory::Applications& apps,
+    const QList<ProjectEntity>& projects, std::optional<QString>& failure)
+{
+    QList<QUuid> projectIds;
+    projectIds.reserve(projects.size());
+    for (const ProjectEntity& project : projects)
+        projectIds.append(project.prjId);
+    const ResultEntity lists = projectIds.isEmpty() ? ResultEntity::success(QList<TaskListEntity>())
+                                                    : apps.taskLists.listOfProjects(projectIds);
+    if (!lists.result && !failure)
+        failure = lists.firstMessage();
+    // The first default list of a project in store order, as a project shows it.
+    QHash<QUuid, TaskListEntity> defaults;
+    for (const TaskListEntity& list : listed<TaskListEntity>(lists)) {
+        if (list.talIsDefault && !defaults.contains(list.prjId))
+            defaults.insert(list.prjId, list);
+    }
+    QList<QUuid> defaultListIds;
+    defaultListIds.reserve(defaults.size());
+    for (const ProjectEntity& project : projects) {
+        if (const auto found = defaults.constFind(project.prjId); found != defaults.cend())
+            defaultListIds.append(found->talId);
+    }
+    QHash<QUuid, QList<TaskEntity>> tasksOfList;
+    if (!defaultListIds.isEmpty()) {
+        const ResultEntity tasks = apps.tasks.listOfLists(defaultListIds);
+        if (!tasks.result && !failure)
+            failure = tasks.firstMessage();
+        for (const TaskEntity& task : listed<TaskEntity>(tasks))
+            tasksOfList[task.talId].append(task);
+    }
+    QList<ProjectWithDefaultListEntity> workspace;
+    workspace.reserve(projects.size());
+    for (const ProjectEntity& project : projects) {
+        ProjectWithDefaultListEntity item {project, std::nullopt, {}};
+        if (const auto found = defaults.constFind(project.prjId); found != defaults.cend()) {
+            item.list = *found;
+            item.tasks = tasksOfList.value(found->talId);
+        }
+        workspace.append(item);
+    }
+    return workspace;
+}
+
 } // namespace
 
 ScheduleProjectsPaneView::ScheduleProjectsPaneView(
@@ -205,18 +252,7 @@ void ScheduleProjectsPaneView::reload()
             const ResultEntity projects = apps.projects.list(userId);
             if (!projects.result && !loaded.failure)
                 loaded.failure = projects.firstMessage();
-            for (const ProjectEntity& project : listed<ProjectEntity>(projects)) {
-                ProjectWithDefaultListEntity item {project, std::nullopt, {}};
-                for (const TaskListEntity& list : listed<TaskListEntity>(apps.taskLists.list(project.prjId))) {
-                    if (list.talIsDefault) {
-                        item.list = list;
-                        break;
-                    }
-                }
-                if (item.list)
-                    item.tasks = listed<TaskEntity>(apps.tasks.list(item.list->talId));
-                loaded.workspace.append(item);
-            }
+            loaded.workspace = readWorkspace(apps, listed<ProjectEntity>(projects), loaded.failure);
             return loaded;
         },
         [this, generation](const LoadedPane& result) {

@@ -75,3 +75,8 @@ TaskResultEntity TaskListsApplication::list(const QUuid& projectId) const
 {
     return taskListRepository->list(projectId);
 }
+
+TaskResultEntity TaskListsApplication::listOfProjects(const QList<QUuid>& projectIds) const
+{
+    return taskListRepository->listOfProjects(projectIds);
+}

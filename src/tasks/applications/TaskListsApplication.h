@@ -22,6 +22,8 @@ public:
     TaskResultEntity delete_(const QUuid& taskListId) const;
     TaskResultEntity find(const QUuid& taskListId) const;
     TaskResultEntity list(const QUuid& projectId) const;
+    // The lists of many projects in one read where the store allows.
+    TaskResultEntity listOfProjects(const QList<QUuid>& projectIds) const;
 
     std::shared_ptr<TaskListRepository> taskListRepository;
     std::shared_ptr<ProjectRepository> projectRepository;

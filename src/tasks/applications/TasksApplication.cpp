@@ -123,3 +123,8 @@ TaskResultEntity TasksApplication::list(const QUuid& taskListId) const
 {
     return taskRepository->list(taskListId);
 }
+
+TaskResultEntity TasksApplication::listOfLists(const QList<QUuid>& taskListIds) const
+{
+    return taskRepository->listOfLists(taskListIds);
+}

@@ -30,6 +30,8 @@ public:
     TaskResultEntity deleteCompleted(const QUuid& taskListId) const;
     TaskResultEntity find(const QUuid& taskId) const;
     TaskResultEntity list(const QUuid& taskListId) const;
+    // The tasks of many lists in one read where the store allows.
+    TaskResultEntity listOfLists(const QList<QUuid>& taskListIds) const;
 
     std::shared_ptr<TaskRepository> taskRepository;
     std::shared_ptr<TaskListRepository> taskListRepository;

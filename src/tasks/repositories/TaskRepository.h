@@ -3,6 +3,8 @@
 #include "tasks/entities/TaskEntity.h"
 #include "tasks/entities/TaskResultEntity.h"
 
+#include <QList>
+
 // Where tasks are kept: the encrypted local store or the backend. The done flag and the
 // Eisenhower tag change only through their single-field operations.
 class TaskRepository {
@@ -25,6 +27,20 @@ public:
     virtual TaskResultEntity find(const QUuid& taskId) = 0;
     // data: QList<TaskEntity>, the list's tasks in the store's own order.
     virtual TaskResultEntity list(const QUuid& taskListId) = 0;
+    // data: QList<TaskEntity>, the tasks of all those lists, each list's in the store's own order.
+    // A store that can answer for many lists at once does so in one read.
+    virtual TaskResultEntity listOfLists(const QList<QUuid>& taskListIds)
+    {
+        QList<TaskEntity> all;
+        for (const QUuid& taskListId : taskListIds) {
+            TaskResultEntity one = list(taskListId);
+            if (!one.result)
+                return one;
+            if (const auto* tasks = one.dataAs<QList<TaskEntity>>())
+                all.append(*tasks);
+        }
+        return TaskResultEntity::success(all);
+    }
 
     TaskResultEntity markDone(const QUuid& taskId) { return setDone(taskId, true); }
     TaskResultEntity markNotDone(const QUuid& taskId) { return setDone(taskId, false); }

@@ -526,6 +526,50 @@ private Q_SLOTS:
         QCOMPARE(section->taskRows().size(), 2);
     }
 
+    // The pane reads every project's lists and the default lists' tasks together: each project
+    // still gets its own default list with only that list's tasks, in the order they were added.
+    void eachProjectShowsItsOwnDefaultList()
+    {
+        const auto apps = *app->services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
+        const QUuid userId
+            = QUuid::fromString(app->services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrId);
+        const ProjectEntity work {.prjUserId = userId, .prjName = "Work", .prjShowEveryDay = true};
+        const ProjectEntity home {.prjUserId = userId, .prjName = "Home", .prjShowEveryDay = true};
+        const ProjectEntity ideas {.prjUserId = userId, .prjName = "Ideas", .prjShowEveryDay = true};
+        for (const ProjectEntity& project : {work, home, ideas})
+            QVERIFY(apps.projects.create(project).result);
+        const TaskListEntity someday {.prjId = work.prjId, .talName = "Someday"};
+        const TaskListEntity inbox {.prjId = work.prjId, .talName = "Inbox", .talIsDefault = true};
+        const TaskListEntity chores {.prjId = home.prjId, .talName = "Chores", .talIsDefault = true};
+        const TaskListEntity notes {.prjId = ideas.prjId, .talName = "Notes"};
+        for (const TaskListEntity& list : {someday, inbox, chores, notes})
+            QVERIFY(apps.taskLists.create(list).result);
+        // Interleaved across lists, as tasks are added over a day.
+        const QList<std::pair<TaskListEntity, QString>> added {{inbox, "Report"}, {chores, "Dishes"},
+            {someday, "Learn Greek"}, {inbox, "Review"}, {notes, "Idea"}, {chores, "Laundry"}, {inbox, "Call Ana"}};
+        for (const auto& [list, title] : added)
+            QVERIFY(apps.tasks.create({.prjId = list.prjId, .talId = list.talId, .tasTitle = title}).result);
+
+        open();
+        ScheduleProjectsPaneView* pane = view->projectsPane();
+        QTRY_VERIFY_WITH_TIMEOUT(pane->projectSections().size() == 3, 45000);
+        const auto shown = [&](const QString& project) {
+            for (const ScheduleProjectSectionView* section : pane->projectSections()) {
+                if (section->item().project.prjName != project)
+                    continue;
+                QStringList titles {section->item().list ? section->item().list->talName : QStringLiteral("-")};
+                for (const TaskEntity& task : section->item().tasks)
+                    titles.append(task.tasTitle);
+                return titles;
+            }
+            return QStringList();
+        };
+        QCOMPARE(shown("Work"), QStringList({"Inbox", "Report", "Review", "Call Ana"}));
+        QCOMPARE(shown("Home"), QStringList({"Chores", "Dishes", "Laundry"}));
+        // No default list: a header alone.
+        QCOMPARE(shown("Ideas"), QStringList({"-"}));
+    }
+
     // Tasks typed into a project's add row faster than they are stored all arrive, in order, and
     // the row stays open with the focus while the section takes in each new task.
     void tasksTypedQuicklyInTheScheduleAllArriveInOrder()

@@ -222,14 +222,44 @@ class LiveScheduleTest : public QObject, ScheduleFixture {
 
     // Presses at from on the card, moves by in two steps, releases. The moves are given on the
     // timeline, as the card moves under the pointer; the card has the mouse until the release.
-    void drag(QWidget* card, const QPoint& from, const QPoint& by)
+    // False when the card was replaced on the way (a read of the day came in before the drag
+    // took hold), so that nothing reached it after.
+    bool drag(QWidget* card, const QPoint& from, const QPoint& by)
     {
         QWidget* timeline = view->timeline();
+        const QPointer<QWidget> alive(card);
         const QPoint start = card->mapTo(timeline, from);
         QTest::mousePress(card, Qt::LeftButton, {}, from);
-        QTest::mouseMove(card, card->mapFrom(timeline, start + by / 2));
-        QTest::mouseMove(card, card->mapFrom(timeline, start + by));
+        for (const QPoint& to : {start + by / 2, start + by}) {
+            if (!alive)
+                return false;
+            QTest::mouseMove(card, card->mapFrom(timeline, to));
+        }
+        if (!alive)
+            return false;
         QTest::mouseRelease(card, Qt::LeftButton, {}, card->mapFrom(timeline, start + by));
+        return true;
+    }
+
+    // Drags the card of the meet named so, up or down to y on the timeline, from its centre.
+    bool dragTo(const QString& name, int y)
+    {
+        DailyEventCardView* card = cardOf(name);
+        if (!card)
+            return false;
+        const QPoint centre = card->mapTo(view->timeline(), card->rect().center());
+        return drag(card, card->rect().center(), QPoint(0, y - centre.y()));
+    }
+
+    // dragTo again while a read of the day replaces the card under it, as a user would.
+    bool dragOnceTo(const QString& name, int y)
+    {
+        for (int attempt = 0; attempt < 100; ++attempt) {
+            if (dragTo(name, y))
+                return true;
+            QTest::qWait(50);
+        }
+        return false;
     }
 
     // Drags data of format over the empty timeline at the given time and drops it there, as the
@@ -687,16 +717,60 @@ private Q_SLOTS:
         QCOMPARE(shown(QStringLiteral("Trip"))->metDuration, 3600.0);
         QTRY_VERIFY(allDayNames(view->allDaySection()).isEmpty());
 
-        // Up out of the grid, over the all-day meets.
-        QTRY_VERIFY(cardOf(QStringLiteral("Trip")));
-        DailyEventCardView* card = cardOf(QStringLiteral("Trip"));
-        const QPoint onTimeline = card->mapTo(view->timeline(), card->rect().center());
-        drag(card, card->rect().center(), QPoint(0, -onTimeline.y() - 10));
+        // Up out of the grid past the all-day meets: dragged too far, the card goes back and
+        // nothing is asked of the store.
+        AllDayEventsSectionView* allDay = view->allDaySection();
+        // Siblings: mapped through the screen.
+        const QRect rowOnTimeline(view->timeline()->mapFromGlobal(allDay->mapToGlobal(QPoint(0, 0))), allDay->size());
+        QSignalSpy madeAllDay(view->timeline(), &DailyScheduleTimelineView::allDayRequested);
+        QSignalSpy changed(view->timeline(), &DailyScheduleTimelineView::changeRequested);
+        QVERIFY(dragOnceTo(QStringLiteral("Trip"), rowOnTimeline.top() - 20));
+        QVERIFY(madeAllDay.isEmpty());
+        QVERIFY(changed.isEmpty());
+
+        // Up out of the grid, onto the all-day meets.
+        QVERIFY(dragOnceTo(QStringLiteral("Trip"), rowOnTimeline.center().y()));
+        QCOMPARE(madeAllDay.size(), 1);
         QTRY_VERIFY_WITH_TIMEOUT(shown(QStringLiteral("Trip"))->metIsAllDay, 15000);
         QCOMPARE(shown(QStringLiteral("Trip"))->metDate, QDateTime(day, QTime(0, 0)));
         QCOMPARE(shown(QStringLiteral("Trip"))->endDate(), QDateTime(day.addDays(1), QTime(0, 0)));
         QTRY_COMPARE(allDayNames(view->allDaySection()), QStringList {QStringLiteral("Trip")});
         QVERIFY(view->timeline()->cards().isEmpty());
+    }
+
+    // A time block made an all-day meet keeps its task's box on the all-day row, and ticking it
+    // there marks the task done.
+    void aLinkedAllDayMeetShowsItsTasksBox()
+    {
+        const QString work = addCalendar(QStringLiteral("Work"));
+        app->userDefaults().setValue(QStringLiteral("defaultCalendarIdentifier"), work);
+        const QDate day = QDate::currentDate().addDays(3);
+        const TasksApplicationFactory::Applications apps = tasks();
+        const QUuid userId
+            = QUuid::fromString(app->services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrId);
+        const ProjectEntity trip {.prjUserId = userId, .prjName = QStringLiteral("Trip")};
+        QVERIFY(apps.projects.create(trip).result);
+        const TaskListEntity packing {.prjId = trip.prjId, .talName = QStringLiteral("Packing"), .talIsDefault = true};
+        QVERIFY(apps.taskLists.create(packing).result);
+        const TaskEntity pack {.prjId = trip.prjId, .talId = packing.talId, .tasTitle = QStringLiteral("Pack")};
+        QVERIFY(apps.tasks.create(pack).result);
+        open(day);
+        waitUntilWatching({work});
+        QVERIFY(dropOnTimeline(TaskRowView::dragMimeType, pack.tasId.toByteArray(), QDateTime(day, QTime(10, 0))));
+        QTRY_VERIFY_WITH_TIMEOUT(cardOf(QStringLiteral("Pack")), 15000);
+
+        AllDayEventsSectionView* allDay = view->allDaySection();
+        QVERIFY(dragOnceTo(
+            QStringLiteral("Pack"), view->timeline()->mapFromGlobal(allDay->mapToGlobal(allDay->rect().center())).y()));
+        QTRY_VERIFY_WITH_TIMEOUT(allDay->rows().size() == 1 && allDay->rows().constFirst()->taskCheckBox(), 15000);
+        QCOMPARE(shown(QStringLiteral("Pack"))->metTaskLink, (MeetTaskLink {MeetTaskLink::Kind::task, pack.tasId}));
+        QVERIFY(!allDay->rows().constFirst()->taskCheckBox()->isChecked());
+
+        allDay->rows().constFirst()->taskCheckBox()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(isDone(apps, pack.tasId), 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(allDay->rows().size() == 1 && allDay->rows().constFirst()->taskCheckBox()
+                && allDay->rows().constFirst()->taskCheckBox()->isChecked(),
+            15000);
     }
 
     // The span watched moves only when the shown day nears its edge, and follows the calendars.

@@ -3,6 +3,7 @@
 #include "storage/RealmDatabase.h"
 #include "storage/RealmDatabaseOpener.h"
 #include "storage/RealmTable.h"
+#include "storage/RealmValue.h"
 #include "tasks/domain/TaskMessages.h"
 #include "tasks/entities/TaskResultEntity.h"
 
@@ -95,6 +96,31 @@ TaskResultEntity listWhere(const RealmConfiguration& configuration, const QStrin
     return withDatabase(configuration, [&](RealmDatabase& database) {
         return TaskResultEntity::success(
             entitiesOf(RealmTable<Model>(database).objects(column + QStringLiteral(" = ?"), {value})));
+    });
+}
+
+// The records whose column equals any of values, as entities, in store order: one handle and one
+// transaction for them all, and one pass over the table for each few hundred values (SQLite caps
+// the bound values of a statement).
+template <typename Model>
+TaskResultEntity listWhereIn(const RealmConfiguration& configuration, const QString& column, const QList<QUuid>& values)
+{
+    constexpr qsizetype perStatement = 500;
+    return withDatabase(configuration, [&](RealmDatabase& database) {
+        QList<Model> records;
+        RealmTable<Model> table(database);
+        for (qsizetype first = 0; first < values.size(); first += perStatement) {
+            const QList<QUuid> some = values.mid(first, perStatement);
+            QVariantList bindings;
+            bindings.reserve(some.size());
+            for (const QUuid& value : some)
+                bindings.append(RealmValue::fromUuid(value));
+            QStringList marks;
+            marks.fill(QStringLiteral("?"), some.size());
+            records.append(table.objects(
+                column + QStringLiteral(" IN (") + marks.join(QLatin1Char(',')) + QLatin1Char(')'), bindings));
+        }
+        return TaskResultEntity::success(entitiesOf(records));
     });
 }
 

@@ -36,3 +36,8 @@ TaskResultEntity LocalTaskListRepositoryImpl::list(const QUuid& projectId)
     return LocalStore::listWhere<TaskListRealmModel>(
         database.configuration, QStringLiteral("prjId"), RealmValue::fromUuid(projectId));
 }
+
+TaskResultEntity LocalTaskListRepositoryImpl::listOfProjects(const QList<QUuid>& projectIds)
+{
+    return LocalStore::listWhereIn<TaskListRealmModel>(database.configuration, QStringLiteral("prjId"), projectIds);
+}

@@ -13,6 +13,7 @@ public:
     TaskResultEntity delete_(const QUuid& taskListId) override;
     TaskResultEntity find(const QUuid& taskListId) override;
     TaskResultEntity list(const QUuid& projectId) override;
+    TaskResultEntity listOfProjects(const QList<QUuid>& projectIds) override;
 
     TaskListsDatabase database;
 };

@@ -71,3 +71,8 @@ TaskResultEntity LocalTaskRepositoryImpl::list(const QUuid& taskListId)
     return LocalStore::listWhere<TaskRealmModel>(
         database.configuration, QStringLiteral("talId"), RealmValue::fromUuid(taskListId));
 }
+
+TaskResultEntity LocalTaskRepositoryImpl::listOfLists(const QList<QUuid>& taskListIds)
+{
+    return LocalStore::listWhereIn<TaskRealmModel>(database.configuration, QStringLiteral("talId"), taskListIds);
+}

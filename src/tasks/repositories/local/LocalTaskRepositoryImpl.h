@@ -16,6 +16,7 @@ public:
     TaskResultEntity deleteCompleted(const QUuid& taskListId) override;
     TaskResultEntity find(const QUuid& taskId) override;
     TaskResultEntity list(const QUuid& taskListId) override;
+    TaskResultEntity listOfLists(const QList<QUuid>& taskListIds) override;
 
     TasksDatabase database;
 
