@@ -15,6 +15,8 @@ struct RealmConfiguration;
 struct RealmObjectType {
     QString name;
     QString columns;
+    // Columns looked up often enough to be worth an index each.
+    QStringList indexedColumns = {};
 
     // The column names in table order; the first one is the primary key.
     QStringList propertyNames() const;

@@ -369,8 +369,12 @@ void RealmDatabase::migrateSchema(const RealmConfiguration& configuration, quint
     if (fileVersion > 0 && configuration.beforeMigration)
         configuration.beforeMigration(configuration, fileVersion);
     write([&] {
-        for (const RealmObjectType& type : configuration.objectTypes)
+        for (const RealmObjectType& type : configuration.objectTypes) {
             execute(QStringLiteral("CREATE TABLE IF NOT EXISTS \"%1\" (%2)").arg(type.name, type.columns));
+            for (const QString& column : type.indexedColumns)
+                execute(
+                    QStringLiteral("CREATE INDEX IF NOT EXISTS \"%1_%2\" ON \"%1\" (\"%2\")").arg(type.name, column));
+        }
         if (fileVersion > 0 && configuration.migrationBlock)
             configuration.migrationBlock(*this, fileVersion);
         execute(QStringLiteral("PRAGMA user_version = %1").arg(configuration.schemaVersion));

@@ -25,7 +25,9 @@ RealmObjectType TaskRealmModel::objectType()
                        "tasIsDone INTEGER NOT NULL, "
                        "tasDueDate INTEGER, "
                        "tasEisenhowerTag TEXT, ")
-            + version2Columns};
+            + version2Columns,
+        // A list's tasks and a project's tasks are what the screens read.
+        {QStringLiteral("talId"), QStringLiteral("prjId")}};
 }
 
 void TaskRealmModel::migrate(RealmDatabase& database, quint64 oldVersion)
