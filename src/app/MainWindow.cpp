@@ -5,16 +5,16 @@
 #include "screens/bitacora/BitacoraView.h"
 #include "screens/common/AppServices.h"
 #include "screens/projects/ProjectsView.h"
+#include "screens/schedule/DailyEventsView.h"
 #include "screens/search/SearchPopupView.h"
 #include "screens/search/SearchSource.h"
-#include "screens/schedule/DailyEventsView.h"
 #include "screens/settings/UserSettingsView.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QKeyEvent>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QVBoxLayout>

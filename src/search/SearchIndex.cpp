@@ -72,7 +72,8 @@ SearchResults SearchIndex::query(const QString& query, int limitPerKind)
         for (size_t i = 0; i < kept; ++i) {
             SearchResult& shown = group[i];
             shown.highlights
-                = matchFolded(m_folded[shown.itemIndex], int(m_items.at(shown.itemIndex).text.size()), terms).highlights;
+                = matchFolded(m_folded[shown.itemIndex], int(m_items.at(shown.itemIndex).text.size()), terms)
+                      .highlights;
             results.groups[kind].append(std::move(shown));
         }
     }

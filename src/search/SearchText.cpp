@@ -70,7 +70,8 @@ QStringList searchTerms(QStringView query)
             terms.append(term);
     }
     // Longer terms first: a short one that lies inside a longer one is highlighted with it.
-    std::stable_sort(terms.begin(), terms.end(), [](const QString& a, const QString& b) { return a.size() > b.size(); });
+    std::stable_sort(
+        terms.begin(), terms.end(), [](const QString& a, const QString& b) { return a.size() > b.size(); });
     return terms;
 }
 

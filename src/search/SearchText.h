@@ -42,6 +42,5 @@ QStringList searchTerms(QStringView query);
 // inside a word; one that starts the text ranks higher still; among equals, shorter texts rank
 // higher (the match is a larger part of them).
 // highlights: whether to say where (a ranking alone does not need to know).
-SearchMatch matchFolded(
-    const FoldedText& folded, int originalLength, const QStringList& terms, bool highlights = true);
+SearchMatch matchFolded(const FoldedText& folded, int originalLength, const QStringList& terms, bool highlights = true);
 SearchMatch matchText(QStringView original, QStringView query);

@@ -47,22 +47,36 @@ private Q_SLOTS:
         QTest::addColumn<bool>("matches");
         QTest::addColumn<QString>("lit");
 
-        QTest::newRow("accent in text") << "Bitácora del lunes" << "bitacora" << true << "Bitácora";
-        QTest::newRow("accent in query") << "Bitacora" << "BITÁCORA" << true << "Bitacora";
-        QTest::newRow("upper case name") << "Llamar a Ana" << "ANA" << true << "Ana";
-        QTest::newRow("eñe folds to n") << "Año nuevo en España" << "espana" << true << "España";
-        QTest::newRow("eñe typed") << "Campaña de otoño" << "otoño" << true << "otoño";
-        QTest::newRow("capital eñe") << "PEÑA" << "peña" << true << "PEÑA";
-        QTest::newRow("diaeresis") << "Pingüino" << "pinguino" << true << "Pingüino";
+        QTest::newRow("accent in text") << "Bitácora del lunes"
+                                        << "bitacora" << true << "Bitácora";
+        QTest::newRow("accent in query") << "Bitacora"
+                                         << "BITÁCORA" << true << "Bitacora";
+        QTest::newRow("upper case name") << "Llamar a Ana"
+                                         << "ANA" << true << "Ana";
+        QTest::newRow("eñe folds to n") << "Año nuevo en España"
+                                        << "espana" << true << "España";
+        QTest::newRow("eñe typed") << "Campaña de otoño"
+                                   << "otoño" << true << "otoño";
+        QTest::newRow("capital eñe") << "PEÑA"
+                                     << "peña" << true << "PEÑA";
+        QTest::newRow("diaeresis") << "Pingüino"
+                                   << "pinguino" << true << "Pingüino";
         QTest::newRow("decomposed original keeps its accent lit")
             << QString::fromUtf8("cafe\xcc\x81 solo") << "cafe" << true << QString::fromUtf8("cafe\xcc\x81");
-        QTest::newRow("every word must occur") << "Revisar presupuesto" << "presu rev" << true << "Rev|presu";
-        QTest::newRow("a missing word fails") << "Revisar presupuesto" << "presu ana" << false << "";
-        QTest::newRow("inside a word") << "Presupuesto" << "supu" << true << "supu";
-        QTest::newRow("overlapping words lit once") << "Banana" << "ban nan" << true << "Banan";
-        QTest::newRow("spaces only") << "Anything" << "   " << false << "";
-        QTest::newRow("no such text") << "Comprar pan" << "leche" << false << "";
-        QTest::newRow("sharp s stays itself") << "Straße" << "strass" << false << "";
+        QTest::newRow("every word must occur") << "Revisar presupuesto"
+                                               << "presu rev" << true << "Rev|presu";
+        QTest::newRow("a missing word fails") << "Revisar presupuesto"
+                                              << "presu ana" << false << "";
+        QTest::newRow("inside a word") << "Presupuesto"
+                                       << "supu" << true << "supu";
+        QTest::newRow("overlapping words lit once") << "Banana"
+                                                    << "ban nan" << true << "Banan";
+        QTest::newRow("spaces only") << "Anything"
+                                     << "   " << false << "";
+        QTest::newRow("no such text") << "Comprar pan"
+                                      << "leche" << false << "";
+        QTest::newRow("sharp s stays itself") << "Straße"
+                                              << "strass" << false << "";
     }
 
     void matchesLikeAPersonReads()
@@ -81,9 +95,9 @@ private Q_SLOTS:
     // text beats both, and shorter texts win a tie.
     void ranksPrefixesOfWordsFirst()
     {
-        SearchIndex index({named(SearchKind::task, "Reunión de presupuesto"), named(SearchKind::task, "Preparar la sala"),
-            named(SearchKind::task, "Comprender"), named(SearchKind::task, "Presentar informe"),
-            named(SearchKind::task, "Imprimir presentación final")});
+        SearchIndex index({named(SearchKind::task, "Reunión de presupuesto"),
+            named(SearchKind::task, "Preparar la sala"), named(SearchKind::task, "Comprender"),
+            named(SearchKind::task, "Presentar informe"), named(SearchKind::task, "Imprimir presentación final")});
         const SearchResults found = index.query("pre");
         QCOMPARE(texts(index, found.groups[int(SearchKind::task)]),
             QStringList({"Preparar la sala", "Presentar informe", "Reunión de presupuesto",
@@ -117,8 +131,9 @@ private Q_SLOTS:
     // starting elsewhere finds what the last one had left out.
     void typingOnAndBackAgreeWithAFreshQuery()
     {
-        const QList<SearchItem> items {named(SearchKind::task, "Llamar a Ana"), named(SearchKind::task, "Anotar gastos"),
-            named(SearchKind::task, "Banana split"), named(SearchKind::project, "Ánimo")};
+        const QList<SearchItem> items {named(SearchKind::task, "Llamar a Ana"),
+            named(SearchKind::task, "Anotar gastos"), named(SearchKind::task, "Banana split"),
+            named(SearchKind::project, "Ánimo")};
         SearchIndex typing(items);
         for (const QString& query : QStringList {"a", "an", "ana", "ana ", "ana s", "ana", "an", "x", "ani"}) {
             SearchIndex fresh(items);

@@ -249,6 +249,12 @@ void TasksDetailPaneView::highlightTask(const QUuid& taskId)
     for (TaskRowView* row : m_listContent->findChildren<TaskRowView*>()) {
         if (row->task().tasId != taskId)
             continue;
+        // Rows being replaced linger, hidden, until deleted.
+        bool replaced = false;
+        for (QWidget* part = row; part && part != m_listContent; part = part->parentWidget())
+            replaced = replaced || (part->isHidden() && part->testAttribute(Qt::WA_WState_ExplicitShowHide));
+        if (replaced)
+            continue;
         row->setAutoFillBackground(true);
         QPalette marked = row->palette();
         marked.setColor(QPalette::Window, palette().color(QPalette::Highlight).lighter(170));

@@ -167,9 +167,10 @@ void SearchPopupView::open()
     m_source.refresh();
     runQuery();
     place();
+    // A popup takes the keyboard without becoming the active window, so the window has its
+    // focus back as it was when the popup closes.
     show();
     raise();
-    activateWindow();
     m_line->setFocus(Qt::PopupFocusReason);
 }
 
@@ -198,8 +199,8 @@ void SearchPopupView::runQuery()
     if (query.trimmed().isEmpty()) {
         //% "Loading…"
         //% "Type to search"
-        m_status->setText(m_source.isLoading() && index->items().isEmpty() ? qtTrId("search-loading")
-                                                                           : qtTrId("search-hint"));
+        m_status->setText(
+            m_source.isLoading() && index->items().isEmpty() ? qtTrId("search-loading") : qtTrId("search-hint"));
         m_status->show();
         return;
     }

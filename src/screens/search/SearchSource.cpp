@@ -83,7 +83,8 @@ QList<SearchItem> SearchSource::taskItems(
     }
     for (QDate day = range.from; day <= range.to; day = day.addDays(1)) {
         // Noon: the same calendar day locally and in UTC, which the backend asks for.
-        for (const DailyTaskEntity& task : listed<DailyTaskEntity>(apps.dailyTasks.list(QDateTime(day, QTime(12, 0))))) {
+        for (const DailyTaskEntity& task :
+            listed<DailyTaskEntity>(apps.dailyTasks.list(QDateTime(day, QTime(12, 0))))) {
             items.append({.kind = SearchKind::dailyTask,
                 .text = task.dtaTitle,
                 .context = dayText(day),
@@ -104,8 +105,7 @@ QList<SearchItem> SearchSource::meetItems(const MeetingsApplication& meetings, c
         if (meet.metDate >= end || meet.endDate() < start)
             continue;
         const QDateTime local = meet.metDate.toTimeZone(meetings.calendar());
-        const QString when = meet.metIsAllDay ? dayText(local.date())
-                                              : QLocale().toString(local, QLocale::ShortFormat);
+        const QString when = meet.metIsAllDay ? dayText(local.date()) : QLocale().toString(local, QLocale::ShortFormat);
         items.append({.kind = SearchKind::meet,
             .text = meet.metName,
             .context = meet.metCalendarName.isEmpty() ? when : joined(when, meet.metCalendarName),
