@@ -151,21 +151,21 @@ SearchPopupView::SearchPopupView(SearchSource& source, QWidget* window)
     layout->addWidget(m_line);
     layout->addWidget(m_status);
     layout->addWidget(m_results, 1);
-    connect(m_line, &QLineEdit::textChanged, this, &SearchPopupView::runQuery);
+    connect(m_line, &QLineEdit::textChanged, this, [this] { runQuery(false); });
     connect(m_results, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
         if (item->data(itemRole).isValid()) {
             m_results->setCurrentItem(item);
             activateCurrent();
         }
     });
-    connect(&m_source, &SearchSource::loaded, this, &SearchPopupView::runQuery);
+    connect(&m_source, &SearchSource::loaded, this, [this] { runQuery(true); });
 }
 
 void SearchPopupView::open()
 {
     m_line->clear();
     m_source.refresh();
-    runQuery();
+    runQuery(false);
     place();
     // A popup takes the keyboard without becoming the active window, so the window has its
     // focus back as it was when the popup closes.
@@ -191,8 +191,10 @@ std::optional<SearchItem> SearchPopupView::currentItem() const
     return current->data(itemRole).value<SearchItem>();
 }
 
-void SearchPopupView::runQuery()
+void SearchPopupView::runQuery(bool keepChoice)
 {
+    // A new index arriving while the user moves through the results keeps the one chosen.
+    const std::optional<SearchItem> chosen = keepChoice ? currentItem() : std::nullopt;
     m_results->clear();
     const QString query = m_line->text();
     const std::shared_ptr<SearchIndex> index = m_source.index();
@@ -241,6 +243,19 @@ void SearchPopupView::runQuery()
         return;
     }
     m_status->hide();
+    if (chosen) {
+        for (int row = 0; row < m_results->count(); ++row) {
+            const QVariant data = m_results->item(row)->data(itemRole);
+            if (!data.isValid())
+                continue;
+            const SearchItem item = data.value<SearchItem>();
+            if (item.kind == chosen->kind && item.itemId == chosen->itemId && item.projectId == chosen->projectId
+                && item.taskListId == chosen->taskListId && item.text == chosen->text) {
+                m_results->setCurrentRow(row);
+                return;
+            }
+        }
+    }
     moveCurrent(1);
 }
 

@@ -36,7 +36,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void runQuery();
+    // keepChoice: the result chosen stays chosen if it is still there.
+    void runQuery(bool keepChoice);
     void moveCurrent(int step);
     void activateCurrent();
     void place();

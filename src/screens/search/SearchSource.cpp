@@ -49,6 +49,14 @@ QList<SearchItem> SearchSource::taskItems(
     const TasksApplicationFactory::Applications& apps, const QUuid& userId, const Range& range)
 {
     QList<SearchItem> items;
+    // Every task in one read where the store can, grouped by list.
+    std::optional<QHash<QUuid, QList<TaskEntity>>> allTasks;
+    const ResultEntity everyTask = apps.tasks.taskRepository->listAll();
+    if (const auto* tasks = everyTask.result ? everyTask.dataAs<QList<TaskEntity>>() : nullptr) {
+        allTasks.emplace();
+        for (const TaskEntity& task : *tasks)
+            (*allTasks)[task.talId].append(task);
+    }
     for (const ProjectEntity& project : listed<ProjectEntity>(apps.projects.list(userId))) {
         items.append({.kind = SearchKind::project,
             .text = project.prjName,
@@ -61,7 +69,8 @@ QList<SearchItem> SearchSource::taskItems(
                 .projectId = project.prjId,
                 .taskListId = list.talId});
             const QString where = joined(project.prjName, list.talName);
-            for (const TaskEntity& task : listed<TaskEntity>(apps.tasks.list(list.talId))) {
+            for (const TaskEntity& task :
+                allTasks ? allTasks->value(list.talId) : listed<TaskEntity>(apps.tasks.list(list.talId))) {
                 items.append({.kind = SearchKind::task,
                     .text = task.tasTitle,
                     .context = where,

@@ -71,3 +71,11 @@ TaskResultEntity LocalTaskRepositoryImpl::list(const QUuid& taskListId)
     return LocalStore::listWhere<TaskRealmModel>(
         database.configuration, QStringLiteral("talId"), RealmValue::fromUuid(taskListId));
 }
+
+TaskResultEntity LocalTaskRepositoryImpl::listAll()
+{
+    return LocalStore::withDatabase(database.configuration, [](RealmDatabase& database) {
+        return TaskResultEntity::success(
+            LocalStore::entitiesOf(RealmTable<TaskRealmModel>(database).objects(QStringLiteral("1"), {})));
+    });
+}
