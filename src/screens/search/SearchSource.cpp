@@ -57,6 +57,13 @@ QList<SearchItem> SearchSource::taskItems(
         for (const TaskEntity& task : *tasks)
             (*allTasks)[task.talId].append(task);
     }
+    std::optional<QHash<QUuid, QList<BitacoraEntryEntity>>> allEntries;
+    const ResultEntity everyEntry = apps.bitacora.bitacoraRepository->listAll();
+    if (const auto* entries = everyEntry.result ? everyEntry.dataAs<QList<BitacoraEntryEntity>>() : nullptr) {
+        allEntries.emplace();
+        for (const BitacoraEntryEntity& entry : *entries)
+            (*allEntries)[entry.prjId].append(entry);
+    }
     for (const ProjectEntity& project : listed<ProjectEntity>(apps.projects.list(userId))) {
         items.append({.kind = SearchKind::project,
             .text = project.prjName,
@@ -79,7 +86,9 @@ QList<SearchItem> SearchSource::taskItems(
                     .itemId = task.tasId});
             }
         }
-        for (const BitacoraEntryEntity& entry : listed<BitacoraEntryEntity>(apps.bitacora.list(project.prjId))) {
+        for (const BitacoraEntryEntity& entry : allEntries
+                ? allEntries->value(project.prjId)
+                : listed<BitacoraEntryEntity>(apps.bitacora.list(project.prjId))) {
             if (entry.bteContent.trimmed().isEmpty())
                 continue;
             items.append({.kind = SearchKind::logbook,
