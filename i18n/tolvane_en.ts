@@ -787,6 +787,10 @@
         <source>Quit</source>
         <translation>Quit</translation>
     </message>
+    <message id="menu-search">
+        <source>Search…</source>
+        <translation>Search…</translation>
+    </message>
     <message id="menu-view">
         <source>&amp;View</source>
         <translation>&amp;View</translation>
@@ -1122,6 +1126,46 @@
     <message id="schedule-undo-button">
         <source>Undo</source>
         <translation>Undo</translation>
+    </message>
+    <message id="search-group-daily-tasks">
+        <source>Daily tasks</source>
+        <translation>Daily tasks</translation>
+    </message>
+    <message id="search-group-lists">
+        <source>Lists</source>
+        <translation>Lists</translation>
+    </message>
+    <message id="search-group-logbook">
+        <source>Logbook</source>
+        <translation>Logbook</translation>
+    </message>
+    <message id="search-group-meets">
+        <source>Meets</source>
+        <translation>Meets</translation>
+    </message>
+    <message id="search-group-projects">
+        <source>Projects</source>
+        <translation>Projects</translation>
+    </message>
+    <message id="search-group-tasks">
+        <source>Tasks</source>
+        <translation>Tasks</translation>
+    </message>
+    <message id="search-hint">
+        <source>Type to search</source>
+        <translation>Type to search</translation>
+    </message>
+    <message id="search-loading">
+        <source>Loading…</source>
+        <translation>Loading…</translation>
+    </message>
+    <message id="search-nothing-found">
+        <source>Nothing found</source>
+        <translation>Nothing found</translation>
+    </message>
+    <message id="search-placeholder">
+        <source>Search projects, tasks, logbook, meets…</source>
+        <translation>Search projects, tasks, logbook, meets…</translation>
     </message>
     <message id="sidebar-agenda-link">
         <source>Schedule</source>

@@ -787,6 +787,10 @@
         <source>Quit</source>
         <translation>Salir</translation>
     </message>
+    <message id="menu-search">
+        <source>Search…</source>
+        <translation>Buscar…</translation>
+    </message>
     <message id="menu-view">
         <source>&amp;View</source>
         <translation>&amp;Ver</translation>
@@ -1122,6 +1126,46 @@
     <message id="schedule-undo-button">
         <source>Undo</source>
         <translation>Deshacer</translation>
+    </message>
+    <message id="search-group-daily-tasks">
+        <source>Daily tasks</source>
+        <translation>Tareas del día</translation>
+    </message>
+    <message id="search-group-lists">
+        <source>Lists</source>
+        <translation>Listas</translation>
+    </message>
+    <message id="search-group-logbook">
+        <source>Logbook</source>
+        <translation>Bitácora</translation>
+    </message>
+    <message id="search-group-meets">
+        <source>Meets</source>
+        <translation>Reuniones</translation>
+    </message>
+    <message id="search-group-projects">
+        <source>Projects</source>
+        <translation>Proyectos</translation>
+    </message>
+    <message id="search-group-tasks">
+        <source>Tasks</source>
+        <translation>Tareas</translation>
+    </message>
+    <message id="search-hint">
+        <source>Type to search</source>
+        <translation>Escribe para buscar</translation>
+    </message>
+    <message id="search-loading">
+        <source>Loading…</source>
+        <translation>Cargando…</translation>
+    </message>
+    <message id="search-nothing-found">
+        <source>Nothing found</source>
+        <translation>No se encontró nada</translation>
+    </message>
+    <message id="search-placeholder">
+        <source>Search projects, tasks, logbook, meets…</source>
+        <translation>Busca proyectos, tareas, bitácora, reuniones…</translation>
     </message>
     <message id="sidebar-agenda-link">
         <source>Schedule</source>

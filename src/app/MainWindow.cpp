@@ -7,12 +7,15 @@
 #include "screens/projects/ProjectsView.h"
 #include "screens/quickadd/QuickAddView.h"
 #include "screens/schedule/DailyEventsView.h"
+#include "screens/search/SearchPopupView.h"
+#include "screens/search/SearchSource.h"
 #include "screens/settings/UserSettingsView.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QStatusBar>
@@ -36,6 +39,7 @@ QWidget* comingWorkspace(SidebarItemEnum item, QWidget* parent)
 MainWindow::MainWindow(const AppServices& services, QWidget* parent)
     : QMainWindow(parent)
     , m_services(services)
+    , m_searchSource(new SearchSource(services, this))
 {
     setWindowTitle(QStringLiteral("Tolvane"));
     // Small laptop screens and tiled halves: the panes fold and scroll below this.
@@ -82,6 +86,14 @@ MainWindow::MainWindow(const AppServices& services, QWidget* parent)
         QAction* go = view->addAction(SidebarItem::label(item), this, [this, item] { m_contentView->select(item); });
         go->setShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_0 + number++)));
     }
+    view->addSeparator();
+    //% "Search…"
+    QAction* search = view->addAction(qtTrId("menu-search"), this, &MainWindow::openSearch);
+    search->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_K));
+    search->setObjectName(QStringLiteral("searchAction"));
+    // Text fields take Ctrl+K for themselves (delete to the end of the line); in this window it
+    // opens search wherever the focus is.
+    qApp->installEventFilter(this);
 
     services.notificationCenter().addObserver(
         NotificationName::showUserSettings, this, [this](const QVariant&) { showUserSettings(); });
@@ -145,4 +157,53 @@ void MainWindow::showQuickAdd()
     m_quickAdd->show();
     m_quickAdd->raise();
     m_quickAdd->activateWindow();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        auto* widget = qobject_cast<QWidget*>(watched);
+        if (key->key() == Qt::Key_K && key->modifiers() == Qt::ControlModifier && widget && widget->window() == this) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::openSearch()
+{
+    if (!m_search) {
+        m_search = new SearchPopupView(*m_searchSource, this);
+        connect(m_search, &SearchPopupView::itemActivated, this, &MainWindow::openSearchResult);
+    }
+    m_search->open();
+}
+
+void MainWindow::openSearchResult(const SearchItem& item)
+{
+    switch (item.kind) {
+    case SearchKind::project:
+    case SearchKind::taskList:
+    case SearchKind::task:
+        m_contentView->select(SidebarItemEnum::projects);
+        if (auto* projects = qobject_cast<ProjectsView*>(m_contentView->screen(SidebarItemEnum::projects)))
+            projects->reveal(item.projectId, item.taskListId, item.itemId);
+        return;
+    case SearchKind::dailyTask:
+        // As a day asked for on the command line.
+        m_contentView->openDate(item.date.toLocalTime().date());
+        return;
+    case SearchKind::meet:
+        // As an opened alarm: the schedule on its day with the meet open.
+        m_services.notificationCenter().post(NotificationName::openMeetFromAlarm,
+            QVariant::fromValue(MeetAlarmNavigationPayload {item.text, item.date}));
+        return;
+    case SearchKind::logbook:
+        m_contentView->select(SidebarItemEnum::bitacora);
+        if (auto* logbook = qobject_cast<BitacoraView*>(m_contentView->screen(SidebarItemEnum::bitacora)))
+            logbook->reveal(item.date, item.projectId);
+        return;
+    }
 }

@@ -6,6 +6,9 @@
 class AppServices;
 class ContentView;
 class QuickAddView;
+class SearchPopupView;
+class SearchSource;
+struct SearchItem;
 class UserSettingsView;
 
 // The one window: the content view, the menus and their shortcuts; its size and place are
@@ -19,9 +22,16 @@ public:
     ContentView* contentView() const { return m_contentView; }
     // Shows the window (closed, minimised or behind others) and gives it the focus.
     void bringToFront();
+    // Search over everything, floating over the window (Ctrl+K).
+    void openSearch();
+    SearchPopupView* searchPopup() const { return m_search; }
+    // Opens what search found where it lives: the projects workspace, the schedule on its day,
+    // the logbook on its day.
+    void openSearchResult(const SearchItem& item);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void showConsole();
@@ -33,4 +43,6 @@ private:
     ContentView* m_contentView;
     QPointer<UserSettingsView> m_settings;
     QPointer<QuickAddView> m_quickAdd;
+    SearchSource* m_searchSource;
+    SearchPopupView* m_search = nullptr;
 };

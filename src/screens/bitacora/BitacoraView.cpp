@@ -16,6 +16,8 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QStackedWidget>
+#include <QTextEdit>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -529,4 +531,30 @@ void BitacoraView::render()
     m_emptyState->setVisible(!m_isLoading && m_projects.isEmpty() && m_controller);
     if (!m_errorMessage)
         m_errorLabel->hide();
+}
+
+void BitacoraView::reveal(const QDateTime& date, const QUuid& projectId)
+{
+    m_revealing = std::pair(date.toLocalTime().date(), projectId);
+    connect(this, &BitacoraView::loaded, this, &BitacoraView::revealPendingRow, Qt::UniqueConnection);
+    if (date.toLocalTime().date() != m_selectedDate.toLocalTime().date())
+        setSelectedDate(date);
+    else if (m_controller && !m_isLoading)
+        revealPendingRow();
+}
+
+void BitacoraView::revealPendingRow()
+{
+    if (!m_revealing || m_revealing->first != m_selectedDate.toLocalTime().date())
+        return;
+    const QUuid projectId = m_revealing->second;
+    m_revealing.reset();
+    BitacoraProjectRowView* row = rowFor(projectId);
+    if (!row)
+        return;
+    m_revealedProjectId = projectId;
+    if (auto* editor = row->findChild<QTextEdit*>())
+        editor->setFocus(Qt::OtherFocusReason);
+    // New rows have their places once the layout has run.
+    QTimer::singleShot(0, row, [this, row] { m_scroll->ensureWidgetVisible(row); });
 }

@@ -46,6 +46,10 @@ public:
 
     const QDateTime& selectedDate() const { return m_selectedDate; }
     void setSelectedDate(const QDateTime& date);
+    // Shows the day of date with the project's row in view and focused, once the day is loaded.
+    void reveal(const QDateTime& date, const QUuid& projectId);
+    // The project whose row was last brought into view that way.
+    QUuid revealedProjectId() const { return m_revealedProjectId; }
     bool isLoading() const { return m_isLoading; }
     bool isLoggedIn() const { return m_isLoggedIn; }
     const QList<ProjectEntity>& projects() const { return m_projects; }
@@ -84,6 +88,7 @@ private:
     void setErrorMessage(std::optional<QString> message);
     void showDayPicker();
     void render();
+    void revealPendingRow();
 
     const AppServices& m_services;
     Environment m_environment;
@@ -107,6 +112,8 @@ private:
     std::function<void()> m_afterRowsSettled;
     // The error line says that a failed save keeps the day on screen.
     bool m_keepsDayForUnsavedText = false;
+    std::optional<std::pair<QDate, QUuid>> m_revealing;
+    QUuid m_revealedProjectId;
 
     QStackedWidget* m_pages;
     QWidget* m_header;

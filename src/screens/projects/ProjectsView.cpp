@@ -177,7 +177,8 @@ void ProjectsView::reload()
             render();
             if (loaded.failure)
                 showFailure(*loaded.failure);
-            reloadDetail();
+            if (!revealPending())
+                reloadDetail();
         });
 }
 
@@ -425,4 +426,55 @@ void ProjectsView::connectActions()
     connect(m_taskActions, &TaskActions::addTask, this, [this](const TaskListEntity& list, const QString& title) {
         m_tasks->add(list, title, answering(m_detail->addRow()));
     });
+}
+
+void ProjectsView::reveal(const QUuid& projectId, const QUuid& taskListId, const QUuid& taskId)
+{
+    m_revealing = Revealing {projectId, taskListId, taskId};
+    if (m_projects && !m_isLoading)
+        revealPending();
+}
+
+bool ProjectsView::revealPending()
+{
+    if (!m_revealing)
+        return false;
+    const Revealing wanted = *m_revealing;
+    for (const ProjectWithListsEntity& item : std::as_const(m_workspace)) {
+        if (item.project.prjId != wanted.projectId)
+            continue;
+        m_revealing.reset();
+        m_expandedProjectIds.insert(item.project.prjId);
+        render();
+        if (wanted.taskListId.isNull()) {
+            selectProject(item.project);
+            return true;
+        }
+        for (const TaskListEntity& list : item.lists) {
+            if (list.talId != wanted.taskListId)
+                continue;
+            if (!wanted.taskId.isNull()) {
+                // The next load of the detail is this list's.
+                connect(
+                    this, &ProjectsView::loaded, m_detail,
+                    [this, wanted] {
+                        if (m_selectedTaskList && m_selectedTaskList->talId == wanted.taskListId)
+                            m_detail->highlightTask(wanted.taskId);
+                    },
+                    Qt::SingleShotConnection);
+            }
+            selectList(list, item.project);
+            return true;
+        }
+        selectProject(item.project);
+        return true;
+    }
+    // Made since the workspace was read: read it again, once.
+    if (!wanted.reloaded && m_projects) {
+        m_revealing->reloaded = true;
+        reload();
+        return true;
+    }
+    m_revealing.reset();
+    return false;
 }

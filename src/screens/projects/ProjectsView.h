@@ -29,6 +29,10 @@ public:
     bool isLoggedIn() const { return m_isLoggedIn; }
     // Reads everything again, after a change made elsewhere (a quick add).
     void reload();
+    // Shows a project's overview, or a list with taskId (if any) in view and marked, once the
+    // workspace has loaded.
+    void reveal(const QUuid& projectId, const QUuid& taskListId = {}, const QUuid& taskId = {});
+    TasksDetailPaneView* detailPane() const { return m_detail; }
 
 Q_SIGNALS:
     // After every load, for tests and for the start-up benchmark.
@@ -51,6 +55,8 @@ private:
     void deleteList(const TaskListEntity& taskList);
     void deleteCompleted(const QList<TaskEntity>& tasks);
     void connectActions();
+    // Acts on m_revealing; false when it waits for a load.
+    bool revealPending();
 
     const AppServices& m_services;
     std::unique_ptr<ProjectsController> m_projects;
@@ -76,4 +82,12 @@ private:
     QUuid m_deletingListId;
     QUuid m_userId;
     bool m_isLoggedIn = false;
+    struct Revealing {
+        QUuid projectId;
+        QUuid taskListId;
+        QUuid taskId;
+        // Whether the workspace was read again to find it.
+        bool reloaded = false;
+    };
+    std::optional<Revealing> m_revealing;
 };

@@ -7,6 +7,7 @@
 #include "screens/projects/TaskActions.h"
 #include "screens/projects/TaskEisenhowerMatrixView.h"
 #include "screens/projects/TaskListContentView.h"
+#include "screens/projects/TaskRowView.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -15,6 +16,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -230,4 +232,43 @@ void TasksDetailPaneView::setBody(QWidget* body)
         old->deleteLater();
     m_scroll->setWidget(body);
     m_scroll->verticalScrollBar()->setValue(scrolled);
+}
+
+void TasksDetailPaneView::highlightTask(const QUuid& taskId)
+{
+    const auto task = std::find_if(
+        m_tasks.cbegin(), m_tasks.cend(), [&taskId](const TaskEntity& each) { return each.tasId == taskId; });
+    if (m_selection != ProjectsDetailSelectionEnum::list || task == m_tasks.cend())
+        return;
+    if (m_viewMode != TaskListViewModeEnum::tasks)
+        setTaskListViewMode(TaskListViewModeEnum::tasks);
+    if (task->tasIsDone && !m_isCompletedExpanded) {
+        m_isCompletedExpanded = true;
+        rebuildList();
+    }
+    for (TaskRowView* row : m_listContent->findChildren<TaskRowView*>()) {
+        if (row->task().tasId != taskId)
+            continue;
+        // Rows being replaced linger, hidden, until deleted.
+        bool replaced = false;
+        for (QWidget* part = row; part && part != m_listContent; part = part->parentWidget())
+            replaced = replaced || (part->isHidden() && part->testAttribute(Qt::WA_WState_ExplicitShowHide));
+        if (replaced)
+            continue;
+        row->setAutoFillBackground(true);
+        QPalette marked = row->palette();
+        marked.setColor(QPalette::Window, palette().color(QPalette::Highlight).lighter(170));
+        row->setPalette(marked);
+        m_highlightedRow = row;
+        row->setFocus(Qt::OtherFocusReason);
+        // New rows have their places once the layout has run.
+        QTimer::singleShot(0, row, [this, row] { m_listScroll->ensureWidgetVisible(row, 0, row->height()); });
+        return;
+    }
+}
+
+QUuid TasksDetailPaneView::highlightedTaskId() const
+{
+    const auto* row = qobject_cast<const TaskRowView*>(m_highlightedRow.data());
+    return row ? row->task().tasId : QUuid();
 }

@@ -2,6 +2,7 @@
 
 #include "screens/projects/ProjectsWorkspaceEntities.h"
 
+#include <QPointer>
 #include <QSet>
 #include <QWidget>
 
@@ -30,6 +31,10 @@ public:
     void showList(const TaskListEntity& taskList, const QList<TaskEntity>& tasks);
     // The add row of the list shown as a list; null for the matrix, an overview or nothing.
     InlineAddRowView* addRow() const;
+    // Brings the shown list's task into view (as a list, its completed tasks unfolded if it is
+    // done), marks it and gives it the focus; the mark goes with the next change of the tasks.
+    void highlightTask(const QUuid& taskId);
+    QUuid highlightedTaskId() const;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -66,4 +71,5 @@ private:
     // The list, kept while its tasks change.
     QScrollArea* m_listScroll;
     TaskListContentView* m_listContent;
+    QPointer<QWidget> m_highlightedRow;
 };

@@ -18,4 +18,10 @@ public:
     virtual TaskResultEntity find(const QUuid& entryId) = 0;
     // data: QList<BitacoraEntryEntity>, the project's entries in the store's own order.
     virtual TaskResultEntity list(const QUuid& projectId) = 0;
+    // data: QList<BitacoraEntryEntity>, every project's entries in one read, for a store that
+    // can do that much faster than project by project; the others fail, and are read per project.
+    virtual TaskResultEntity listAll()
+    {
+        return TaskResultEntity::infrastructureFailure(QStringLiteral("read project by project"));
+    }
 };

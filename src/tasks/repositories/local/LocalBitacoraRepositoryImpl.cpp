@@ -36,3 +36,11 @@ TaskResultEntity LocalBitacoraRepositoryImpl::list(const QUuid& projectId)
     return LocalStore::listWhere<BitacoraEntryRealmModel>(
         database.configuration, QStringLiteral("prjId"), RealmValue::fromUuid(projectId));
 }
+
+TaskResultEntity LocalBitacoraRepositoryImpl::listAll()
+{
+    return LocalStore::withDatabase(database.configuration, [](RealmDatabase& database) {
+        return TaskResultEntity::success(
+            LocalStore::entitiesOf(RealmTable<BitacoraEntryRealmModel>(database).objects(QStringLiteral("1"), {})));
+    });
+}

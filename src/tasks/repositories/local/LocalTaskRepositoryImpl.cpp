@@ -76,3 +76,11 @@ TaskResultEntity LocalTaskRepositoryImpl::listOfLists(const QList<QUuid>& taskLi
 {
     return LocalStore::listWhereIn<TaskRealmModel>(database.configuration, QStringLiteral("talId"), taskListIds);
 }
+
+TaskResultEntity LocalTaskRepositoryImpl::listAll()
+{
+    return LocalStore::withDatabase(database.configuration, [](RealmDatabase& database) {
+        return TaskResultEntity::success(
+            LocalStore::entitiesOf(RealmTable<TaskRealmModel>(database).objects(QStringLiteral("1"), {})));
+    });
+}
