@@ -2,6 +2,19 @@
 
 #include "tasks/domain/TaskDomain.h"
 
+namespace {
+
+template <typename Work>
+TaskResultEntity recordedTasks(
+    const TasksApplication& app, TaskChangeVerbEnum verb, const QList<QUuid>& ids, Work&& work)
+{
+    return TaskChanges::recorded<TaskEntity>(
+        app.recorder, verb, ids, [&](const QUuid& id) { return app.taskRepository->find(id); },
+        std::forward<Work>(work));
+}
+
+} // namespace
+
 TasksApplication::TasksApplication(
     std::shared_ptr<TaskRepository> taskRepository, std::shared_ptr<TaskListRepository> taskListRepository)
     : taskRepository(std::move(taskRepository))
@@ -18,39 +31,53 @@ TaskResultEntity TasksApplication::create(const TaskEntity& task) const
     if (TaskResultEntity parent = TaskDomain::parentTaskListExists(taskList ? std::optional(*taskList) : std::nullopt);
         !parent.result)
         return parent;
-    return taskRepository->create(task);
+    return recordedTasks(*this, TaskChangeVerbEnum::add, {task.tasId}, [&] { return taskRepository->create(task); });
 }
 
 TaskResultEntity TasksApplication::rename(const TaskEntity& task) const
 {
     if (TaskResultEntity valid = TaskDomain::validateTitle(task); !valid.result)
         return valid;
-    return taskRepository->update(task);
+    return recordedTasks(*this, TaskChangeVerbEnum::edit, {task.tasId}, [&] { return taskRepository->update(task); });
 }
 
 TaskResultEntity TasksApplication::markDone(const QUuid& taskId) const
 {
-    return taskRepository->markDone(taskId);
+    return recordedTasks(
+        *this, TaskChangeVerbEnum::complete, {taskId}, [&] { return taskRepository->markDone(taskId); });
 }
 
 TaskResultEntity TasksApplication::markNotDone(const QUuid& taskId) const
 {
-    return taskRepository->markNotDone(taskId);
+    return recordedTasks(
+        *this, TaskChangeVerbEnum::reopen, {taskId}, [&] { return taskRepository->markNotDone(taskId); });
 }
 
 TaskResultEntity TasksApplication::setTag(const QUuid& taskId, std::optional<EisenhowerTagEnum> tag) const
 {
-    return taskRepository->setTag(taskId, tag);
+    return recordedTasks(
+        *this, TaskChangeVerbEnum::setTag, {taskId}, [&] { return taskRepository->setTag(taskId, tag); });
 }
 
 TaskResultEntity TasksApplication::delete_(const QUuid& taskId) const
 {
-    return taskRepository->delete_(taskId);
+    return recordedTasks(*this, TaskChangeVerbEnum::delete_, {taskId}, [&] { return taskRepository->delete_(taskId); });
 }
 
 TaskResultEntity TasksApplication::deleteCompleted(const QUuid& taskListId) const
 {
-    return taskRepository->deleteCompleted(taskListId);
+    QList<QUuid> completed;
+    if (recorder) {
+        const TaskResultEntity listed = taskRepository->list(taskListId);
+        if (const auto* tasks = listed.result ? listed.dataAs<QList<TaskEntity>>() : nullptr) {
+            for (const TaskEntity& task : *tasks) {
+                if (task.tasIsDone)
+                    completed.append(task.tasId);
+            }
+        }
+    }
+    return recordedTasks(*this, TaskChangeVerbEnum::deleteCompleted, completed,
+        [&] { return taskRepository->deleteCompleted(taskListId); });
 }
 
 TaskResultEntity TasksApplication::find(const QUuid& taskId) const

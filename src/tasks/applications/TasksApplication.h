@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tasks/applications/TaskChangeRecorder.h"
 #include "tasks/repositories/TaskListRepository.h"
 #include "tasks/repositories/TaskRepository.h"
 
@@ -24,4 +25,6 @@ public:
 
     std::shared_ptr<TaskRepository> taskRepository;
     std::shared_ptr<TaskListRepository> taskListRepository;
+    // Hears each change completed here; none while a change is being undone.
+    std::shared_ptr<TaskChangeRecorder> recorder;
 };

@@ -5,11 +5,13 @@
 CreateTaskRequestDTO CreateTaskRequestDTO::fromJson(const QJsonValue& json)
 {
     const JSONObjectReader reader(json);
-    reader.refuseOtherKeys({QLatin1String("prjId"), QLatin1String("talId"), QLatin1String("tasTitle"),
-        QLatin1String("tasDueDate"), QLatin1String("tasEisenhowerTag")});
-    return {reader.string(QLatin1String("prjId")), reader.string(QLatin1String("talId")),
+    reader.refuseOtherKeys({QLatin1String("tasId"), QLatin1String("prjId"), QLatin1String("talId"),
+        QLatin1String("tasTitle"), QLatin1String("tasDueDate"), QLatin1String("tasEisenhowerTag")});
+    CreateTaskRequestDTO request {reader.string(QLatin1String("prjId")), reader.string(QLatin1String("talId")),
         reader.string(QLatin1String("tasTitle")), reader.optionalDate(QLatin1String("tasDueDate")),
         reader.optionalString(QLatin1String("tasEisenhowerTag"))};
+    request.tasId = reader.optionalString(QLatin1String("tasId"));
+    return request;
 }
 
 void CreateTaskRequestDTO::writeJson(JSONWriter& out) const
@@ -21,6 +23,8 @@ void CreateTaskRequestDTO::writeJson(JSONWriter& out) const
         out.key("tasDueDate").date(*tasDueDate);
     if (tasEisenhowerTag)
         out.key("tasEisenhowerTag").string(*tasEisenhowerTag);
+    if (tasId)
+        out.key("tasId").string(*tasId);
     out.key("tasTitle").string(tasTitle);
     out.endObject();
 }

@@ -8,15 +8,17 @@
 
 #include <optional>
 
-// The body of POST /v0/tasks. A new task is never done and gets its tasId from the backend, so
-// neither travels. The optional keys are left out when they have no value; the tag is its API
-// string ("urgent_important", ...).
+// The body of POST /v0/tasks. A new task is never done, so that does not travel. The optional keys are left out when
+// they have no value; the tag is its API string ("urgent_important", ...).
 struct CreateTaskRequestDTO {
     QString prjId;
     QString talId;
     QString tasTitle;
     std::optional<QDateTime> tasDueDate;
     std::optional<QString> tasEisenhowerTag;
+    // The identifier the client chose (an undone delete brings the task back under its old one);
+    // empty: the backend chooses.
+    std::optional<QString> tasId;
 
     // The server's reading: strict, a key it does not know is an error; throws DecodingError.
     static CreateTaskRequestDTO fromJson(const QJsonValue& json);

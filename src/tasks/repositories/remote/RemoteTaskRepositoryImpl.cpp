@@ -38,8 +38,11 @@ std::optional<QString> apiTag(const TaskEntity& task)
 
 CreateTaskRequestDTO createRequest(const TaskEntity& task)
 {
-    return {JSONCoding::encodeUUID(task.prjId), JSONCoding::encodeUUID(task.talId), task.tasTitle, task.tasDueDate,
-        apiTag(task)};
+    CreateTaskRequestDTO request {JSONCoding::encodeUUID(task.prjId), JSONCoding::encodeUUID(task.talId), task.tasTitle,
+        task.tasDueDate, apiTag(task)};
+    // Under the entity's own identifier, so that both sides and an undone delete agree on it.
+    request.tasId = JSONCoding::encodeUUID(task.tasId);
+    return request;
 }
 
 UpdateTaskRequestDTO updateRequest(const TaskEntity& task)
