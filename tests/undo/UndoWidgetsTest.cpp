@@ -331,7 +331,11 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(
             editAction(QStringLiteral("undoAction"))->text(), u"Undo delete project 'Work'", 10000);
         QTRY_COMPARE(waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(), u"Deleted project 'Work'");
+        QTRY_VERIFY(!history().isBusy());
+        QSignalSpy finished(&history(), &UndoHistory::finished);
         press(Qt::CTRL | Qt::Key_Z);
+        QVERIFY(!finished.isEmpty() || finished.wait(10000));
+        QCOMPARE(finished.constFirst().at(1).toString(), QString());
         QTRY_COMPARE_WITH_TIMEOUT(
             foundEntity<ProjectEntity>(elsewhere().projects.projectRepository->find(work.prjId)), work, 10000);
         waitFor(QStringLiteral("project:Work"));
