@@ -1,5 +1,7 @@
 #include "undo/TasksRestore.h"
 
+#include "transfer/LocalTasksStores.h"
+
 #include <QHash>
 
 namespace {
@@ -33,6 +35,29 @@ bool stillAsExpected(const QList<Entity>& expected, const QList<Entity>& target,
             return false;
     }
     return true;
+}
+
+// The tasks of the lists that expected and target name, by id: one read per list rather than one
+// per task (a list brought back with its tasks checks them all at once).
+QHash<QUuid, TaskEntity> currentTasks(
+    const Applications& apps, const QList<TaskEntity>& expected, const QList<TaskEntity>& target)
+{
+    QList<QUuid> listIds;
+    for (const QList<TaskEntity>* side : {&expected, &target}) {
+        for (const TaskEntity& task : *side) {
+            if (!listIds.contains(task.talId))
+                listIds.append(task.talId);
+        }
+    }
+    QHash<QUuid, TaskEntity> current;
+    for (const QUuid& listId : listIds) {
+        const TaskResultEntity listed = apps.tasks.list(listId);
+        if (const auto* tasks = listed.result ? listed.dataAs<QList<TaskEntity>>() : nullptr) {
+            for (const TaskEntity& task : *tasks)
+                current.insert(task.tasId, task);
+        }
+    }
+    return current;
 }
 
 TasksRestore::Outcome failed(const TaskResultEntity& result)
@@ -108,6 +133,37 @@ TaskResultEntity settleDailyTask(const Applications& apps, const DailyTaskEntity
     return TaskResultEntity::success();
 }
 
+// Writes back the entities that exist on both sides but differ.
+TasksRestore::Outcome rewrite(const Applications& apps, const QList<ProjectEntity>& projects,
+    const QList<TaskListEntity>& taskLists, const QList<TaskEntity>& tasks, const QList<DailyTaskEntity>& dailyTasks,
+    const QList<BitacoraEntryEntity>& entries)
+{
+    for (const ProjectEntity& project : projects) {
+        if (TaskResultEntity done = apps.projects.update(project); !done.result)
+            return failed(done);
+    }
+    for (const TaskListEntity& taskList : taskLists) {
+        if (TaskResultEntity done = apps.taskLists.update(taskList); !done.result)
+            return failed(done);
+    }
+    for (const TaskEntity& task : tasks) {
+        TaskResultEntity done = apps.tasks.rename(task);
+        if (done.result)
+            done = settleTask(apps, task);
+        if (!done.result)
+            return failed(done);
+    }
+    for (const DailyTaskEntity& dailyTask : dailyTasks) {
+        if (TaskResultEntity done = settleDailyTask(apps, dailyTask); !done.result)
+            return failed(done);
+    }
+    for (const BitacoraEntryEntity& entry : entries) {
+        if (TaskResultEntity done = apps.bitacora.update(entry, entry.bteUserId); !done.result)
+            return failed(done);
+    }
+    return {};
+}
+
 } // namespace
 
 TasksRestore::Outcome TasksRestore::apply(
@@ -117,7 +173,12 @@ TasksRestore::Outcome TasksRestore::apply(
                                [&](const QUuid& id) { return apps.projects.projectRepository->find(id); })
         && stillAsExpected(
             expected.taskLists, target.taskLists, [&](const QUuid& id) { return apps.taskLists.find(id); })
-        && stillAsExpected(expected.tasks, target.tasks, [&](const QUuid& id) { return apps.tasks.find(id); })
+        && stillAsExpected(expected.tasks, target.tasks,
+            [&, current = currentTasks(apps, expected.tasks, target.tasks)](const QUuid& id) {
+                const auto task = current.constFind(id);
+                return task == current.constEnd() ? TaskResultEntity::applicationFailure(QString())
+                                                  : TaskResultEntity::success(*task);
+            })
         && stillAsExpected(
             expected.dailyTasks, target.dailyTasks, [&](const QUuid& id) { return apps.dailyTasks.find(id); })
         && stillAsExpected(
@@ -153,32 +214,34 @@ TasksRestore::Outcome TasksRestore::apply(
             return failed(done);
     }
 
-    // Parents go first on the way back.
+    // Parents go first on the way back. Locally, what comes back whole (a list with its tasks)
+    // is written in one transaction per store: the records were valid when they were taken away.
+    const TasksRepositories repositories {apps.projects.projectRepository, apps.taskLists.taskListRepository,
+        apps.tasks.taskRepository, apps.dailyTasks.dailyTaskRepository, apps.bitacora.bitacoraRepository};
+    if (const std::optional<LocalTasksStores> stores = LocalTasksStores::of(repositories)) {
+        const TasksSnapshot created {
+            projects.created, taskLists.created, tasks.created, dailyTasks.created, entries.created};
+        if (created.itemCount() > 0) {
+            TransferControl control;
+            const ResultEntity written = stores->write(created, control, QString());
+            if (!written.result)
+                return failed(written);
+            if (written.dataAs<LocalTasksStores::Written>()->skipped > 0)
+                return {OutcomeEnum::changedElsewhere, {}};
+        }
+        return rewrite(
+            apps, projects.rewritten, taskLists.rewritten, tasks.rewritten, dailyTasks.rewritten, entries.rewritten);
+    }
     for (const ProjectEntity& project : projects.created) {
         if (TaskResultEntity done = apps.projects.create(project); !done.result)
-            return failed(done);
-    }
-    for (const ProjectEntity& project : projects.rewritten) {
-        if (TaskResultEntity done = apps.projects.update(project); !done.result)
             return failed(done);
     }
     for (const TaskListEntity& taskList : taskLists.created) {
         if (TaskResultEntity done = apps.taskLists.create(taskList); !done.result)
             return failed(done);
     }
-    for (const TaskListEntity& taskList : taskLists.rewritten) {
-        if (TaskResultEntity done = apps.taskLists.update(taskList); !done.result)
-            return failed(done);
-    }
     for (const TaskEntity& task : tasks.created) {
         TaskResultEntity done = apps.tasks.create(task);
-        if (done.result)
-            done = settleTask(apps, task);
-        if (!done.result)
-            return failed(done);
-    }
-    for (const TaskEntity& task : tasks.rewritten) {
-        TaskResultEntity done = apps.tasks.rename(task);
         if (done.result)
             done = settleTask(apps, task);
         if (!done.result)
@@ -191,17 +254,10 @@ TasksRestore::Outcome TasksRestore::apply(
         if (!done.result)
             return failed(done);
     }
-    for (const DailyTaskEntity& dailyTask : dailyTasks.rewritten) {
-        if (TaskResultEntity done = settleDailyTask(apps, dailyTask); !done.result)
-            return failed(done);
-    }
     for (const BitacoraEntryEntity& entry : entries.created) {
         if (TaskResultEntity done = apps.bitacora.create(entry); !done.result)
             return failed(done);
     }
-    for (const BitacoraEntryEntity& entry : entries.rewritten) {
-        if (TaskResultEntity done = apps.bitacora.update(entry, entry.bteUserId); !done.result)
-            return failed(done);
-    }
-    return {};
+    return rewrite(
+        apps, projects.rewritten, taskLists.rewritten, tasks.rewritten, dailyTasks.rewritten, entries.rewritten);
 }
