@@ -97,7 +97,8 @@ private Q_SLOTS:
         QCOMPARE(wire.size(), 2);
         verifyRequest(wire.at(0), "POST", QStringLiteral("/v0/tasks"),
             QJsonObject {{QStringLiteral("prjId"), upper(m_project)}, {QStringLiteral("talId"), upper(m_list)},
-                {QStringLiteral("tasId"), upper(tagged.tasId)}, {QStringLiteral("tasTitle"), QStringLiteral("File taxes")},
+                {QStringLiteral("tasId"), upper(tagged.tasId)},
+                {QStringLiteral("tasTitle"), QStringLiteral("File taxes")},
                 {QStringLiteral("tasDueDate"), QStringLiteral("2026-11-21T09:00:00Z")},
                 {QStringLiteral("tasEisenhowerTag"), QStringLiteral("urgent_important")}});
         verifyRequest(wire.at(1), "POST", QStringLiteral("/v0/tasks"),
