@@ -57,7 +57,8 @@ UndoNoticeView::UndoNoticeView(UndoHistory& history, QWidget* parent)
             m_history.undo();
         hide();
     });
-    connect(&m_history, &UndoHistory::deleteRecorded, this, [this](const QString& notice) { showNotice(notice, true); });
+    connect(
+        &m_history, &UndoHistory::deleteRecorded, this, [this](const QString& notice) { showNotice(notice, true); });
     connect(&m_history, &UndoHistory::finished, this, [this](bool, const QString& message) {
         if (!message.isEmpty())
             showNotice(message, false);

@@ -100,12 +100,12 @@ void UndoHistory::record(const Applications& applications, const TasksChange& ch
 
 bool UndoHistory::canUndo() const
 {
-    return !m_busy && m_stack->canUndo();
+    return m_stack->canUndo();
 }
 
 bool UndoHistory::canRedo() const
 {
-    return !m_busy && m_stack->canRedo();
+    return m_stack->canRedo();
 }
 
 QString UndoHistory::undoText() const
@@ -125,6 +125,7 @@ int UndoHistory::count() const
 
 void UndoHistory::clear()
 {
+    m_waiting.clear();
     m_stack->clear();
     Q_EMIT changed();
 }
@@ -141,7 +142,11 @@ void UndoHistory::redo()
 
 void UndoHistory::step(bool backwards)
 {
-    if (m_busy || !(backwards ? m_stack->canUndo() : m_stack->canRedo()))
+    if (m_busy) {
+        m_waiting.append(backwards);
+        return;
+    }
+    if (!(backwards ? m_stack->canUndo() : m_stack->canRedo()))
         return;
     const int index = backwards ? m_stack->index() - 1 : m_stack->index();
     const auto* command = static_cast<const ChangeCommand*>(m_stack->command(index));
@@ -174,5 +179,9 @@ void UndoHistory::step(bool backwards)
             if (m_center && outcome.outcome != TasksRestore::OutcomeEnum::changedElsewhere)
                 m_center->post(NotificationName::tasksDidChange);
             Q_EMIT finished(backwards, message);
+            if (!message.isEmpty() || outcome.outcome != TasksRestore::OutcomeEnum::done)
+                m_waiting.clear();
+            else if (!m_waiting.isEmpty())
+                step(m_waiting.takeFirst());
         });
 }

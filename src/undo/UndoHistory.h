@@ -3,6 +3,7 @@
 #include "tasks/TasksApplicationFactory.h"
 #include "tasks/applications/TaskChangeRecorder.h"
 
+#include <QList>
 #include <QObject>
 #include <QString>
 
@@ -34,6 +35,7 @@ public:
     // Any thread; the change lands on the history's thread.
     void record(const TasksApplicationFactory::Applications& applications, const TasksChange& change);
 
+    // Whether there is a step to take; one asked for while another runs waits its turn.
     bool canUndo() const;
     bool canRedo() const;
     bool isBusy() const { return m_busy; }
@@ -62,6 +64,9 @@ private:
     QUndoStack* m_stack;
     NotificationCenter* m_center;
     bool m_busy = false;
+    // Steps asked for while one was running (Ctrl+Z pressed three times quickly), true for undo;
+    // taken in order, and dropped when one fails.
+    QList<bool> m_waiting;
 };
 
 namespace UndoText {

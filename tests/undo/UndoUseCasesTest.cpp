@@ -122,6 +122,31 @@ private Q_SLOTS:
         QCOMPARE(history().redoText(), u"delete logbook entry 'Sowed the beans'");
     }
 
+    void shouldTakeInTurnTheStepsAskedForWhileOneRuns()
+    {
+        const auto apps = recording();
+        QList<ProjectEntity> projects;
+        for (const QString& name : {QStringLiteral("One"), QStringLiteral("Two"), QStringLiteral("Three")}) {
+            projects.append({.prjUserId = userId(), .prjName = name});
+            QVERIFY(apps.projects.create(projects.constLast()).result);
+        }
+        QVERIFY(waitForText(history(), QStringLiteral("add project 'Three'")));
+        QSignalSpy finished(&history(), &UndoHistory::finished);
+        // Three undos and a redo asked for at once, as quick key presses would.
+        history().undo();
+        history().undo();
+        history().undo();
+        history().redo();
+        QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 4, 15000);
+        for (const QList<QVariant>& outcome : std::as_const(finished))
+            QCOMPARE(outcome.at(1).toString(), QString());
+        const auto stores = elsewhere();
+        QCOMPARE(found<ProjectEntity>(stores.projects.projectRepository->find(projects.at(0).prjId)), projects.at(0));
+        QVERIFY(!stores.projects.projectRepository->find(projects.at(1).prjId).result);
+        QVERIFY(!stores.projects.projectRepository->find(projects.at(2).prjId).result);
+        QCOMPARE(history().undoText(), u"add project 'One'");
+    }
+
     void shouldForgetTheHistoryWhenTheAccountChanges()
     {
         const auto apps = recording();

@@ -11,6 +11,7 @@
 #include "platform/SecretServiceKeychain.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemSecureRandom.h"
+#include "undo/UndoHistory.h"
 
 AppServices::AppServices(Parts parts)
     : m_parts(std::move(parts))

@@ -13,7 +13,6 @@
 #include "screens/common/ErrorConsoleStore.h"
 #include "storage/RealmConfiguration.h"
 #include "tasks/TasksApplicationFactory.h"
-#include "undo/UndoHistory.h"
 
 #include <QUrl>
 
@@ -21,6 +20,7 @@
 #include <optional>
 
 class GIDSignIn;
+class UndoHistory;
 
 // What the screens build their applications from. The program composes one over the shared
 // instances (live()); tests compose one over temporary folders, the fake backend and a local
