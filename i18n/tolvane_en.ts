@@ -779,6 +779,10 @@
         <source>&amp;Day</source>
         <translation>&amp;Day</translation>
     </message>
+    <message id="menu-edit">
+        <source>&amp;Edit</source>
+        <translation>&amp;Edit</translation>
+    </message>
     <message id="menu-quick-add">
         <source>Quick add…</source>
         <translation>Quick add…</translation>
@@ -922,6 +926,10 @@
     <message id="quick-add-unknown-project">
         <source>The task “%1” was not added: you have no project named “%2”.</source>
         <translation>The task “%1” was not added: you have no project named “%2”.</translation>
+    </message>
+    <message id="redo-changed-elsewhere">
+        <source>Can't redo %1: it was changed elsewhere since. Nothing was changed.</source>
+        <translation>Can't redo %1: it was changed elsewhere since. Nothing was changed.</translation>
     </message>
     <message id="rituals-moved-many">
         <source>%1 daily tasks moved to today.</source>
@@ -1398,6 +1406,102 @@
     <message id="tasks-status-completed">
         <source>Completed</source>
         <translation>Completed</translation>
+    </message>
+    <message id="undo-action">
+        <source>%1 %2 '%3'</source>
+        <translation>%1 %2 '%3'</translation>
+    </message>
+    <message id="undo-changed-elsewhere">
+        <source>Can't undo %1: it was changed elsewhere since. Nothing was changed.</source>
+        <translation>Can't undo %1: it was changed elsewhere since. Nothing was changed.</translation>
+    </message>
+    <message id="undo-delete-completed">
+        <source>delete completed tasks (%1)</source>
+        <translation>delete completed tasks (%1)</translation>
+    </message>
+    <message id="undo-failed">
+        <source>Could not finish: %1</source>
+        <translation>Could not finish: %1</translation>
+    </message>
+    <message id="undo-menu-redo">
+        <source>Redo</source>
+        <translation>Redo</translation>
+    </message>
+    <message id="undo-menu-redo-action">
+        <source>Redo %1</source>
+        <translation>Redo %1</translation>
+    </message>
+    <message id="undo-menu-undo">
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message id="undo-menu-undo-action">
+        <source>Undo %1</source>
+        <translation>Undo %1</translation>
+    </message>
+    <message id="undo-notice-deleted">
+        <source>Deleted %1 '%2'</source>
+        <translation>Deleted %1 '%2'</translation>
+    </message>
+    <message id="undo-notice-deleted-completed">
+        <source>Deleted completed tasks (%1)</source>
+        <translation>Deleted completed tasks (%1)</translation>
+    </message>
+    <message id="undo-notice-undo">
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message id="undo-noun-bitacora-entry">
+        <source>logbook entry</source>
+        <translation>logbook entry</translation>
+    </message>
+    <message id="undo-noun-daily-task">
+        <source>daily task</source>
+        <translation>daily task</translation>
+    </message>
+    <message id="undo-noun-project">
+        <source>project</source>
+        <translation>project</translation>
+    </message>
+    <message id="undo-noun-task">
+        <source>task</source>
+        <translation>task</translation>
+    </message>
+    <message id="undo-noun-task-list">
+        <source>list</source>
+        <translation>list</translation>
+    </message>
+    <message id="undo-verb-add">
+        <source>add</source>
+        <translation>add</translation>
+    </message>
+    <message id="undo-verb-complete">
+        <source>complete</source>
+        <translation>complete</translation>
+    </message>
+    <message id="undo-verb-delete">
+        <source>delete</source>
+        <translation>delete</translation>
+    </message>
+    <message id="undo-verb-edit">
+        <source>edit</source>
+        <translation>edit</translation>
+    </message>
+    <message id="undo-verb-move">
+        <source>move</source>
+        <translation>move</translation>
+    </message>
+    <message id="undo-verb-reopen">
+        <source>reopen</source>
+        <translation>reopen</translation>
+    </message>
+    <message id="undo-verb-set-default">
+        <source>make default</source>
+        <translation>make default</translation>
+    </message>
+    <message id="undo-verb-set-tag">
+        <source>change quadrant of</source>
+        <translation>change quadrant of</translation>
     </message>
     <message id="user-settings-account-section-title">
         <source>My account</source>

@@ -779,6 +779,10 @@
         <source>&amp;Day</source>
         <translation>&amp;Día</translation>
     </message>
+    <message id="menu-edit">
+        <source>&amp;Edit</source>
+        <translation>&amp;Editar</translation>
+    </message>
     <message id="menu-quick-add">
         <source>Quick add…</source>
         <translation>Añadir rápido…</translation>
@@ -922,6 +926,10 @@
     <message id="quick-add-unknown-project">
         <source>The task “%1” was not added: you have no project named “%2”.</source>
         <translation>La tarea «%1» no se añadió: no tienes ningún proyecto llamado «%2».</translation>
+    </message>
+    <message id="redo-changed-elsewhere">
+        <source>Can't redo %1: it was changed elsewhere since. Nothing was changed.</source>
+        <translation>No se puede rehacer %1: se cambió en otro lugar desde entonces. No se ha cambiado nada.</translation>
     </message>
     <message id="rituals-moved-many">
         <source>%1 daily tasks moved to today.</source>
@@ -1398,6 +1406,102 @@
     <message id="tasks-status-completed">
         <source>Completed</source>
         <translation>Completadas</translation>
+    </message>
+    <message id="undo-action">
+        <source>%1 %2 '%3'</source>
+        <translation>%1 %2 '%3'</translation>
+    </message>
+    <message id="undo-changed-elsewhere">
+        <source>Can't undo %1: it was changed elsewhere since. Nothing was changed.</source>
+        <translation>No se puede deshacer %1: se cambió en otro lugar desde entonces. No se ha cambiado nada.</translation>
+    </message>
+    <message id="undo-delete-completed">
+        <source>delete completed tasks (%1)</source>
+        <translation>eliminar tareas completadas (%1)</translation>
+    </message>
+    <message id="undo-failed">
+        <source>Could not finish: %1</source>
+        <translation>No se pudo terminar: %1</translation>
+    </message>
+    <message id="undo-menu-redo">
+        <source>Redo</source>
+        <translation>Rehacer</translation>
+    </message>
+    <message id="undo-menu-redo-action">
+        <source>Redo %1</source>
+        <translation>Rehacer %1</translation>
+    </message>
+    <message id="undo-menu-undo">
+        <source>Undo</source>
+        <translation>Deshacer</translation>
+    </message>
+    <message id="undo-menu-undo-action">
+        <source>Undo %1</source>
+        <translation>Deshacer %1</translation>
+    </message>
+    <message id="undo-notice-deleted">
+        <source>Deleted %1 '%2'</source>
+        <translation>Eliminado: %1 '%2'</translation>
+    </message>
+    <message id="undo-notice-deleted-completed">
+        <source>Deleted completed tasks (%1)</source>
+        <translation>Eliminadas las tareas completadas (%1)</translation>
+    </message>
+    <message id="undo-notice-undo">
+        <source>Undo</source>
+        <translation>Deshacer</translation>
+    </message>
+    <message id="undo-noun-bitacora-entry">
+        <source>logbook entry</source>
+        <translation>entrada de la bitácora</translation>
+    </message>
+    <message id="undo-noun-daily-task">
+        <source>daily task</source>
+        <translation>tarea del día</translation>
+    </message>
+    <message id="undo-noun-project">
+        <source>project</source>
+        <translation>proyecto</translation>
+    </message>
+    <message id="undo-noun-task">
+        <source>task</source>
+        <translation>tarea</translation>
+    </message>
+    <message id="undo-noun-task-list">
+        <source>list</source>
+        <translation>lista</translation>
+    </message>
+    <message id="undo-verb-add">
+        <source>add</source>
+        <translation>añadir</translation>
+    </message>
+    <message id="undo-verb-complete">
+        <source>complete</source>
+        <translation>completar</translation>
+    </message>
+    <message id="undo-verb-delete">
+        <source>delete</source>
+        <translation>eliminar</translation>
+    </message>
+    <message id="undo-verb-edit">
+        <source>edit</source>
+        <translation>editar</translation>
+    </message>
+    <message id="undo-verb-move">
+        <source>move</source>
+        <translation>mover</translation>
+    </message>
+    <message id="undo-verb-reopen">
+        <source>reopen</source>
+        <translation>reabrir</translation>
+    </message>
+    <message id="undo-verb-set-default">
+        <source>make default</source>
+        <translation>hacer predeterminada</translation>
+    </message>
+    <message id="undo-verb-set-tag">
+        <source>change quadrant of</source>
+        <translation>cambiar el cuadrante de</translation>
     </message>
     <message id="user-settings-account-section-title">
         <source>My account</source>

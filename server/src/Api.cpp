@@ -201,6 +201,20 @@ void requireCaller(const Call& call, const std::string& owner)
         throw Refusal {400, "the record names another user"};
 }
 
+// The identifier a create asked for, or a new one. Identifiers are unique across users too, so
+// that a record brought back by an undo or a move between accounts is the same record everywhere:
+// one already in use, by anyone, is refused.
+std::string newId(
+    Call& call, const std::optional<QString>& requested, const char* table, const char* column, const char* key)
+{
+    if (!requested)
+        return call.db.exec1("SELECT gen_random_uuid()")[0].as<std::string>();
+    const std::string id = uuidField(*requested, key);
+    if (!call.db.exec_params(std::string("SELECT 1 FROM ") + table + " WHERE " + column + " = $1", id).empty())
+        throw Refusal {409, std::string("\"") + key + "\" is already in use"};
+    return id;
+}
+
 ApiResponse projects(Call& call)
 {
     const auto one = std::string("SELECT ") + projectColumns + " FROM projects WHERE user_id = $1 AND project_id = $2";
@@ -215,9 +229,10 @@ ApiResponse projects(Call& call)
         requireCaller(call, uuidField(request.prjUserId, "prjUserId"));
         const auto row = call.db.exec_params1(
             std::string("INSERT INTO projects (user_id, project_id, name, description, show_every_day) "
-                        "VALUES ($1, gen_random_uuid(), $2, $3, $4) RETURNING ")
+                        "VALUES ($1, $5::uuid, $2, $3, $4) RETURNING ")
                 + projectColumns,
-            call.user, name(request.prjName, "prjName"), str(request.prjDescription), request.prjShowEveryDay);
+            call.user, name(request.prjName, "prjName"), str(request.prjDescription), request.prjShowEveryDay,
+            newId(call, request.prjId, "projects", "project_id", "prjId"));
         return json(201, project(row));
     }
     if (call.segments.size() != 2)
@@ -302,9 +317,10 @@ ApiResponse taskLists(Call& call)
             throw Refusal {400, "\"prjId\" names no project of the user"};
         const auto row = call.db.exec_params1(
             std::string("INSERT INTO task_lists (user_id, list_id, project_id, name, description, is_default) "
-                        "VALUES ($1, gen_random_uuid(), $2, $3, $4, $5) RETURNING ")
+                        "VALUES ($1, $6::uuid, $2, $3, $4, $5) RETURNING ")
                 + listColumns,
-            call.user, projectId, listName, description, isDefault);
+            call.user, projectId, listName, description, isDefault,
+            newId(call, request.talId, "task_lists", "list_id", "talId"));
         if (isDefault)
             clearOtherDefaults(call, projectId, row[0].as<std::string>());
         return json(201, taskList(row));
@@ -480,11 +496,12 @@ ApiResponse tasks(Call& call)
         const auto row = call.db.exec_params1(
             std::string("INSERT INTO tasks (user_id, task_id, project_id, list_id, title, due_date, eisenhower_tag, "
                         "due_has_time, recurrence, occurrence, reminder_minutes_before, completed_at) "
-                        "VALUES ($1, gen_random_uuid(), $2, $3, $4, to_timestamp($5::bigint), $6, "
+                        "VALUES ($1, $12::uuid, $2, $3, $4, to_timestamp($5::bigint), $6, "
                         "$7, $8, $9, $10::integer, to_timestamp($11::bigint)) RETURNING ")
                 + taskColumns,
             call.user, projectId, listId, title, orNull(due), orNull(tag), schedule.dueHasTime,
-            orNull(schedule.recurrence), schedule.occurrence, orNull(schedule.reminder), orNull(schedule.completedAt));
+            orNull(schedule.recurrence), schedule.occurrence, orNull(schedule.reminder), orNull(schedule.completedAt),
+            newId(call, request.tasId, "tasks", "task_id", "tasId"));
         return json(201, task(row));
     }
     if (call.segments.size() != 2)
@@ -550,11 +567,12 @@ ApiResponse dailyTasks(Call& call)
         const auto request = body<CreateDailyTaskRequestDTO>(call);
         requireCaller(call, uuidField(request.tasUserId, "tasUserId"));
         const qint64 day = seconds(request.tasDate);
-        const auto row = call.db.exec_params1(
-            std::string("INSERT INTO daily_tasks (user_id, daily_task_id, day, title) "
-                        "VALUES ($1, gen_random_uuid(), to_timestamp($2::bigint), $3) RETURNING ")
-                + dailyColumns,
-            call.user, day, name(request.tasTitle, "tasTitle"));
+        const auto row
+            = call.db.exec_params1(std::string("INSERT INTO daily_tasks (user_id, daily_task_id, day, title) "
+                                               "VALUES ($1, $4::uuid, to_timestamp($2::bigint), $3) RETURNING ")
+                    + dailyColumns,
+                call.user, day, name(request.tasTitle, "tasTitle"),
+                newId(call, request.tasId, "daily_tasks", "daily_task_id", "tasId"));
         return json(201, dailyTask(row));
     }
     if (call.segments.size() == 3 && call.segments.at(2) == QLatin1String("toggle") && call.method == "PATCH") {
@@ -622,9 +640,9 @@ ApiResponse bitacoraEntries(Call& call)
             throw Refusal {400, "\"prjId\" names no project of the user"};
         const auto row = call.db.exec_params1(
             std::string("INSERT INTO bitacora_entries (user_id, entry_id, project_id, entry_date, content) "
-                        "VALUES ($1, gen_random_uuid(), $2, to_timestamp($3::bigint), $4) RETURNING ")
+                        "VALUES ($1, $5::uuid, $2, to_timestamp($3::bigint), $4) RETURNING ")
                 + entryColumns,
-            call.user, projectId, date, content);
+            call.user, projectId, date, content, newId(call, request.bteId, "bitacora_entries", "entry_id", "bteId"));
         return json(201, entry(row));
     }
     if (call.segments.size() != 2)

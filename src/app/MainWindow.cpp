@@ -10,6 +10,7 @@
 #include "screens/search/SearchPopupView.h"
 #include "screens/search/SearchSource.h"
 #include "screens/settings/UserSettingsView.h"
+#include "undo/UndoControls.h"
 
 #include <QAction>
 #include <QApplication>
@@ -61,7 +62,14 @@ MainWindow::MainWindow(const AppServices& services, QWidget* parent)
             return comingWorkspace(item, parent);
         },
         this);
-    setCentralWidget(m_contentView);
+    // The notice of the last delete (and of an undo that could not apply) sits under the content.
+    auto* central = new QWidget(this);
+    auto* centralLayout = new QVBoxLayout(central);
+    centralLayout->setContentsMargins(0, 0, 0, 0);
+    centralLayout->setSpacing(0);
+    centralLayout->addWidget(m_contentView, 1);
+    centralLayout->addWidget(new UndoNoticeView(services.undoHistory(), central));
+    setCentralWidget(central);
 
     //% "&Tolvane"
     QMenu* app = menuBar()->addMenu(qtTrId("menu-app"));
@@ -78,6 +86,8 @@ MainWindow::MainWindow(const AppServices& services, QWidget* parent)
     app->addSeparator();
     //% "Quit"
     app->addAction(qtTrId("menu-quit"), qApp, &QApplication::quit)->setShortcut(QKeySequence::Quit);
+
+    UndoControls::addEditMenu(menuBar(), services.undoHistory());
 
     //% "&View"
     QMenu* view = menuBar()->addMenu(qtTrId("menu-view"));

@@ -14,6 +14,9 @@ inline const QString alarmScheduleDidChange = QStringLiteral("alarmScheduleDidCh
 inline const QString openMeetFromAlarm = QStringLiteral("openMeetFromAlarm");
 inline const QString userAccountDidChange = QStringLiteral("userAccountDidChange");
 inline const QString showUserSettings = QStringLiteral("showUserSettings");
+// Tasks, lists, projects, daily tasks or logbook entries changed behind the screens' back (an
+// undo or a redo): what shows them reloads.
+inline const QString tasksDidChange = QStringLiteral("tasksDidChange");
 // A local store could not be read and was moved aside; the object is the line for the console.
 inline const QString storeSetAside = QStringLiteral("storeSetAside");
 } // namespace NotificationName

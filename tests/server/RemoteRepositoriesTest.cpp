@@ -67,10 +67,15 @@ private Q_SLOTS:
         const ResultEntity created = projects.create(home);
         verifySucceeded(created);
         const auto stored = dataOf<ProjectEntity>(created);
-        // The server assigns the identifier; everything else comes back exactly.
-        QVERIFY(stored.prjId != home.prjId);
-        home.prjId = stored.prjId;
+        // The server keeps the client's identifier; everything else comes back exactly.
         QCOMPARE(stored, home);
+        // That identifier is nobody else's to take, nor this user's a second time.
+        const QUuid other = m_backend->registerUser(QStringLiteral("projects-other"));
+        RemoteProjectRepositoryImpl othersProjects(m_backend->client(QStringLiteral("projects-other")));
+        QVERIFY(!othersProjects.create({.prjId = home.prjId, .prjUserId = other, .prjName = QStringLiteral("Mine")})
+                     .result);
+        QVERIFY(!projects.create({.prjId = home.prjId, .prjUserId = owner, .prjName = QStringLiteral("Again")}).result);
+        QCOMPARE(dataOf<ProjectEntity>(projects.find(home.prjId)), home);
 
         home.prjName = QStringLiteral("House");
         home.prjShowEveryDay = false;

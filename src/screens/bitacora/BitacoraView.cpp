@@ -126,6 +126,14 @@ BitacoraView::BitacoraView(const AppServices& services, Environment environment,
         }
         whenRowsSettled([this] { loadDay(); });
     });
+    // An undo or redo changed the stores; what waits for its save is not thrown away first.
+    m_services.notificationCenter().addObserver(NotificationName::tasksDidChange, this, [this](const QVariant&) {
+        if (!m_started)
+            return;
+        for (BitacoraProjectRowView* row : rows())
+            row->flush();
+        loadDay();
+    });
     render();
 }
 

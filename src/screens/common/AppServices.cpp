@@ -11,9 +11,11 @@
 #include "platform/SecretServiceKeychain.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemSecureRandom.h"
+#include "undo/UndoHistory.h"
 
 AppServices::AppServices(Parts parts)
     : m_parts(std::move(parts))
+    , m_undoHistory(std::make_shared<UndoHistory>(m_parts.notificationCenter))
 {
 }
 
@@ -72,7 +74,13 @@ RealmEncryptedConfigurationFactory AppServices::storeConfigurations() const
 TaskResultEntity AppServices::tasksApplications(bool isGoogleAccount) const
 {
     const TasksApplicationFactory factory(storeConfigurations());
-    return factory.make(isGoogleAccount, apiClient());
+    TaskResultEntity made = factory.make(isGoogleAccount, apiClient());
+    if (const auto* made_ = made.dataAs<TasksApplicationFactory::Applications>()) {
+        TasksApplicationFactory::Applications applications = *made_;
+        m_undoHistory->attach(applications);
+        made.data = applications;
+    }
+    return made;
 }
 
 AppServices::TasksSession AppServices::tasksSession() const

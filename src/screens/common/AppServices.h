@@ -20,6 +20,7 @@
 #include <optional>
 
 class GIDSignIn;
+class UndoHistory;
 
 // What the screens build their applications from. The program composes one over the shared
 // instances (live()); tests compose one over temporary folders, the fake backend and a local
@@ -57,7 +58,10 @@ public:
     SupportApplication supportApplication() const;
     // The backend client of the signed-in Google user; none without a backend or sign-in.
     std::optional<APIClient> apiClient() const;
-    // The Tasks module for that user's kind of account.
+    // The history every change made through the applications below is recorded in (one for all
+    // workspaces and copies of these services).
+    UndoHistory& undoHistory() const { return *m_undoHistory; }
+    // The Tasks module for that user's kind of account, recording into undoHistory().
     TaskResultEntity tasksApplications(bool isGoogleAccount) const;
 
     // The location and keys of the encrypted local stores: what backups copy.
@@ -91,4 +95,5 @@ public:
 
 private:
     Parts m_parts;
+    std::shared_ptr<UndoHistory> m_undoHistory;
 };

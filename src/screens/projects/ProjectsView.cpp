@@ -64,6 +64,11 @@ ProjectsView::ProjectsView(const AppServices& services, QWidget* parent)
         if (m_started)
             start();
     });
+    // An undo or redo changed the stores.
+    m_services.notificationCenter().addObserver(NotificationName::tasksDidChange, this, [this](const QVariant&) {
+        reload();
+        reloadDetail();
+    });
 }
 
 ProjectsView::~ProjectsView() = default;

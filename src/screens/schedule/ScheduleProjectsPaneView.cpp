@@ -143,6 +143,11 @@ ScheduleProjectsPaneView::ScheduleProjectsPaneView(
         if (m_started)
             start();
     });
+    // An undo or redo changed the stores.
+    m_services.notificationCenter().addObserver(NotificationName::tasksDidChange, this, [this](const QVariant&) {
+        if (m_started)
+            reload();
+    });
 }
 
 ScheduleProjectsPaneView::~ScheduleProjectsPaneView() = default;

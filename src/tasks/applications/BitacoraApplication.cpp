@@ -8,9 +8,22 @@ BitacoraApplication::BitacoraApplication(std::shared_ptr<BitacoraRepository> bit
 {
 }
 
+namespace {
+
+template <typename Work>
+TaskResultEntity recordedEntries(const BitacoraApplication& app, TaskChangeVerbEnum verb, const QUuid& id, Work&& work)
+{
+    return TaskChanges::recorded<BitacoraEntryEntity>(
+        app.recorder, verb, {id}, [&](const QUuid& found) { return app.bitacoraRepository->find(found); },
+        std::forward<Work>(work));
+}
+
+} // namespace
+
 TaskResultEntity BitacoraApplication::create(const BitacoraEntryEntity& entry) const
 {
-    return bitacoraRepository->create(entry);
+    return recordedEntries(
+        *this, TaskChangeVerbEnum::add, entry.bteId, [&] { return bitacoraRepository->create(entry); });
 }
 
 TaskResultEntity BitacoraApplication::ownedEntry(const QUuid& entryId, const QUuid& userId) const
@@ -30,14 +43,16 @@ TaskResultEntity BitacoraApplication::update(const BitacoraEntryEntity& entry, c
 {
     if (TaskResultEntity owned = ownedEntry(entry.bteId, userId); !owned.result)
         return owned;
-    return bitacoraRepository->update(entry);
+    return recordedEntries(
+        *this, TaskChangeVerbEnum::edit, entry.bteId, [&] { return bitacoraRepository->update(entry); });
 }
 
 TaskResultEntity BitacoraApplication::delete_(const QUuid& entryId, const QUuid& userId) const
 {
     if (TaskResultEntity owned = ownedEntry(entryId, userId); !owned.result)
         return owned;
-    return bitacoraRepository->delete_(entryId);
+    return recordedEntries(
+        *this, TaskChangeVerbEnum::delete_, entryId, [&] { return bitacoraRepository->delete_(entryId); });
 }
 
 TaskResultEntity BitacoraApplication::find(const QUuid& entryId) const

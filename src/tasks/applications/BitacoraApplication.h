@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tasks/applications/TaskChangeRecorder.h"
 #include "tasks/repositories/BitacoraRepository.h"
 
 #include <QHash>
@@ -27,6 +28,8 @@ public:
         const QUuid& projectId, const QDateTime& date, const QString& text, const QUuid& userId) const;
 
     std::shared_ptr<BitacoraRepository> bitacoraRepository;
+    // Hears each change completed here; none while a change is being undone.
+    std::shared_ptr<TaskChangeRecorder> recorder;
 
 private:
     // The entry, when it exists and userId wrote it; the failure otherwise.

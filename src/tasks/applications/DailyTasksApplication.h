@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tasks/applications/TaskChangeRecorder.h"
 #include "tasks/repositories/DailyTaskRepository.h"
 
 #include <memory>
@@ -19,4 +20,6 @@ public:
     TaskResultEntity moveToDay(const DailyTaskEntity& dailyTask, const QDateTime& date) const;
 
     std::shared_ptr<DailyTaskRepository> dailyTaskRepository;
+    // Hears each change completed here; none while a change is being undone.
+    std::shared_ptr<TaskChangeRecorder> recorder;
 };

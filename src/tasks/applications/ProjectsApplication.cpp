@@ -3,6 +3,18 @@
 #include "tasks/domain/ProjectDomain.h"
 #include "tasks/domain/TaskMessages.h"
 
+namespace {
+
+template <typename Work>
+TaskResultEntity recordedProjects(const ProjectsApplication& app, TaskChangeVerbEnum verb, const QUuid& id, Work&& work)
+{
+    return TaskChanges::recorded<ProjectEntity>(
+        app.recorder, verb, {id}, [&](const QUuid& found) { return app.projectRepository->find(found); },
+        std::forward<Work>(work));
+}
+
+} // namespace
+
 ProjectsApplication::ProjectsApplication(
     std::shared_ptr<ProjectRepository> projectRepository, std::shared_ptr<TaskListRepository> taskListRepository)
     : projectRepository(std::move(projectRepository))
@@ -14,14 +26,16 @@ TaskResultEntity ProjectsApplication::create(const ProjectEntity& project) const
 {
     if (TaskResultEntity valid = ProjectDomain::validateName(project); !valid.result)
         return valid;
-    return projectRepository->create(project);
+    return recordedProjects(
+        *this, TaskChangeVerbEnum::add, project.prjId, [&] { return projectRepository->create(project); });
 }
 
 TaskResultEntity ProjectsApplication::update(const ProjectEntity& project) const
 {
     if (TaskResultEntity valid = ProjectDomain::validateName(project); !valid.result)
         return valid;
-    return projectRepository->update(project);
+    return recordedProjects(
+        *this, TaskChangeVerbEnum::edit, project.prjId, [&] { return projectRepository->update(project); });
 }
 
 TaskResultEntity ProjectsApplication::delete_(const QUuid& projectId, const QUuid& userId) const
@@ -41,7 +55,8 @@ TaskResultEntity ProjectsApplication::delete_(const QUuid& projectId, const QUui
     if (TaskResultEntity empty = ProjectDomain::canDelete(taskLists ? *taskLists : QList<TaskListEntity>());
         !empty.result)
         return empty;
-    return projectRepository->delete_(projectId);
+    return recordedProjects(
+        *this, TaskChangeVerbEnum::delete_, projectId, [&] { return projectRepository->delete_(projectId); });
 }
 
 TaskResultEntity ProjectsApplication::list(const QUuid& userId) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tasks/applications/TaskChangeRecorder.h"
 #include "tasks/repositories/ProjectRepository.h"
 #include "tasks/repositories/TaskListRepository.h"
 
@@ -19,4 +20,6 @@ public:
 
     std::shared_ptr<ProjectRepository> projectRepository;
     std::shared_ptr<TaskListRepository> taskListRepository;
+    // Hears each change completed here; none while a change is being undone.
+    std::shared_ptr<TaskChangeRecorder> recorder;
 };

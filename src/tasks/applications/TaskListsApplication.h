@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tasks/applications/TaskChangeRecorder.h"
 #include "tasks/repositories/ProjectRepository.h"
 #include "tasks/repositories/TaskListRepository.h"
 #include "tasks/repositories/TaskRepository.h"
@@ -28,4 +29,6 @@ public:
     std::shared_ptr<TaskListRepository> taskListRepository;
     std::shared_ptr<ProjectRepository> projectRepository;
     std::shared_ptr<TaskRepository> taskRepository;
+    // Hears each change completed here; none while a change is being undone.
+    std::shared_ptr<TaskChangeRecorder> recorder;
 };

@@ -5,6 +5,19 @@
 #include "tasks/domain/TaskMessages.h"
 #include "tasks/domain/TaskRecurrence.h"
 
+namespace {
+
+template <typename Work>
+TaskResultEntity recordedTasks(
+    const TasksApplication& app, TaskChangeVerbEnum verb, const QList<QUuid>& ids, Work&& work)
+{
+    return TaskChanges::recorded<TaskEntity>(
+        app.recorder, verb, ids, [&](const QUuid& id) { return app.taskRepository->find(id); },
+        std::forward<Work>(work));
+}
+
+} // namespace
+
 TasksApplication::TasksApplication(std::shared_ptr<TaskRepository> taskRepository,
     std::shared_ptr<TaskListRepository> taskListRepository, std::shared_ptr<Clock> clock)
     : taskRepository(std::move(taskRepository))
@@ -22,14 +35,14 @@ TaskResultEntity TasksApplication::create(const TaskEntity& task) const
     if (TaskResultEntity parent = TaskDomain::parentTaskListExists(taskList ? std::optional(*taskList) : std::nullopt);
         !parent.result)
         return parent;
-    return taskRepository->create(task);
+    return recordedTasks(*this, TaskChangeVerbEnum::add, {task.tasId}, [&] { return taskRepository->create(task); });
 }
 
 TaskResultEntity TasksApplication::rename(const TaskEntity& task) const
 {
     if (TaskResultEntity valid = TaskDomain::validateTitle(task); !valid.result)
         return valid;
-    return taskRepository->update(task);
+    return recordedTasks(*this, TaskChangeVerbEnum::edit, {task.tasId}, [&] { return taskRepository->update(task); });
 }
 
 TaskResultEntity TasksApplication::schedule(const TaskEntity& task) const
@@ -45,7 +58,8 @@ TaskResultEntity TasksApplication::schedule(const TaskEntity& task) const
     changed.tasDueHasTime = task.tasDueDate && task.tasDueHasTime;
     changed.tasRecurrence = task.tasRecurrence;
     changed.tasReminderMinutesBefore = task.tasReminderMinutesBefore;
-    return taskRepository->update(changed);
+    return recordedTasks(
+        *this, TaskChangeVerbEnum::edit, {task.tasId}, [&] { return taskRepository->update(changed); });
 }
 
 TaskResultEntity TasksApplication::markDone(const QUuid& taskId) const
@@ -60,12 +74,19 @@ TaskResultEntity TasksApplication::markDone(const QUuid& taskId) const
     TaskEntity done = *stored;
     done.tasIsDone = true;
     done.tasCompletedAt = clock->now().toUTC();
-    // The next occurrence first: should it fail, the task is still open and can be done again.
-    if (const std::optional<TaskEntity> next = TaskRecurrence::nextOccurrence(*stored, *done.tasCompletedAt)) {
-        if (const TaskResultEntity created = taskRepository->create(*next); !created.result)
-            return created;
-    }
-    return taskRepository->update(done);
+    const std::optional<TaskEntity> next = TaskRecurrence::nextOccurrence(*stored, *done.tasCompletedAt);
+    // The next occurrence is part of the change: undoing it reopens the task and removes the next.
+    QList<QUuid> changed {taskId};
+    if (next)
+        changed.append(next->tasId);
+    return recordedTasks(*this, TaskChangeVerbEnum::complete, changed, [&]() -> TaskResultEntity {
+        // The next occurrence first: should it fail, the task is still open and can be done again.
+        if (next) {
+            if (TaskResultEntity created = taskRepository->create(*next); !created.result)
+                return created;
+        }
+        return taskRepository->update(done);
+    });
 }
 
 TaskResultEntity TasksApplication::markNotDone(const QUuid& taskId) const
@@ -77,7 +98,7 @@ TaskResultEntity TasksApplication::markNotDone(const QUuid& taskId) const
     TaskEntity open = *stored;
     open.tasIsDone = false;
     open.tasCompletedAt.reset();
-    return taskRepository->update(open);
+    return recordedTasks(*this, TaskChangeVerbEnum::reopen, {taskId}, [&] { return taskRepository->update(open); });
 }
 
 TaskResultEntity TasksApplication::skipOccurrence(const QUuid& taskId) const
@@ -96,22 +117,34 @@ TaskResultEntity TasksApplication::skipOccurrence(const QUuid& taskId) const
     moved.tasId = stored->tasId;
     moved.tasIsDone = stored->tasIsDone;
     moved.tasCompletedAt = stored->tasCompletedAt;
-    return taskRepository->update(moved);
+    return recordedTasks(*this, TaskChangeVerbEnum::edit, {taskId}, [&] { return taskRepository->update(moved); });
 }
 
 TaskResultEntity TasksApplication::setTag(const QUuid& taskId, std::optional<EisenhowerTagEnum> tag) const
 {
-    return taskRepository->setTag(taskId, tag);
+    return recordedTasks(
+        *this, TaskChangeVerbEnum::setTag, {taskId}, [&] { return taskRepository->setTag(taskId, tag); });
 }
 
 TaskResultEntity TasksApplication::delete_(const QUuid& taskId) const
 {
-    return taskRepository->delete_(taskId);
+    return recordedTasks(*this, TaskChangeVerbEnum::delete_, {taskId}, [&] { return taskRepository->delete_(taskId); });
 }
 
 TaskResultEntity TasksApplication::deleteCompleted(const QUuid& taskListId) const
 {
-    return taskRepository->deleteCompleted(taskListId);
+    QList<QUuid> completed;
+    if (recorder) {
+        const TaskResultEntity listed = taskRepository->list(taskListId);
+        if (const auto* tasks = listed.result ? listed.dataAs<QList<TaskEntity>>() : nullptr) {
+            for (const TaskEntity& task : *tasks) {
+                if (task.tasIsDone)
+                    completed.append(task.tasId);
+            }
+        }
+    }
+    return recordedTasks(*this, TaskChangeVerbEnum::deleteCompleted, completed,
+        [&] { return taskRepository->deleteCompleted(taskListId); });
 }
 
 TaskResultEntity TasksApplication::find(const QUuid& taskId) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "tasks/applications/TaskChangeRecorder.h"
 #include "tasks/repositories/TaskListRepository.h"
 #include "tasks/repositories/TaskRepository.h"
 
@@ -36,4 +37,6 @@ public:
     std::shared_ptr<TaskRepository> taskRepository;
     std::shared_ptr<TaskListRepository> taskListRepository;
     std::shared_ptr<Clock> clock;
+    // Hears each change completed here; none while a change is being undone.
+    std::shared_ptr<TaskChangeRecorder> recorder;
 };

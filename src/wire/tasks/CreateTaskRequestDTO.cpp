@@ -5,10 +5,10 @@
 CreateTaskRequestDTO CreateTaskRequestDTO::fromJson(const QJsonValue& json)
 {
     const JSONObjectReader reader(json);
-    reader.refuseOtherKeys(
-        {QLatin1String("prjId"), QLatin1String("talId"), QLatin1String("tasTitle"), QLatin1String("tasDueDate"),
-            QLatin1String("tasEisenhowerTag"), QLatin1String("tasCompletedAt"), QLatin1String("tasDueHasTime"),
-            QLatin1String("tasOccurrence"), QLatin1String("tasRecurrence"), QLatin1String("tasReminderMinutesBefore")});
+    reader.refuseOtherKeys({QLatin1String("tasId"), QLatin1String("prjId"), QLatin1String("talId"),
+        QLatin1String("tasTitle"), QLatin1String("tasDueDate"), QLatin1String("tasEisenhowerTag"),
+        QLatin1String("tasCompletedAt"), QLatin1String("tasDueHasTime"), QLatin1String("tasOccurrence"),
+        QLatin1String("tasRecurrence"), QLatin1String("tasReminderMinutesBefore")});
     CreateTaskRequestDTO dto;
     dto.prjId = reader.string(QLatin1String("prjId"));
     dto.talId = reader.string(QLatin1String("talId"));
@@ -20,6 +20,7 @@ CreateTaskRequestDTO CreateTaskRequestDTO::fromJson(const QJsonValue& json)
     dto.tasOccurrence = reader.optionalInteger(QLatin1String("tasOccurrence"));
     dto.tasRecurrence = reader.optionalDecode<TaskRecurrenceDTO>(QLatin1String("tasRecurrence"));
     dto.tasReminderMinutesBefore = reader.optionalInteger(QLatin1String("tasReminderMinutesBefore"));
+    dto.tasId = reader.optionalString(QLatin1String("tasId"));
     return dto;
 }
 
@@ -42,6 +43,8 @@ void CreateTaskRequestDTO::writeJson(JSONWriter& out) const
         tasRecurrence->writeJson(out.key("tasRecurrence"));
     if (tasReminderMinutesBefore)
         out.key("tasReminderMinutesBefore").integer(*tasReminderMinutesBefore);
+    if (tasId)
+        out.key("tasId").string(*tasId);
     out.key("tasTitle").string(tasTitle);
     out.endObject();
 }

@@ -9,9 +9,8 @@
 
 #include <optional>
 
-// The body of POST /v0/tasks. A new task is never done and gets its tasId from the backend, so
-// neither travels. The optional keys are left out when they have no value; the tag is its API
-// string ("urgent_important", ...).
+// The body of POST /v0/tasks. A new task is never done, so that does not travel. The optional keys are left out when
+// they have no value; the tag is its API string ("urgent_important", ...).
 struct CreateTaskRequestDTO {
     QString prjId;
     QString talId;
@@ -25,6 +24,9 @@ struct CreateTaskRequestDTO {
     std::optional<qint64> tasOccurrence;
     std::optional<TaskRecurrenceDTO> tasRecurrence;
     std::optional<qint64> tasReminderMinutesBefore;
+    // The identifier the client chose (an undone delete brings the task back under its old one);
+    // empty: the backend chooses.
+    std::optional<QString> tasId;
 
     // The server's reading: strict, a key it does not know is an error; throws DecodingError.
     static CreateTaskRequestDTO fromJson(const QJsonValue& json);

@@ -320,12 +320,23 @@ void install(FakeBackend& backend, const std::shared_ptr<TasksBackend::State>& s
 
     backend.route("POST", collection.path,
         guarded(state, [&collection](TasksBackend::State& state, const RecordedRequest& request, const QStringList&) {
-            QJsonObject record = state.read(request, collection.createFields);
+            // The client may choose the identifier; one already in use is refused.
+            QList<Field> fields = collection.createFields;
+            fields.append({collection.idKey, Kind::uuid, true});
+            QJsonObject record = state.read(request, fields);
+            const QJsonValue chosen = record.value(collection.idKey);
+            if (chosen.isString()) {
+                for (const QJsonObject& other : state.of(request.userId, collection.resource)) {
+                    if (other.value(collection.idKey) == chosen)
+                        throw Refusal {409, quoted(collection.idKey) + " is already in use"};
+                }
+            }
             for (auto it = collection.createdDefaults.begin(); it != collection.createdDefaults.end(); ++it)
                 record.insert(it.key(), it.value());
             if (!collection.authorKey.isEmpty())
                 record.insert(collection.authorKey, request.userId.toString(QUuid::WithoutBraces).toUpper());
-            record.insert(collection.idKey, newId());
+            if (!chosen.isString())
+                record.insert(collection.idKey, newId());
             state.of(request.userId, collection.resource).append(record);
             return FakeResponse::json(201, record);
         }));

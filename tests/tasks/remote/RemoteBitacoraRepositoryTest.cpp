@@ -81,7 +81,7 @@ private Q_SLOTS:
         const QList<RecordedRequest> wire = m_backend->http.requests();
         QCOMPARE(wire.size(), 4);
         verifyRequest(wire.at(0), "POST", QStringLiteral("/v0/bitacora-entries"),
-            QJsonObject {{QStringLiteral("prjId"), upper(m_project)},
+            QJsonObject {{QStringLiteral("prjId"), upper(m_project)}, {QStringLiteral("bteId"), upper(entry.bteId)},
                 {QStringLiteral("bteDate"), QStringLiteral("2026-11-21T09:00:00Z")},
                 {QStringLiteral("bteContent"), QStringLiteral("Started the plan")}});
         verifyRequest(wire.at(1), "PUT", path, QJsonObject {{QStringLiteral("bteContent"), QString()}});

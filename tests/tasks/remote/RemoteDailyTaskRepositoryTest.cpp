@@ -83,7 +83,7 @@ private Q_SLOTS:
         const QList<RecordedRequest> wire = m_backend->http.requests();
         QCOMPARE(wire.size(), 4);
         verifyRequest(wire.at(0), "POST", QStringLiteral("/v0/daily-tasks"),
-            QJsonObject {{QStringLiteral("tasUserId"), upper(owner)},
+            QJsonObject {{QStringLiteral("tasUserId"), upper(owner)}, {QStringLiteral("tasId"), upper(stored.dtaId)},
                 {QStringLiteral("tasDate"), QStringLiteral("2026-11-21T06:30:00Z")},
                 {QStringLiteral("tasTitle"), QStringLiteral("Stretch")}});
         verifyRequest(

@@ -56,7 +56,7 @@ private Q_SLOTS:
         m_backend.reset();
     }
 
-    void shouldCreateWithTheBackendsIdentifierFromABodyWithoutOne()
+    void shouldCreateUnderTheClientsIdentifier()
     {
         ProjectEntity project = aProject(QStringLiteral(" Home "));
         project.prjShowEveryDay = true;
@@ -67,7 +67,7 @@ private Q_SLOTS:
         const QList<RecordedRequest> wire = m_backend->http.requests();
         QCOMPARE(wire.size(), 1);
         verifyRequest(wire.first(), "POST", QStringLiteral("/v0/projects"),
-            QJsonObject {{QStringLiteral("prjUserId"), upper(owner)},
+            QJsonObject {{QStringLiteral("prjUserId"), upper(owner)}, {QStringLiteral("prjId"), upper(project.prjId)},
                 {QStringLiteral("prjName"), QStringLiteral(" Home ")},
                 {QStringLiteral("prjDescription"), QStringLiteral(" Home  notes")},
                 {QStringLiteral("prjShowEveryDay"), true}});
@@ -77,8 +77,6 @@ private Q_SLOTS:
         const auto* created = outcome.dataAs<ProjectEntity>();
         QVERIFY(created);
         QCOMPARE(upper(created->prjId), stored.first().value(QStringLiteral("prjId")).toString());
-        QVERIFY(created->prjId != project.prjId);
-        project.prjId = created->prjId;
         QCOMPARE(*created, project);
     }
 

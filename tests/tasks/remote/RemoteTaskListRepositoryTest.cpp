@@ -82,7 +82,7 @@ private Q_SLOTS:
         const QList<RecordedRequest> wire = m_backend->http.requests();
         QCOMPARE(wire.size(), 4);
         verifyRequest(wire.at(0), "POST", QStringLiteral("/v0/task-lists"),
-            QJsonObject {{QStringLiteral("prjId"), upper(m_project)},
+            QJsonObject {{QStringLiteral("prjId"), upper(m_project)}, {QStringLiteral("talId"), upper(stored.talId)},
                 {QStringLiteral("talName"), QStringLiteral("Errands")},
                 {QStringLiteral("talDescription"), QStringLiteral("Errands notes")},
                 {QStringLiteral("talIsDefault"), true}});

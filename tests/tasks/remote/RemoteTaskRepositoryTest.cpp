@@ -84,7 +84,6 @@ private Q_SLOTS:
         const TaskResultEntity created = m_repository->create(tagged);
         verifySucceeded(created);
         const TaskEntity fromBackend = *created.dataAs<TaskEntity>();
-        tagged.tasId = fromBackend.tasId;
         QCOMPARE(fromBackend, tagged);
         QCOMPARE(stored(upper(tagged.tasId)).value(QStringLiteral("tasEisenhowerTag")).toString(),
             QStringLiteral("urgent_important"));
@@ -98,11 +97,13 @@ private Q_SLOTS:
         QCOMPARE(wire.size(), 2);
         verifyRequest(wire.at(0), "POST", QStringLiteral("/v0/tasks"),
             QJsonObject {{QStringLiteral("prjId"), upper(m_project)}, {QStringLiteral("talId"), upper(m_list)},
+                {QStringLiteral("tasId"), upper(tagged.tasId)},
                 {QStringLiteral("tasTitle"), QStringLiteral("File taxes")},
                 {QStringLiteral("tasDueDate"), QStringLiteral("2026-11-21T09:00:00Z")},
                 {QStringLiteral("tasEisenhowerTag"), QStringLiteral("urgent_important")}});
         verifyRequest(wire.at(1), "POST", QStringLiteral("/v0/tasks"),
             QJsonObject {{QStringLiteral("prjId"), upper(m_project)}, {QStringLiteral("talId"), upper(m_list)},
+                {QStringLiteral("tasId"), upper(plain.dataAs<TaskEntity>()->tasId)},
                 {QStringLiteral("tasTitle"), QStringLiteral("Call mum")}});
     }
 

@@ -28,7 +28,10 @@ std::optional<BitacoraEntryEntity> toEntity(const BitacoraEntryResponseDTO& dto)
 
 CreateBitacoraEntryRequestDTO createRequest(const BitacoraEntryEntity& entry)
 {
-    return {JSONCoding::encodeUUID(entry.prjId), entry.bteDate, entry.bteContent};
+    CreateBitacoraEntryRequestDTO request {JSONCoding::encodeUUID(entry.prjId), entry.bteDate, entry.bteContent};
+    // Under the entity's own identifier, so that both sides and an undone delete agree on it.
+    request.bteId = JSONCoding::encodeUUID(entry.bteId);
+    return request;
 }
 
 UpdateBitacoraEntryRequestDTO updateRequest(const BitacoraEntryEntity& entry)

@@ -45,7 +45,11 @@ std::optional<DailyTaskEntity> toEntity(const DailyTaskResponseDTO& dto)
 
 CreateDailyTaskRequestDTO createRequest(const DailyTaskEntity& dailyTask)
 {
-    return {JSONCoding::encodeUUID(dailyTask.dtaUserId), dailyTask.dtaDate, dailyTask.dtaTitle};
+    CreateDailyTaskRequestDTO request {
+        JSONCoding::encodeUUID(dailyTask.dtaUserId), dailyTask.dtaDate, dailyTask.dtaTitle};
+    // Under the entity's own identifier, so that both sides and an undone delete agree on it.
+    request.tasId = JSONCoding::encodeUUID(dailyTask.dtaId);
+    return request;
 }
 
 UpdateDailyTaskRequestDTO updateRequest(const DailyTaskEntity& dailyTask)

@@ -27,8 +27,11 @@ std::optional<ProjectEntity> toEntity(const ProjectResponseDTO& dto)
 
 CreateProjectRequestDTO createRequest(const ProjectEntity& project)
 {
-    return {
+    CreateProjectRequestDTO request {
         JSONCoding::encodeUUID(project.prjUserId), project.prjName, project.prjDescription, project.prjShowEveryDay};
+    // Under the entity's own identifier, so that both sides and an undone delete agree on it.
+    request.prjId = JSONCoding::encodeUUID(project.prjId);
+    return request;
 }
 
 UpdateProjectRequestDTO updateRequest(const ProjectEntity& project)

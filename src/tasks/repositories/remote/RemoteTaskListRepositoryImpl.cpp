@@ -27,7 +27,11 @@ std::optional<TaskListEntity> toEntity(const TaskListResponseDTO& dto)
 
 CreateTaskListRequestDTO createRequest(const TaskListEntity& taskList)
 {
-    return {JSONCoding::encodeUUID(taskList.prjId), taskList.talName, taskList.talDescription, taskList.talIsDefault};
+    CreateTaskListRequestDTO request {
+        JSONCoding::encodeUUID(taskList.prjId), taskList.talName, taskList.talDescription, taskList.talIsDefault};
+    // Under the entity's own identifier, so that both sides and an undone delete agree on it.
+    request.talId = JSONCoding::encodeUUID(taskList.talId);
+    return request;
 }
 
 UpdateTaskListRequestDTO updateRequest(const TaskListEntity& taskList)

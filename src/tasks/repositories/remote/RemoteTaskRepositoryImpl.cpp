@@ -74,12 +74,15 @@ std::optional<QString> apiTag(const TaskEntity& task)
 
 CreateTaskRequestDTO createRequest(const TaskEntity& task)
 {
-    return withSchedule(CreateTaskRequestDTO {.prjId = JSONCoding::encodeUUID(task.prjId),
-                            .talId = JSONCoding::encodeUUID(task.talId),
-                            .tasTitle = task.tasTitle,
-                            .tasDueDate = task.tasDueDate,
-                            .tasEisenhowerTag = apiTag(task)},
+    CreateTaskRequestDTO request = withSchedule(CreateTaskRequestDTO {.prjId = JSONCoding::encodeUUID(task.prjId),
+                                                    .talId = JSONCoding::encodeUUID(task.talId),
+                                                    .tasTitle = task.tasTitle,
+                                                    .tasDueDate = task.tasDueDate,
+                                                    .tasEisenhowerTag = apiTag(task)},
         task);
+    // Under the entity's own identifier, so that both sides and an undone delete agree on it.
+    request.tasId = JSONCoding::encodeUUID(task.tasId);
+    return request;
 }
 
 UpdateTaskRequestDTO updateRequest(const TaskEntity& task)
