@@ -10,6 +10,7 @@
 #include "tasks/database/TasksDatabase.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <atomic>
@@ -222,15 +223,26 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(*configuration.fileURL));
     }
 
-    void shouldRecreateAStoreWrittenByANewerVersion()
+    // A newer program's store is refused and left exactly as it is, not set aside or started anew:
+    // the newer program still reads it.
+    void shouldRefuseAStoreWrittenByANewerVersionAndLeaveIt()
     {
         const RealmConfiguration newer = storeAt(scratch.filePath(QStringLiteral("newer.realm")), 2);
         StoreFiles::addProject(newer, QStringLiteral("From the future"));
         const RealmConfiguration current = storeAt(*newer.fileURL, 1);
-        QVERIFY(!opensDirectly(current));
+        QFile file(*newer.fileURL);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray before = file.readAll();
+        file.close();
 
-        QVERIFY(RealmDatabaseOpener::open(current).result);
-        QCOMPARE(StoreFiles::projectNames(current), QStringList());
+        const ResultEntity opened = RealmDatabaseOpener::open(current);
+        QVERIFY(!opened.result);
+        QVERIFY(opened.firstMessage().value_or(QString()).contains(QStringLiteral("newer version")));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), before);
+        QCOMPARE(QDir(scratch.path()).entryList({QStringLiteral("newer.realm*")}, QDir::Files),
+            QStringList {QStringLiteral("newer.realm")});
+        QCOMPARE(StoreFiles::projectNames(newer), QStringList {QStringLiteral("From the future")});
     }
 
     void shouldMigrateAnOlderStoreAndKeepItsRecords()
