@@ -128,6 +128,8 @@ TaskResultEntity RemoteDailyTaskRepositoryImpl::moveToDay(const DailyTaskEntity&
     // item deleted only once the copy is stored, so a failure on the way leaves the item twice
     // rather than nowhere. The backend appends new items, so moves made in order keep it.
     DailyTaskEntity copy = dailyTask;
+    // The backend keeps the identifier it is sent, and the original still holds this one.
+    copy.dtaId = QUuid::createUuid();
     copy.dtaDate = date;
     const TaskResultEntity created = create(copy);
     if (!created.result)
