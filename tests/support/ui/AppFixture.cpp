@@ -3,6 +3,7 @@
 #include "platform/SecretServiceKeychain.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemSecureRandom.h"
+#include "screens/common/Async.h"
 
 #include <QUuid>
 
@@ -10,6 +11,12 @@ AppFixture::AppFixture(GIDSignIn* signIn, QUrl backendBaseURL)
     : m_path(m_scratch.path())
 {
     compose(signIn, std::move(backendBaseURL));
+}
+
+AppFixture::~AppFixture()
+{
+    if (!screenThreadPool()->waitForDone(60000))
+        qWarning("background work of the screens still runs after 60 s");
 }
 
 AppFixture::AppFixture(const QString& existingDirectory)

@@ -17,6 +17,9 @@ public:
     explicit AppFixture(GIDSignIn* signIn = nullptr, QUrl backendBaseURL = {});
     // Over a folder that another fixture filled (a child process of a benchmark); it is kept.
     explicit AppFixture(const QString& existingDirectory);
+    // Waits for the screens' work still running in the background: it reads these services,
+    // which the program keeps for its whole life but a test drops at its end.
+    ~AppFixture();
 
     AppServices& services() { return *m_services; }
     NotificationCenter& notificationCenter() { return m_notificationCenter; }
