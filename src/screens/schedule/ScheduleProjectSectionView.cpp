@@ -94,6 +94,9 @@ void ScheduleProjectSectionView::buildTaskRows()
     rows->setSpacing(1);
     for (const TaskEntity& task : std::as_const(ordered)) {
         auto* row = new TaskRowView(task, m_rows);
+        // The pane is narrow: a task's schedule opens from the row's menu or Ctrl+E here.
+        if (auto* schedule = row->findChild<QToolButton*>(QStringLiteral("taskSchedule")))
+            schedule->hide();
         connect(row, &TaskRowView::toggleDone, this, &ScheduleProjectSectionView::onToggleDone);
         connect(row, &TaskRowView::rename, this, &ScheduleProjectSectionView::onRenameTask);
         connect(row, &TaskRowView::deleteRequested, this, &ScheduleProjectSectionView::onDeleteTask);

@@ -650,8 +650,9 @@ private Q_SLOTS:
                 QVERIFY2(navigator->rect().contains(part->geometry()), qPrintable(part->objectName()));
         }
         auto* scroll = view->projectsPane()->findChild<QScrollArea*>(QStringLiteral("scheduleProjectsScroll"));
+        // Once the new width has reached the pane's rows, they fit it.
+        QTRY_VERIFY(scroll->widget()->width() <= scroll->viewport()->width());
         QVERIFY(!scroll->horizontalScrollBar()->isVisible());
-        QVERIFY(scroll->widget()->width() <= scroll->viewport()->width());
         ScheduleProjectSectionView* section = view->projectsPane()->projectSections().constFirst();
         const auto* header = section->findChild<QToolButton*>(QStringLiteral("scheduleProjectHeader"));
         QVERIFY(header->text().endsWith(QStringLiteral("…")));
