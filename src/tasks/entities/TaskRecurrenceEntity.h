@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QList>
 
+#include <algorithm>
 #include <optional>
 
 enum class RecurrenceFrequencyEnum { daily, weekly, monthly, yearly };
@@ -28,5 +29,13 @@ struct TaskRecurrenceEntity {
     std::optional<int> endAfterCount;
     std::optional<QDate> endOnDate;
 
-    friend bool operator==(const TaskRecurrenceEntity&, const TaskRecurrenceEntity&) = default;
+    // Written out: Qt's own comparison of two empty QList<int> hands memcmp a null pointer,
+    // which the undefined-behaviour checks stop at.
+    friend bool operator==(const TaskRecurrenceEntity& a, const TaskRecurrenceEntity& b)
+    {
+        return a.frequency == b.frequency && a.interval == b.interval
+            && std::equal(a.weekdays.begin(), a.weekdays.end(), b.weekdays.begin(), b.weekdays.end())
+            && a.monthDay == b.monthDay && a.weekdayOrdinal == b.weekdayOrdinal && a.ordinalWeekday == b.ordinalWeekday
+            && a.anchor == b.anchor && a.endAfterCount == b.endAfterCount && a.endOnDate == b.endOnDate;
+    }
 };
