@@ -35,8 +35,7 @@ private Q_SLOTS:
         const TasksApplicationFactory::Applications apps
             = *google.app().services().tasksApplications(true).dataAs<TasksApplicationFactory::Applications>();
         const QUuid user = google.backendUser();
-        const ResultEntity madeProject
-            = apps.projects.create({.prjUserId = user, .prjName = QStringLiteral("Remoto")});
+        const ResultEntity madeProject = apps.projects.create({.prjUserId = user, .prjName = QStringLiteral("Remoto")});
         QVERIFY(madeProject.dataAs<ProjectEntity>());
         const QUuid project = madeProject.dataAs<ProjectEntity>()->prjId;
         const ResultEntity madeList = apps.taskLists.create({.prjId = project, .talName = QStringLiteral("Ideas")});
@@ -69,7 +68,8 @@ private Q_SLOTS:
         QVERIFY(popup && popup->isVisible());
         QTest::keyClicks(popup->line(), QStringLiteral("CANCION"));
         QTRY_COMPARE_WITH_TIMEOUT(resultsOf(popup),
-            QStringList({"Canción para Ñandú", "Grabar canción", "Ensayé la canción del ñandú", "Concierto de canciones"}),
+            QStringList(
+                {"Canción para Ñandú", "Grabar canción", "Ensayé la canción del ñandú", "Concierto de canciones"}),
             45000);
         QTest::keyClick(popup->line(), Qt::Key_Return);
         auto* projects = qobject_cast<ProjectsView*>(window.contentView()->screen(SidebarItemEnum::projects));
