@@ -93,7 +93,7 @@ void AccountMoveView::refresh()
             if (m_control)
                 return;
             m_offer = offer;
-            const bool google = !offer.userId.isNull() && !offer.isLocal;
+            const bool google = !offer.userId.isNull() && !offer.isLocal && offer.userId != m_movedInto;
             const bool offering = offer.isLocal && googleAvailable;
             if (google && offer.pendingFrom) {
                 //% "Move to a Google account"
@@ -224,6 +224,7 @@ void AccountMoveView::copy(Direction direction, const QUuid& localUser, const QU
                 if (toGoogle) {
                     defaults.remove(pendingMoveKey);
                     m_offer.pendingFrom.reset();
+                    m_movedInto = m_offer.userId;
                     m_move->hide();
                     // clang-format off
                     //% "Everything is on your Google account and was checked there: %1 items, %2 of them already there before. This computer keeps its copy."

@@ -58,6 +58,8 @@ private:
 
     AppServices m_services;
     Offer m_offer;
+    // The Google account this view has just moved the local data into: it needs no further offer.
+    QUuid m_movedInto;
     std::shared_ptr<TransferControl> m_control;
     QLabel* m_explanation;
     QPushButton* m_move;

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QString>
 
+#include <algorithm>
 #include <optional>
 
 // How a task repeats, as the object under "tasRecurrence":
@@ -30,5 +31,12 @@ struct TaskRecurrenceDTO {
     static TaskRecurrenceDTO fromJson(const QJsonValue& json);
     void writeJson(JSONWriter& out) const;
 
-    friend bool operator==(const TaskRecurrenceDTO&, const TaskRecurrenceDTO&) = default;
+    // Written out: Qt's own comparison of two empty QLists hands memcmp a null pointer.
+    friend bool operator==(const TaskRecurrenceDTO& a, const TaskRecurrenceDTO& b)
+    {
+        return a.frequency == b.frequency && a.interval == b.interval
+            && std::equal(a.weekdays.begin(), a.weekdays.end(), b.weekdays.begin(), b.weekdays.end())
+            && a.monthDay == b.monthDay && a.weekdayOrdinal == b.weekdayOrdinal && a.ordinalWeekday == b.ordinalWeekday
+            && a.anchor == b.anchor && a.endAfterCount == b.endAfterCount && a.endOnDate == b.endOnDate;
+    }
 };
