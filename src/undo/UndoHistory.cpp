@@ -93,6 +93,7 @@ void UndoHistory::record(const Applications& applications, const TasksChange& ch
         // Pushing runs the command's redo(), which does nothing: the change is already made.
         m_stack->push(new ChangeCommand(applications, change));
         Q_EMIT changed();
+        Q_EMIT recorded();
         if (change.verb == TaskChangeVerbEnum::delete_ || change.verb == TaskChangeVerbEnum::deleteCompleted)
             Q_EMIT deleteRecorded(UndoText::deletedNotice(change));
     });

@@ -53,6 +53,9 @@ public:
 Q_SIGNALS:
     // The stack, its texts or the busy flag changed.
     void changed();
+    // A change made through the use cases landed on the history: what shows tasks elsewhere may
+    // be out of date.
+    void recorded();
     // A delete was recorded; notice is what the user is shown ("Deleted task 'Pay rent'").
     void deleteRecorded(const QString& notice);
     // An undo or redo finished; message is empty on success, else what the user is told.

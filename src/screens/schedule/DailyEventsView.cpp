@@ -18,6 +18,7 @@
 #include "screens/schedule/MiniCalendarHolidaySource.h"
 #include "screens/schedule/MiniCalendarView.h"
 #include "screens/schedule/ScheduleProjectsPaneView.h"
+#include "undo/UndoHistory.h"
 
 #include <QEvent>
 #include <QFrame>
@@ -172,6 +173,8 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
         [this](const MeetTaskLink& link) { blockTime(link); });
     // The pane reads the tasks again whenever they may have changed: a ticked box follows.
     connect(m_projectsPane, &ScheduleProjectsPaneView::loaded, this, &DailyEventsView::followTaskStates);
+    // So does a task ticked anywhere else in the program (quick add, search, the projects workspace).
+    connect(&services.undoHistory(), &UndoHistory::recorded, this, &DailyEventsView::followTaskStates);
     connect(m_allDay, &AllDayEventsSectionView::onEditMeet, this, &DailyEventsView::editMeet);
     connect(m_allDay, &AllDayEventsSectionView::taskDoneToggled, this, &DailyEventsView::setTaskDone);
     connect(m_allDay, &AllDayEventsSectionView::onDeleteMeet, this, &DailyEventsView::deleteMeet);
