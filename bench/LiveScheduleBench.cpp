@@ -2,9 +2,10 @@
 // three calendars across the six months the navigator reaches. How long an edit made by another
 // program takes to show on screen, from the start of its write until the schedule shows the new
 // title (median and 95th percentile over 50 edits); then switching to a day already read, to a
-// day not read yet, and to the next day after a moment on the shown one (read ahead in the
-// background by then); then the frames of a card dragged over the loaded day: one mouse move and
-// the repaint of what it dirtied (median and 95th percentile), on a busy day of 40 meets a week ahead.
+// day of the span read ahead around the shown one, to a day weeks away (not read yet), and to
+// the next day after a moment on the shown one; then the frames of a card dragged over the loaded
+// day: one mouse move and the repaint of what it dirtied (median and 95th percentile), on a busy
+// day of 40 meets a week ahead.
 // Needs the desktop session's EDS: scripts/with-desktop-session build/bench/bench_live_schedule
 #include "meetings/DirectCalendar.h"
 #include "meetings/OffMainThread.h"
@@ -182,14 +183,40 @@ void BM_SwitchToALoadedDay(benchmark::State& state)
 }
 BENCHMARK(BM_SwitchToALoadedDay)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
 
-// Three days apart, so that no day read ahead for the one before is among them.
-void BM_SwitchToANewDay(benchmark::State& state)
+// Three days apart, within the three weeks around the shown day that are read ahead at once in
+// the background: a moment on each day first, as someone reading their week would.
+void BM_SwitchToADayInTheLoadedSpan(benchmark::State& state)
 {
     World& w = world();
-    int offset = 2;
+    w.show(w.shownDay);
+    int offset = -9;
+    int hits = 0;
     for (auto _ : state) {
         const QDate day = w.shownDay.addDays(offset);
         offset += 3;
+        QElapsedTimer looking;
+        looking.start();
+        while (!w.view->isDayCached(day) && looking.elapsed() < 3000)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        hits += w.view->isDayCached(day) ? 1 : 0;
+        QElapsedTimer switching;
+        switching.start();
+        w.show(day);
+        w.view->repaint();
+        state.SetIterationTime(double(switching.nsecsElapsed()) / 1e9);
+    }
+    state.counters["read_ahead"] = double(hits) / double(state.iterations());
+}
+BENCHMARK(BM_SwitchToADayInTheLoadedSpan)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
+
+// Weeks apart, so that each day lies outside what was watched and read ahead for the one before.
+void BM_SwitchToANewDay(benchmark::State& state)
+{
+    World& w = world();
+    const int offsets[] = {25, -25, 47, -47, 69, -69, 85, -85};
+    int next = 0;
+    for (auto _ : state) {
+        const QDate day = w.shownDay.addDays(offsets[next++ % 8]);
         QElapsedTimer switching;
         switching.start();
         w.show(day);

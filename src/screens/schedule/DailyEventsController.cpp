@@ -64,11 +64,11 @@ bool DailyEventsController::hasCalendarAccess() const
 }
 
 std::shared_ptr<MeetRepository> DailyEventsController::repository(
-    const QDate& day, const std::optional<QString>& newMeetsCalendar) const
+    const QDate& day, const std::optional<QString>& newMeetsCalendar, int days) const
 {
     const QString chosen = newMeetsCalendar.value_or(m_defaults.value(defaultCalendarKey).toString());
     std::vector<std::shared_ptr<MeetRepository>> sources {
-        std::make_shared<EventKitMeetRepositoryImpl>(m_eventStore, m_calendar, 0, 1,
+        std::make_shared<EventKitMeetRepositoryImpl>(m_eventStore, m_calendar, 0, days,
             HiddenCalendarsStore::standard(*m_center).load(), chosen.isEmpty() ? std::nullopt : std::optional(chosen),
             std::make_shared<PinnedClock>(QDateTime(day, QTime(12, 0), m_calendar)))};
     if (m_apiClient) {
@@ -85,40 +85,59 @@ std::shared_ptr<MeetRepository> DailyEventsController::repository(
 
 DailyEventsDay DailyEventsController::loadDay(const QDate& day) const
 {
-    DailyEventsDay loaded;
-    loaded.date = day;
+    return loadDays(day, day).constFirst();
+}
+
+QList<DailyEventsDay> DailyEventsController::loadDays(const QDate& first, const QDate& last) const
+{
+    DailyEventsDay common;
     if (!hasCalendarAccess()) {
-        loaded.isPermissionDenied = true;
-        return loaded;
+        common.isPermissionDenied = true;
+        QList<DailyEventsDay> denied;
+        for (QDate day = first; day <= last; day = day.addDays(1)) {
+            denied.append(common);
+            denied.last().date = day;
+        }
+        return denied;
     }
-    const QDateTime dayStart(day, QTime(0, 0), m_calendar);
-    const QDateTime dayEnd(day.addDays(1), QTime(0, 0), m_calendar);
-    const MeetingsApplication meetings(repository(day), m_calendar);
-    for (const MeetEntity& meet : meetings.fetchMeets()) {
-        // The backend answers with every event of the user; a meet of no length at midnight still
-        // belongs to the day it starts.
-        const bool touches = meet.metDate < dayEnd && (meet.endDate() > dayStart || meet.metDate == dayStart);
-        if (touches)
-            loaded.meets.append(meet);
-    }
-    for (const MeetEntity& meet : std::as_const(loaded.meets)) {
-        if (m_alarms.isArmed(meet))
-            loaded.armedMeetIds.insert(meet.metId);
-    }
-    loaded.isDayAlarmSet = m_alarms.isDayArmed(loaded.meets);
+    const qint64 dayCount = first.daysTo(last) + 1;
+    QList<MeetEntity> meets
+        = MeetingsApplication(repository(first, std::nullopt, int(dayCount)), m_calendar).fetchMeets();
+    QHash<QUuid, bool> taskDone;
+    followTaskLinks(meets, taskDone);
     const QSet<QString> hidden = HiddenCalendarsStore::standard(*m_center).load();
     for (const CalendarStoreCalendar& calendar : m_eventStore->calendars()) {
         if (hidden.contains(calendar.identifier))
             continue;
-        loaded.shownCalendarIdentifiers.append(calendar.identifier);
+        common.shownCalendarIdentifiers.append(calendar.identifier);
         if (calendar.writable)
-            loaded.calendars.append(calendar);
+            common.calendars.append(calendar);
     }
-    followTaskLinks(loaded.meets, loaded.taskDone);
-    loaded.defaultCalendarIdentifier = m_defaults.value(defaultCalendarKey).toString();
-    if (loaded.defaultCalendarIdentifier.isEmpty()) {
+    common.defaultCalendarIdentifier = m_defaults.value(defaultCalendarKey).toString();
+    if (common.defaultCalendarIdentifier.isEmpty()) {
         if (const std::optional<CalendarStoreCalendar> fallback = m_eventStore->defaultCalendarForNewEvents())
-            loaded.defaultCalendarIdentifier = fallback->identifier;
+            common.defaultCalendarIdentifier = fallback->identifier;
+    }
+
+    QList<DailyEventsDay> loaded;
+    for (QDate day = first; day <= last; day = day.addDays(1)) {
+        DailyEventsDay& one = loaded.emplace_back(common);
+        one.date = day;
+        const QDateTime dayStart(day, QTime(0, 0), m_calendar);
+        const QDateTime dayEnd(day.addDays(1), QTime(0, 0), m_calendar);
+        for (const MeetEntity& meet : std::as_const(meets)) {
+            // The backend answers with every event of the user; a meet of no length at midnight
+            // still belongs to the day it starts.
+            const bool touches = meet.metDate < dayEnd && (meet.endDate() > dayStart || meet.metDate == dayStart);
+            if (!touches)
+                continue;
+            one.meets.append(meet);
+            if (m_alarms.isArmed(meet))
+                one.armedMeetIds.insert(meet.metId);
+            if (const auto done = taskDone.constFind(meet.metId); done != taskDone.cend())
+                one.taskDone.insert(meet.metId, *done);
+        }
+        one.isDayAlarmSet = m_alarms.isDayArmed(one.meets);
     }
     return loaded;
 }

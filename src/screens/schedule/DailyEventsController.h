@@ -54,6 +54,8 @@ public:
     const QTimeZone& calendar() const { return m_calendar; }
 
     DailyEventsDay loadDay(const QDate& day) const;
+    // Every day from first to last, read from the store at once: far cheaper than day by day.
+    QList<DailyEventsDay> loadDays(const QDate& first, const QDate& last) const;
     // Also remembers a meet made in the calendar store as the program's own, so that it may ring
     // whatever its calendar.
     MeetEntity create(const MeetDraft& draft) const;
@@ -99,9 +101,10 @@ private:
     void dropTaskLink(const MeetEntity& meet) const;
 
     bool hasCalendarAccess() const;
-    // New meets go to newMeetsCalendar when given, else to the user's default calendar.
+    // The meets of days days from day on. New meets go to newMeetsCalendar when given, else to
+    // the user's default calendar.
     std::shared_ptr<MeetRepository> repository(
-        const QDate& day, const std::optional<QString>& newMeetsCalendar = std::nullopt) const;
+        const QDate& day, const std::optional<QString>& newMeetsCalendar = std::nullopt, int days = 1) const;
 
     std::optional<UserEntity> m_user;
     std::shared_ptr<EventKitStoring> m_eventStore;

@@ -331,32 +331,46 @@ void DailyEventsView::prefetch()
 {
     const std::shared_ptr<const DailyEventsController> controller = m_controller;
     const QDate day = m_prefetchAround;
-    if (day != m_shownDate || m_isLoading)
+    if (!controller || !m_watcher || day != m_shownDate || m_isLoading || !m_prefetching.isEmpty())
         return;
-    for (const QDate& neighbour : {day.addDays(1), day.addDays(-1)}) {
-        if (!controller || m_cache.contains(neighbour) || m_prefetching.contains(neighbour) || neighbour < minDate()
-            || neighbour > maxDate() || !m_watcher || !m_watcher->scope().covers(neighbour))
-            continue;
-        m_prefetching.insert(neighbour);
-        const quint64 epoch = m_cacheEpoch;
-        runAsync(
-            this,
-            [controller, neighbour]() -> std::optional<DailyEventsDay> {
-                try {
-                    return controller->loadDay(neighbour);
-                } catch (const std::exception&) {
-                    // Read again when shown, where a failure is told.
-                    return std::nullopt;
-                }
-            },
-            [this, neighbour, epoch](const std::optional<DailyEventsDay>& read) {
-                m_prefetching.remove(neighbour);
-                // Something changed since the read began: it may not say what the store says.
-                if (!read || read->isPermissionDenied || epoch != m_cacheEpoch || !m_watcher->scope().covers(neighbour))
-                    return;
-                m_cache.insert(neighbour, *read);
-            });
+    const CalendarWatchScope scope = m_watcher->scope();
+    if (!scope.covers(day))
+        return;
+    const QDate first = std::max(scope.start.date(), minDate());
+    const QDate last = std::min(scope.end.addSecs(-1).date(), maxDate());
+    QSet<QDate> missing;
+    for (QDate one = first; one <= last; one = one.addDays(1)) {
+        if (!m_cache.contains(one))
+            missing.insert(one);
     }
+    if (missing.isEmpty())
+        return;
+    m_prefetching = missing;
+    const quint64 epoch = m_cacheEpoch;
+    runAsync(
+        this,
+        [controller, first, last]() -> std::optional<QList<DailyEventsDay>> {
+            try {
+                return controller->loadDays(first, last);
+            } catch (const std::exception&) {
+                // Read again when shown, where a failure is told.
+                return std::nullopt;
+            }
+        },
+        [this, epoch](const std::optional<QList<DailyEventsDay>>& read) {
+            m_prefetching.clear();
+            if (!read)
+                return;
+            // Something changed since the read began: it may not say what the store says.
+            if (epoch != m_cacheEpoch) {
+                prefetchAround(m_shownDate);
+                return;
+            }
+            for (const DailyEventsDay& one : *read) {
+                if (!one.isPermissionDenied && !m_cache.contains(one.date) && m_watcher->scope().covers(one.date))
+                    m_cache.insert(one.date, one);
+            }
+        });
 }
 
 void DailyEventsView::loadDay()

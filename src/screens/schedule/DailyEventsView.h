@@ -145,8 +145,8 @@ private:
     // The shown day read again and every other day forgotten, after something changed them.
     void refresh();
     void apply(const DailyEventsDay& day);
-    // The days before and after day read into the cache in the background, so that the usual next
-    // or previous day shows at once.
+    // The days of the watched span around day read into the cache in the background, at once, so
+    // that any of them shows without waiting on the store; the watch keeps them current.
     void prefetchAround(const QDate& day);
     void prefetch();
     void watchCalendars(const DailyEventsDay& day, const std::optional<QDateTime>& lastArmed);

@@ -773,6 +773,36 @@ private Q_SLOTS:
     }
 
     // The span watched moves only when the shown day nears its edge, and follows the calendars.
+    // The days around the shown one are read ahead together; one changed elsewhere shows as the
+    // store has it when it is opened.
+    void theDaysAroundAreReadAheadAndKeptCurrent()
+    {
+        const QString work = addCalendar(QStringLiteral("Work"));
+        const QDate day = QDate::currentDate().addDays(2);
+        OtherProgram other(work);
+        const QString standup = other.add(QStringLiteral("Stand-up"), QDateTime(day.addDays(6), QTime(9, 0)),
+            QDateTime(day.addDays(6), QTime(9, 15)));
+        open(day);
+        waitUntilWatching({work});
+        const CalendarWatchScope scope = view->calendarWatcher()->scope();
+        QVERIFY(scope.covers(day.addDays(6)));
+        for (QDate one = scope.start.date(); scope.covers(one); one = one.addDays(1))
+            QTRY_VERIFY2_WITH_TIMEOUT(view->isDayCached(one), qPrintable(one.toString(Qt::ISODate)), 15000);
+
+        other.change(standup, QStringLiteral("Stand-up, moved"), QDateTime(day.addDays(5), QTime(9, 0)),
+            QDateTime(day.addDays(5), QTime(9, 15)));
+        QTRY_VERIFY_WITH_TIMEOUT(!view->isDayCached(day.addDays(6)), 15000);
+        QSignalSpy loaded(view.get(), &DailyEventsView::loaded);
+        view->setSelectedDate(day.addDays(6));
+        QVERIFY(!loaded.isEmpty() || loaded.wait(15000));
+        QVERIFY(!shown(QStringLiteral("Stand-up")) && !shown(QStringLiteral("Stand-up, moved")));
+        QTRY_VERIFY_WITH_TIMEOUT(view->isDayCached(day.addDays(5)), 15000);
+        loaded.clear();
+        view->setSelectedDate(day.addDays(5));
+        QVERIFY(!loaded.isEmpty() || loaded.wait(15000));
+        QVERIFY(shown(QStringLiteral("Stand-up, moved")).has_value());
+    }
+
     void theWatchedSpanFollowsTheDay()
     {
         const QDate day(2026, 3, 10);
