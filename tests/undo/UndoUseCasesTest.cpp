@@ -6,9 +6,9 @@
 
 using namespace UndoTestSupport;
 
-// The daily checklist and the logbook have their changes recorded by their use cases like the
-// workspace's: each is undone and redone step by step over real encrypted stores, and checked
-// through another instance of the stores.
+// The daily checklist, the logbook and repeating tasks have their changes recorded by their use
+// cases like the workspace's: each is undone and redone step by step over real encrypted stores,
+// and checked through another instance of the stores.
 class UndoUseCasesTest : public QObject {
     Q_OBJECT
 
@@ -83,6 +83,40 @@ private Q_SLOTS:
             QCOMPARE(step(history(), false), QString());
             QCOMPARE(stored(), states.at(index));
         }
+    }
+
+    // Completing a repeating task makes its next occurrence: undone, the task is open again and
+    // the next one gone, so doing it again makes no second copy; redone, both come back.
+    void shouldTakeBackTheNextOccurrenceWithTheCompletion()
+    {
+        const auto apps = recording();
+        const ProjectEntity home {.prjUserId = userId(), .prjName = QStringLiteral("Home")};
+        const TaskListEntity chores {.prjId = home.prjId, .talName = QStringLiteral("Chores"), .talIsDefault = true};
+        QVERIFY(apps.projects.create(home).result);
+        QVERIFY(apps.taskLists.create(chores).result);
+        const TaskEntity water {.prjId = home.prjId,
+            .talId = chores.talId,
+            .tasTitle = QStringLiteral("Water the plants"),
+            .tasDueDate = QDateTime(QDate::currentDate(), QTime(0, 0), Qt::UTC),
+            .tasRecurrence = TaskRecurrenceEntity {.frequency = RecurrenceFrequencyEnum::weekly}};
+        QVERIFY(apps.tasks.create(water).result);
+        const auto listed = [&] { return UndoTestSupport::listed<TaskEntity>(elsewhere().tasks.list(chores.talId)); };
+
+        QVERIFY(apps.tasks.markDone(water.tasId).result);
+        QVERIFY(waitForText(history(), QStringLiteral("complete task 'Water the plants'")));
+        const QList<TaskEntity> afterDone = listed();
+        QCOMPARE(afterDone.size(), 2);
+
+        QCOMPARE(step(history(), true), QString());
+        const QList<TaskEntity> undone = listed();
+        QCOMPARE(undone.size(), 1);
+        QVERIFY(!undone.constFirst().tasIsDone);
+        QCOMPARE(undone.constFirst().tasId, water.tasId);
+
+        QCOMPARE(step(history(), false), QString());
+        QCOMPARE(listed().size(), 2);
+        QVERIFY(apps.tasks.markDone(water.tasId).result);
+        QCOMPARE(listed().size(), 2);
     }
 
     void shouldUndoAndRedoTheLogbook()
