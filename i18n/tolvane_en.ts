@@ -1107,6 +1107,10 @@
         <source>Set up your account to start.</source>
         <translation>Set up your account to start.</translation>
     </message>
+    <message id="schedule-notice-deleted">
+        <source>Event deleted</source>
+        <translation>Event deleted</translation>
+    </message>
     <message id="schedule-notice-moved">
         <source>Event moved</source>
         <translation>Event moved</translation>
@@ -1458,6 +1462,10 @@
     <message id="undo-noun-daily-task">
         <source>daily task</source>
         <translation>daily task</translation>
+    </message>
+    <message id="undo-noun-event">
+        <source>event</source>
+        <translation>event</translation>
     </message>
     <message id="undo-noun-project">
         <source>project</source>

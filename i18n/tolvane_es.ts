@@ -1107,6 +1107,10 @@
         <source>Set up your account to start.</source>
         <translation>Configura tu cuenta para empezar.</translation>
     </message>
+    <message id="schedule-notice-deleted">
+        <source>Event deleted</source>
+        <translation>Evento eliminado</translation>
+    </message>
     <message id="schedule-notice-moved">
         <source>Event moved</source>
         <translation>Evento movido</translation>
@@ -1458,6 +1462,10 @@
     <message id="undo-noun-daily-task">
         <source>daily task</source>
         <translation>tarea del día</translation>
+    </message>
+    <message id="undo-noun-event">
+        <source>event</source>
+        <translation>evento</translation>
     </message>
     <message id="undo-noun-project">
         <source>project</source>

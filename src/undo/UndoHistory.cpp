@@ -26,15 +26,15 @@ Applications withoutRecorder(Applications applications)
 // pushed, and are changed by UndoHistory, off the GUI thread, before the stack moves past it.
 class ChangeCommand final : public QUndoCommand {
 public:
-    ChangeCommand(Applications applications, TasksChange change)
-        : QUndoCommand(UndoText::describe(change))
-        , applications(std::move(applications))
-        , change(std::move(change))
+    ChangeCommand(const QString& text, UndoHistory::Way undo, UndoHistory::Way redo)
+        : QUndoCommand(text)
+        , undo(std::move(undo))
+        , redo(std::move(redo))
     {
     }
 
-    const Applications applications;
-    const TasksChange change;
+    const UndoHistory::Way undo;
+    const UndoHistory::Way redo;
 };
 
 class HistoryRecorder final : public TaskChangeRecorder {
@@ -89,13 +89,23 @@ void UndoHistory::attach(Applications& applications)
 
 void UndoHistory::record(const Applications& applications, const TasksChange& change)
 {
-    QMetaObject::invokeMethod(this, [this, applications = withoutRecorder(applications), change] {
+    const Applications restoring = withoutRecorder(applications);
+    record(
+        UndoText::describe(change),
+        [restoring, change] { return TasksRestore::apply(restoring, change.after, change.before); },
+        [restoring, change] { return TasksRestore::apply(restoring, change.before, change.after); });
+    if (change.verb == TaskChangeVerbEnum::delete_ || change.verb == TaskChangeVerbEnum::deleteCompleted)
+        QMetaObject::invokeMethod(
+            this, [this, notice = UndoText::deletedNotice(change)] { Q_EMIT deleteRecorded(notice); });
+}
+
+void UndoHistory::record(const QString& text, Way undo, Way redo)
+{
+    QMetaObject::invokeMethod(this, [this, text, undo = std::move(undo), redo = std::move(redo)] {
         // Pushing runs the command's redo(), which does nothing: the change is already made.
-        m_stack->push(new ChangeCommand(applications, change));
+        m_stack->push(new ChangeCommand(text, undo, redo));
         Q_EMIT changed();
         Q_EMIT recorded();
-        if (change.verb == TaskChangeVerbEnum::delete_ || change.verb == TaskChangeVerbEnum::deleteCompleted)
-            Q_EMIT deleteRecorded(UndoText::deletedNotice(change));
     });
 }
 
@@ -155,11 +165,7 @@ void UndoHistory::step(bool backwards)
     Q_EMIT changed();
     const QString text = command->text();
     runAsync(
-        this,
-        [applications = command->applications, change = command->change, backwards] {
-            return backwards ? TasksRestore::apply(applications, change.after, change.before)
-                             : TasksRestore::apply(applications, change.before, change.after);
-        },
+        this, [way = backwards ? command->undo : command->redo] { return way(); },
         [this, backwards, text, index](const TasksRestore::Outcome& outcome) {
             m_busy = false;
             QString message;

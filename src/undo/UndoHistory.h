@@ -2,6 +2,7 @@
 
 #include "tasks/TasksApplicationFactory.h"
 #include "tasks/applications/TaskChangeRecorder.h"
+#include "undo/TasksRestore.h"
 
 #include <QList>
 #include <QObject>
@@ -34,6 +35,10 @@ public:
 
     // Any thread; the change lands on the history's thread.
     void record(const TasksApplicationFactory::Applications& applications, const TasksChange& change);
+    // A change made outside the Tasks use cases (a calendar event), named by text ("move event
+    // 'Review'"). Each way runs off the GUI thread and must hold everything it needs. Any thread.
+    using Way = std::function<TasksRestore::Outcome()>;
+    void record(const QString& text, Way undo, Way redo);
 
     // Whether there is a step to take; one asked for while another runs waits its turn.
     bool canUndo() const;
@@ -75,6 +80,8 @@ private:
 namespace UndoText {
 // "delete task 'Pay rent'", in the user's language.
 QString describe(const TasksChange& change);
+// "move event 'Review'".
+QString describeEvent(TaskChangeVerbEnum change, const QString& title);
 // "Undo delete task 'Pay rent'", or "Undo" with nothing to undo.
 QString undoAction(const QString& text);
 QString redoAction(const QString& text);

@@ -70,6 +70,12 @@ QString UndoText::describe(const TasksChange& change)
     return qtTrId("undo-action").arg(verb(change.verb), noun(change.subject), change.name);
 }
 
+QString UndoText::describeEvent(TaskChangeVerbEnum change, const QString& title)
+{
+    //% "event"
+    return qtTrId("undo-action").arg(verb(change), qtTrId("undo-noun-event"), title);
+}
+
 QString UndoText::undoAction(const QString& text)
 {
     //% "Undo"

@@ -9,6 +9,7 @@
 #include <QTimeZone>
 #include <QUuid>
 
+#include <algorithm>
 #include <future>
 #include <libecal/libecal.h>
 #include <libedataserver/libedataserver.h>
@@ -939,6 +940,66 @@ void CalendarStore::disableCalendar(const QString& identifier) const
         qCWarning(lcCalendar) << "cannot disable calendar" << identifier << (error ? error->message : "");
         g_clear_error(&error);
     }
+}
+
+QByteArray CalendarStore::eventSnapshot(const QString& calendarIdentifier, const QString& uid) const
+{
+    ECalClient* calClient = requireClient(calendarIdentifier);
+    GSList* components = nullptr;
+    GError* error = nullptr;
+    if (!e_cal_client_get_objects_for_uid_sync(calClient, uid.toUtf8().constData(), &components, nullptr, &error)) {
+        // Not there is an answer too: nothing to keep.
+        if (g_error_matches(error, E_CAL_CLIENT_ERROR, E_CAL_CLIENT_ERROR_OBJECT_NOT_FOUND)) {
+            g_clear_error(&error);
+            return {};
+        }
+        raise(error, "The event is not in its calendar");
+    }
+    if (!components)
+        return {};
+    GRef<ICalComponent> root(i_cal_component_new_vcalendar());
+    for (GSList* item = components; item; item = item->next) {
+        ICalComponent* component = e_cal_component_get_icalcomponent(E_CAL_COMPONENT(item->data));
+        i_cal_component_take_component(root.get(), i_cal_component_clone(component));
+    }
+    g_slist_free_full(components, g_object_unref);
+    gchar* text = i_cal_component_as_ical_string(root.get());
+    QByteArray snapshot(text);
+    g_free(text);
+    return snapshot;
+}
+
+void CalendarStore::restoreEvent(
+    const QString& calendarIdentifier, const QString& uid, const QByteArray& snapshot) const
+{
+    ECalClient* calClient = requireClient(calendarIdentifier);
+    if (!eventSnapshot(calendarIdentifier, uid).isEmpty())
+        removeObject(calClient, uid, QString(), E_CAL_OBJ_MOD_ALL);
+    if (snapshot.isEmpty())
+        return;
+    GRef<ICalComponent> root(i_cal_parser_parse_string(snapshot.constData()));
+    if (!root)
+        throw CalendarStoreError(QStringLiteral("Not an iCalendar text"));
+    GError* error = nullptr;
+    if (!e_cal_client_receive_objects_sync(calClient, root.get(), E_CAL_OPERATION_FLAG_NONE, nullptr, &error))
+        raise(error, "The calendar did not save the event");
+}
+
+bool CalendarStore::sameSnapshot(const QByteArray& a, const QByteArray& b)
+{
+    // Stamps change with every write, including the one that puts an event back.
+    const auto lines = [](const QByteArray& text) {
+        QList<QByteArray> kept;
+        for (const QByteArray& line : text.split('\n')) {
+            const QByteArray trimmed = line.trimmed();
+            if (!trimmed.startsWith("DTSTAMP") && !trimmed.startsWith("LAST-MODIFIED") && !trimmed.startsWith("CREATED")
+                && !trimmed.startsWith("SEQUENCE") && !trimmed.isEmpty())
+                kept.append(trimmed);
+        }
+        std::sort(kept.begin(), kept.end());
+        return kept;
+    };
+    return lines(a) == lines(b);
 }
 
 int CalendarStore::importCalendarData(const QString& calendarIdentifier, const QByteArray& icalendar) const

@@ -175,6 +175,16 @@ public:
     // Throws CalendarStoreError.
     void remove(const CalendarStoreEvent& event, CalendarStoreSpan span) const;
 
+    // Every component of the event uid in the calendar (a series with its edited occurrences) as
+    // an iCalendar text, the way an undo keeps it; empty when the calendar holds no such event.
+    // Throws CalendarStoreError.
+    QByteArray eventSnapshot(const QString& calendarIdentifier, const QString& uid) const;
+    // Puts the event back as snapshot has it; an empty snapshot removes it. Throws
+    // CalendarStoreError.
+    void restoreEvent(const QString& calendarIdentifier, const QString& uid, const QByteArray& snapshot) const;
+    // Whether two snapshots hold the same event, whatever the stamps of when they were written.
+    static bool sameSnapshot(const QByteArray& a, const QByteArray& b);
+
     // A calendar "On This Computer"; for setting up, tools and tests. Throws CalendarStoreError.
     void addLocalCalendar(const QString& identifier, const QString& title, const QString& color) const;
     // Takes the calendar out of every list and read; its file stays.

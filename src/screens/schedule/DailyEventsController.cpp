@@ -11,6 +11,8 @@
 #include "platform/calendar_store/CalendarStore.h"
 #include "screens/common/AppServices.h"
 #include "tasks/domain/TaskMessages.h"
+#include "undo/CalendarEventUndo.h"
+#include "undo/UndoHistory.h"
 
 #include <QGuiApplication>
 #include <QMutex>
@@ -52,6 +54,7 @@ DailyEventsController::DailyEventsController(const AppServices& services, std::o
     , m_apiClient(m_user && m_user->usrIsGoogleAccount ? services.apiClient() : std::nullopt)
     , m_alarms(services.meetAlarmScheduler())
     , m_isDark(qGuiApp && qGuiApp->palette().color(QPalette::Window).lightness() < 128)
+    , m_history(eventStore ? nullptr : &services.undoHistory())
 {
 }
 
@@ -147,21 +150,40 @@ MeetEntity DailyEventsController::create(const MeetDraft& draft) const
     const QDate day = draft.start.toTimeZone(m_calendar).date();
     const MeetEntity made
         = MeetingsApplication(repository(day, draft.calendarIdentifier), m_calendar).createMeet(draft);
-    if (made.metSource == MeetSource::eventKit)
+    if (made.metSource == MeetSource::eventKit) {
         AppCreatedEventIdentifiersStore(m_defaults).add(made.metOriginalIdentifier);
+        if (m_history)
+            CalendarEventUndo::ofNewEvent(
+                CalendarStore::shared(), made.metCalendarIdentifier, made.metOriginalIdentifier)
+                .record(*m_history, TaskChangeVerbEnum::add, made.metName);
+    }
     return made;
 }
 
-MeetEntity DailyEventsController::update(const MeetEntity& meet, const MeetDraft& draft) const
+MeetEntity DailyEventsController::update(const MeetEntity& meet, const MeetDraft& draft, TaskChangeVerbEnum verb) const
 {
     const QDate day = meet.metDate.toTimeZone(m_calendar).date();
-    return MeetingsApplication(repository(day), m_calendar).updateMeet(meet, draft);
+    const std::optional<CalendarEventUndo> undo = undoFor(meet);
+    const MeetEntity updated = MeetingsApplication(repository(day), m_calendar).updateMeet(meet, draft);
+    if (undo)
+        undo->record(*m_history, verb, updated.metName);
+    return updated;
 }
 
 void DailyEventsController::remove(const MeetEntity& meet) const
 {
     const QDate day = meet.metDate.toTimeZone(m_calendar).date();
+    const std::optional<CalendarEventUndo> undo = undoFor(meet);
     MeetingsApplication(repository(day), m_calendar).deleteMeet(meet);
+    if (undo)
+        undo->record(*m_history, TaskChangeVerbEnum::delete_, meet.metName);
+}
+
+std::optional<CalendarEventUndo> DailyEventsController::undoFor(const MeetEntity& meet) const
+{
+    if (!m_history || meet.metSource != MeetSource::eventKit)
+        return std::nullopt;
+    return CalendarEventUndo(CalendarStore::shared(), meet.metCalendarIdentifier, meet.metOriginalIdentifier);
 }
 
 MeetAlarmScheduler::Arming DailyEventsController::setAlarm(const MeetEntity& meet, bool armed) const

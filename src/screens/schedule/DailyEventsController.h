@@ -7,6 +7,7 @@
 #include "meetings/repositories/eventkit/EventKitStoring.h"
 #include "networking/APIClient.h"
 #include "tasks/TasksApplicationFactory.h"
+#include "undo/CalendarEventUndo.h"
 
 #include <QDate>
 #include <QSet>
@@ -41,6 +42,8 @@ struct DailyEventsDay {
 // calendar store must first be touched) and then copied into worker threads: every other call
 // blocks on the calendar store, the backend or speech synthesis, and throws what the meetings
 // module throws.
+class UndoHistory;
+
 class DailyEventsController {
 public:
     DailyEventsController(const AppServices& services, std::optional<UserEntity> user,
@@ -59,7 +62,9 @@ public:
     // Also remembers a meet made in the calendar store as the program's own, so that it may ring
     // whatever its calendar.
     MeetEntity create(const MeetDraft& draft) const;
-    MeetEntity update(const MeetEntity& meet, const MeetDraft& draft) const;
+    // verb names the change in the undo history: an edit, or a move by dragging.
+    MeetEntity update(
+        const MeetEntity& meet, const MeetDraft& draft, TaskChangeVerbEnum verb = TaskChangeVerbEnum::edit) const;
     void remove(const MeetEntity& meet) const;
 
     // Refused, with the reason, when the alarm could not be armed (a meet already begun, no
@@ -101,6 +106,9 @@ private:
     void dropTaskLink(const MeetEntity& meet) const;
 
     bool hasCalendarAccess() const;
+    // What an undo of a change to meet needs, taken before the change; none for a meet of the
+    // backend or without a history.
+    std::optional<CalendarEventUndo> undoFor(const MeetEntity& meet) const;
     // The meets of days days from day on. New meets go to newMeetsCalendar when given, else to
     // the user's default calendar.
     std::shared_ptr<MeetRepository> repository(
@@ -114,5 +122,7 @@ private:
     std::optional<APIClient> m_apiClient;
     MeetAlarmScheduler m_alarms;
     std::optional<TasksApplicationFactory::Applications> m_tasks;
+    // Where changes to the desktop's calendars are recorded for undo; none over another store.
+    UndoHistory* m_history = nullptr;
     bool m_isDark;
 };

@@ -620,6 +620,18 @@ void DailyEventsView::editMeet(const MeetEntity& meet)
     openEditor(editor);
 }
 
+std::function<void()> DailyEventsView::undoOf(const QString& step, std::function<void()> otherwise)
+{
+    UndoHistory& history = m_services.undoHistory();
+    if (history.undoText() != step)
+        return otherwise;
+    return [&history, step] {
+        // Something else done since is undone first, from the menu.
+        if (history.undoText() == step)
+            history.undo();
+    };
+}
+
 void DailyEventsView::showNotice(const QString& text, std::function<void()> undo)
 {
     m_noticeText->setText(text);
@@ -650,7 +662,7 @@ void DailyEventsView::moveMeet(
         this,
         [controller, meet, draft]() -> std::variant<MeetEntity, QString> {
             try {
-                return controller->update(meet, draft);
+                return controller->update(meet, draft, TaskChangeVerbEnum::move);
             } catch (const std::exception& error) {
                 const QString message = messageOf(error);
                 return message.isEmpty() ? qtTrId("create-event-generic-error") : message;
@@ -672,8 +684,10 @@ void DailyEventsView::moveMeet(
                     //% "Event length changed"
                     text = qtTrId("schedule-notice-resized");
                 }
-                showNotice(text,
-                    [this, moved, meet] { moveMeet(moved, meet.metDate, meet.endDate(), false, meet.metIsAllDay); });
+                showNotice(
+                    text, undoOf(UndoText::describeEvent(TaskChangeVerbEnum::move, moved.metName), [this, moved, meet] {
+                        moveMeet(moved, meet.metDate, meet.endDate(), false, meet.metIsAllDay);
+                    }));
                 return;
             }
             m_services.console().appendLine(QStringLiteral("DailyEventsController.update failed: ") + *failure);
@@ -719,7 +733,7 @@ void DailyEventsView::deleteMeet(const MeetEntity& meet)
                 return messageOf(error);
             }
         },
-        [this](const std::optional<QString>& failure) {
+        [this, meet](const std::optional<QString>& failure) {
             m_meetPendingDeletion.reset();
             m_deleteErrorMessage = failure;
             if (failure) {
@@ -728,6 +742,9 @@ void DailyEventsView::deleteMeet(const MeetEntity& meet)
                 return;
             }
             refresh();
+            //% "Event deleted"
+            showNotice(qtTrId("schedule-notice-deleted"),
+                undoOf(UndoText::describeEvent(TaskChangeVerbEnum::delete_, meet.metName), {}));
         });
 }
 
@@ -820,23 +837,24 @@ void DailyEventsView::blockTime(const MeetTaskLink& link, const std::optional<QD
                 setSelectedDate(made.metDate.toLocalTime().date());
             const std::shared_ptr<const DailyEventsController> controller = m_controller;
             //% "Time blocked for the task"
-            showNotice(qtTrId("schedule-notice-time-blocked"), [this, controller, made] {
-                runAsync(
-                    this,
-                    [controller, made]() -> std::optional<QString> {
-                        try {
-                            controller->remove(made);
-                            return std::nullopt;
-                        } catch (const std::exception& error) {
-                            return messageOf(error);
-                        }
-                    },
-                    [this](const std::optional<QString>& failure) {
-                        if (failure)
-                            showTaskFailure(*failure);
-                        refresh();
-                    });
-            });
+            showNotice(qtTrId("schedule-notice-time-blocked"),
+                undoOf(UndoText::describeEvent(TaskChangeVerbEnum::add, made.metName), [this, controller, made] {
+                    runAsync(
+                        this,
+                        [controller, made]() -> std::optional<QString> {
+                            try {
+                                controller->remove(made);
+                                return std::nullopt;
+                            } catch (const std::exception& error) {
+                                return messageOf(error);
+                            }
+                        },
+                        [this](const std::optional<QString>& failure) {
+                            if (failure)
+                                showTaskFailure(*failure);
+                            refresh();
+                        });
+                }));
         });
 }
 

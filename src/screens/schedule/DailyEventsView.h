@@ -159,6 +159,9 @@ private:
     void openPendingMeet();
     void openEditor(CreateEventView* editor);
     void showNotice(const QString& text, std::function<void()> undo);
+    // The notice's Undo for a change the history holds as step: the history's undo while that
+    // step is still the last one; otherwise (a meet of the backend, which it does not hold).
+    std::function<void()> undoOf(const QString& step, std::function<void()> otherwise);
     void showTaskFailure(const QString& message);
     // The tasks of the shown day's linked meets read again, after the tasks changed.
     void followTaskStates();

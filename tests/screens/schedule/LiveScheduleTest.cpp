@@ -23,6 +23,8 @@
 #include "support/notifications/TestNotificationServer.h"
 #include "support/server/ServerBackend.h"
 #include "support/ui/GoogleAccountFixture.h"
+#include "support/ui/ModalAnswers.h"
+#include "undo/UndoHistory.h"
 
 #include <QAction>
 #include <QApplication>
@@ -802,6 +804,83 @@ private Q_SLOTS:
         view->setSelectedDate(day.addDays(5));
         QVERIFY(!loaded.isEmpty() || loaded.wait(15000));
         QVERIFY(shown(QStringLiteral("Stand-up, moved")).has_value());
+    }
+
+    // Changes to events join the one history: Ctrl+Z in any workspace takes them back, the
+    // notice after a move or a delete too, and one changed elsewhere since is left alone.
+    void changesToEventsAreUndoneAndRedone()
+    {
+        const QString work = addCalendar(QStringLiteral("Work"));
+        app->userDefaults().setValue(QStringLiteral("defaultCalendarIdentifier"), work);
+        const QDate day = QDate::currentDate().addDays(4);
+        UndoHistory& history = app->services().undoHistory();
+        const auto step = [&](bool backwards) {
+            QSignalSpy finished(&history, &UndoHistory::finished);
+            backwards ? history.undo() : history.redo();
+            return (!finished.isEmpty() || finished.wait(15000)) ? finished.constFirst().at(1).toString()
+                                                                 : QStringLiteral("no outcome");
+        };
+        DailyEventsController controller(app->services(), std::nullopt);
+        controller.create({QStringLiteral("Review"), {}, QDateTime(day, QTime(10, 0)), QDateTime(day, QTime(11, 0))});
+        QTRY_COMPARE(history.undoText(), QStringLiteral("add event 'Review'"));
+        open(day);
+        waitUntilWatching({work});
+
+        // Moved with the keyboard: undone from the notice, then redone and undone again.
+        DailyEventCardView* card = view->timeline()->cards().constFirst();
+        card->setFocus();
+        QTest::keyClick(card, Qt::Key_Down, Qt::AltModifier);
+        QTRY_VERIFY_WITH_TIMEOUT(view->notice()->isVisible() && view->undoButton()->isVisible(), 15000);
+        QCOMPARE(history.undoText(), QStringLiteral("move event 'Review'"));
+        {
+            QSignalSpy finished(&history, &UndoHistory::finished);
+            view->undoButton()->click();
+            QVERIFY(!finished.isEmpty() || finished.wait(15000));
+            QCOMPARE(finished.constFirst().at(1).toString(), QString());
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(only().metDate, QDateTime(day, QTime(10, 0)), 15000);
+        QCOMPARE(step(false), QString());
+        QTRY_COMPARE_WITH_TIMEOUT(only().metDate, QDateTime(day, QTime(10, 15)), 15000);
+        QCOMPARE(step(true), QString());
+        QTRY_COMPARE_WITH_TIMEOUT(only().metDate, QDateTime(day, QTime(10, 0)), 15000);
+
+        // Deleted after confirming: the notice brings it back whole.
+        ModalAnswers::whenModalAppears(
+            [](QWidget* box) { ModalAnswers::clickButtonNamed(box, qtTrId("meet-delete-confirm-button")); });
+        view->deleteMeet(only());
+        QTRY_COMPARE_WITH_TIMEOUT(view->noticeText()->text(), qtTrId("schedule-notice-deleted"), 15000);
+        QCOMPARE(history.undoText(), QStringLiteral("delete event 'Review'"));
+        QVERIFY(controller.loadDay(day).meets.isEmpty());
+        view->undoButton()->click();
+        QTRY_COMPARE_WITH_TIMEOUT(
+            namesOf(controller.loadDay(day).meets), QStringList {QStringLiteral("Review")}, 15000);
+        QTRY_COMPARE_WITH_TIMEOUT(namesOf(view->events()), QStringList {QStringLiteral("Review")}, 15000);
+        QCOMPARE(only().metDate, QDateTime(day, QTime(10, 0)));
+
+        // One occurrence of a series taken out, then put back with the rest as it was.
+        MeetDraft series {QStringLiteral("Stand-up"), {}, QDateTime(day, QTime(9, 0)), QDateTime(day, QTime(9, 15))};
+        series.recurrence = MeetRecurrenceFrequency::daily;
+        controller.create(series);
+        const auto standUpOn = [&](const QDate& one) {
+            const QList<MeetEntity> meets = controller.loadDay(one).meets;
+            return std::count_if(meets.cbegin(), meets.cend(),
+                [](const MeetEntity& meet) { return meet.metName == QStringLiteral("Stand-up"); });
+        };
+        const MeetEntity second = controller.loadDay(day.addDays(1)).meets.constFirst();
+        QCOMPARE(second.metName, QStringLiteral("Stand-up"));
+        controller.remove(second);
+        QTRY_COMPARE(history.undoText(), QStringLiteral("delete event 'Stand-up'"));
+        QCOMPARE(standUpOn(day.addDays(1)), 0);
+        QCOMPARE(step(true), QString());
+        QCOMPARE(standUpOn(day.addDays(1)), 1);
+        QCOMPARE(standUpOn(day.addDays(2)), 1);
+
+        // Renamed by another program since: redoing the delete says so and deletes nothing.
+        OtherProgram other(work);
+        other.change(second.metOriginalIdentifier, QStringLiteral("Stand-up, renamed"), QDateTime(day, QTime(9, 0)),
+            QDateTime(day, QTime(9, 15)));
+        QCOMPARE(step(false), UndoText::changedElsewhereRedo(QStringLiteral("delete event 'Stand-up'")));
+        QVERIFY(history.canRedo());
     }
 
     void theWatchedSpanFollowsTheDay()
