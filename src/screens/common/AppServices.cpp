@@ -11,6 +11,7 @@
 #include "platform/SecretServiceKeychain.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemSecureRandom.h"
+#include "tasks/reminders/RemindingTaskRepository.h"
 #include "undo/UndoHistory.h"
 
 AppServices::AppServices(Parts parts)
@@ -77,6 +78,11 @@ TaskResultEntity AppServices::tasksApplications(bool isGoogleAccount) const
     TaskResultEntity made = factory.make(isGoogleAccount, apiClient());
     if (const auto* made_ = made.dataAs<TasksApplicationFactory::Applications>()) {
         TasksApplicationFactory::Applications applications = *made_;
+        // Before the history sees them: undo and redo must move reminders too.
+        const auto reminding
+            = std::make_shared<RemindingTaskRepository>(applications.tasks.taskRepository, taskReminderScheduler());
+        applications.tasks.taskRepository = reminding;
+        applications.taskLists.taskRepository = reminding;
         m_undoHistory->attach(applications);
         made.data = applications;
     }
