@@ -76,12 +76,13 @@ bool TaskReminderScheduler::update(const TaskEntity& task) const
     }
     const std::optional<QDateTime> remindAt = TaskReminderTime::of(task);
     const QDateTime now = m_alarms.dependencies().clock->now();
+    // Unchanged, it stays as it is: snoozed past the due time, too.
+    if (remindAt && pending && armedAsWanted(*pending, task, *remindAt))
+        return true;
     if (!remindAt || *TaskReminderTime::dueMoment(task) <= now) {
         remove(id, pending.has_value());
         return true;
     }
-    if (pending && armedAsWanted(*pending, task, *remindAt))
-        return true;
     return arm(task, std::max(*remindAt, now), *remindAt);
 }
 
@@ -123,12 +124,13 @@ void TaskReminderScheduler::reconcile(const QList<TaskEntity>& tasks, const std:
         if (!isPending && !task.tasReminderMinutesBefore)
             continue;
         const std::optional<QDateTime> remindAt = TaskReminderTime::of(task);
+        if (remindAt && isPending && armedAsWanted(*request, task, *remindAt))
+            continue;
         if (!remindAt || *TaskReminderTime::dueMoment(task) <= now) {
             if (isPending)
                 drop(task.tasId);
         } else if (isPending) {
-            if (!armedAsWanted(*request, task, *remindAt))
-                arm(task, std::max(*remindAt, now), *remindAt);
+            arm(task, std::max(*remindAt, now), *remindAt);
         } else if (*remindAt > now) {
             // Never armed here, or lost: a reminder already behind us may have rung, so only
             // those still ahead are armed.
