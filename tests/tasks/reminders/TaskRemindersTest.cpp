@@ -116,7 +116,7 @@ private Q_SLOTS:
         const TaskEntity task = created(QStringLiteral("Pay rent"), m_clock->now().addSecs(2 * 3600), 60);
         const std::optional<UserNotificationRequest> pending = pendingFor(reminders(), task.tasId);
         QVERIFY(pending);
-        QCOMPARE(firesAt(*pending), m_clock->now().addSecs(3600));
+        QCOMPARE(firesAt(pending), m_clock->now().addSecs(3600));
         // The user's alarm mode is the spoken one: the sentence is rendered into its own file.
         QCOMPARE(pending->content.soundName, AlarmSoundFiles::spokenFileName(pending->identifier));
         QVERIFY(QFile::exists(AlarmSoundFiles::live().filePath(pending->content.soundName)));
@@ -162,7 +162,7 @@ private Q_SLOTS:
         const TaskEntity next = tasks.constFirst().tasId == task.tasId ? tasks.constLast() : tasks.constFirst();
         const std::optional<UserNotificationRequest> pending = pendingFor(reminders(), next.tasId);
         QVERIFY(pending);
-        QCOMPARE(firesAt(*pending), task.tasDueDate->toLocalTime().addDays(1).addSecs(-600));
+        QCOMPARE(firesAt(pending), task.tasDueDate->toLocalTime().addDays(1).addSecs(-600));
         QVERIFY(!pendingFor(reminders(), task.tasId));
     }
 
@@ -180,12 +180,12 @@ private Q_SLOTS:
         server.invokeAction(server.notifications().constFirst().id, TaskReminderScheduler::snoozeAction);
         QTRY_VERIFY(pendingFor(onTestClock, task.tasId));
         const QDateTime snoozedUntil = m_clock->now().addSecs(600);
-        QCOMPARE(firesAt(*pendingFor(onTestClock, task.tasId)), snoozedUntil);
+        QCOMPARE(firesAt(pendingFor(onTestClock, task.tasId)), snoozedUntil);
         // Reading the task again, after its due time, leaves the snooze alone.
         fireUntil(300);
         onTestClock.reconcile({*findTask(apps(), task.tasId)}, QList<QUuid> {m_list.talId});
         QVERIFY(apps().tasks.list(m_list.talId).result);
-        QCOMPARE(firesAt(*pendingFor(onTestClock, task.tasId)), snoozedUntil);
+        QCOMPARE(firesAt(pendingFor(onTestClock, task.tasId)), snoozedUntil);
 
         fireUntil(299);
         QVERIFY(!server.waitForNotifications(2, 200));
@@ -239,7 +239,7 @@ private Q_SLOTS:
 
         moved.tasDueDate = inAnHour.addDays(2).toUTC();
         QVERIFY(apps().tasks.schedule(moved).result);
-        QCOMPARE(firesAt(*pendingFor(reminders(), moved.tasId)), inAnHour.addDays(2).addSecs(-600));
+        QCOMPARE(firesAt(pendingFor(reminders(), moved.tasId)), inAnHour.addDays(2).addSecs(-600));
         moved.tasReminderMinutesBefore.reset();
         QVERIFY(apps().tasks.schedule(moved).result);
         QVERIFY(!pendingFor(reminders(), moved.tasId));
@@ -268,7 +268,7 @@ private Q_SLOTS:
         QVERIFY(reminders().pendingReminders().isEmpty());
 
         QVERIFY(apps().tasks.list(m_list.talId).result);
-        QCOMPARE(firesAt(*pendingFor(reminders(), changed.tasId)), inAnHour.addSecs(-600));
+        QCOMPARE(firesAt(pendingFor(reminders(), changed.tasId)), inAnHour.addSecs(-600));
         QVERIFY(pendingFor(reminders(), gone.tasId));
         // Its time went by before it was seen: it may have rung in another run.
         QVERIFY(!pendingFor(reminders(), missed.tasId));
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QVERIFY(elsewhere.tasks.delete_(gone.tasId).result);
         QVERIFY(apps().tasks.listOfLists({m_list.talId}).result);
         const std::optional<UserNotificationRequest> moved = pendingFor(reminders(), changed.tasId);
-        QCOMPARE(firesAt(*moved), inAnHour.addSecs(1200));
+        QCOMPARE(firesAt(moved), inAnHour.addSecs(1200));
         QCOMPARE(moved->content.title, QStringLiteral("Changed again"));
         QVERIFY(!pendingFor(reminders(), gone.tasId));
     }

@@ -41,9 +41,10 @@ inline std::optional<UserNotificationRequest> pendingFor(const TaskReminderSched
     return std::nullopt;
 }
 
-inline QDateTime firesAt(const UserNotificationRequest& request)
+// Invalid when nothing is pending.
+inline QDateTime firesAt(const std::optional<UserNotificationRequest>& request)
 {
-    return QDateTime(request.trigger.date, request.trigger.time, Qt::LocalTime);
+    return request ? QDateTime(request->trigger.date, request->trigger.time, Qt::LocalTime) : QDateTime();
 }
 
 inline TasksApplicationFactory::Applications applicationsOf(const ResultEntity& made)
