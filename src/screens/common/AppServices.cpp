@@ -18,6 +18,10 @@ AppServices::AppServices(Parts parts)
     : m_parts(std::move(parts))
     , m_undoHistory(std::make_shared<UndoHistory>(m_parts.notificationCenter))
 {
+    // Here, on the thread that composes the program, rather than at the first task saved: the
+    // shared centre's timer, bus connection and sound player belong to the GUI thread.
+    if (!m_parts.userNotificationCenter)
+        m_parts.userNotificationCenter = LiveUserNotificationCenter::shared();
 }
 
 AppServices AppServices::live()
