@@ -1235,6 +1235,18 @@
         <source>Make default</source>
         <translation>Hacer predeterminado</translation>
     </message>
+    <message id="task-reminder-done-action">
+        <source>Done</source>
+        <translation>Hecha</translation>
+    </message>
+    <message id="task-reminder-due">
+        <source>Due %1</source>
+        <translation>Vence %1</translation>
+    </message>
+    <message id="task-reminder-snooze-action">
+        <source>Snooze %1 min</source>
+        <translation>Posponer %1 min</translation>
+    </message>
     <message id="tasks-add-button">
         <source>Add task</source>
         <translation>Añadir tarea</translation>
@@ -1358,6 +1370,10 @@
     <message id="tasks-schedule-reminder-day">
         <source>1 day before</source>
         <translation>1 día antes</translation>
+    </message>
+    <message id="tasks-schedule-reminder-day-only">
+        <source>Without a time, the reminder counts from %1 that day.</source>
+        <translation>Sin hora, el recordatorio cuenta desde las %1 de ese día.</translation>
     </message>
     <message id="tasks-schedule-reminder-hours">
         <source>%1 h before</source>

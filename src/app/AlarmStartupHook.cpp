@@ -3,7 +3,11 @@
 #include "MainWindow.h"
 #include "MeetAlarmNavigationPayload.h"
 #include "meetings/alarms/MeetAlarmNotificationDelegate.h"
+#include "platform/Logging.h"
+#include "platform/notifications/NotificationDelegateRouter.h"
 #include "screens/common/AppServices.h"
+#include "screens/common/Async.h"
+#include "tasks/reminders/TaskReminderNotificationDelegate.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -172,12 +176,39 @@ std::shared_ptr<MeetAlarmNotificationDelegate> makeMeetAlarmNotificationDelegate
     });
 }
 
+std::shared_ptr<TaskReminderNotificationDelegate> makeTaskReminderNotificationDelegate(
+    const AppServices& services, const TaskReminderScheduler& reminders)
+{
+    const auto markDone = [services](const QUuid& taskId) {
+        screenThreadPool()->start([services, taskId] {
+            // Whoever is signed in now: the task is looked for in that account's store.
+            const AppServices::TasksSession session = services.tasksSession();
+            const auto* applications = session.applications.dataAs<TasksApplicationFactory::Applications>();
+            const TaskResultEntity done = applications
+                ? applications->tasks.markDone(taskId)
+                : TaskResultEntity::applicationFailure(session.applications.firstMessage().value_or(QString()));
+            if (!done.result) {
+                qCWarning(lcAlarms) << "cannot mark the reminded task done" << taskId
+                                    << done.firstMessage().value_or(QString());
+                return;
+            }
+            services.notificationCenter().post(NotificationName::tasksDidChange);
+        });
+    };
+    return std::make_shared<TaskReminderNotificationDelegate>(reminders, markDone,
+        [](const QUuid&) { QMetaObject::invokeMethod(QCoreApplication::instance(), &showWindows); });
+}
+
 void runAlarmStartupHook(const AppServices& services)
 {
     // Before any window: alarms that came due while Tolvane was closed fire on the first turn
     // of the event loop, and a click on one must already lead somewhere.
     const std::shared_ptr<UserNotificationCenter> center = services.userNotificationCenter();
-    center->setDelegate(makeMeetAlarmNotificationDelegate(services.notificationCenter()));
+    auto router = std::make_shared<NotificationDelegateRouter>(
+        makeMeetAlarmNotificationDelegate(services.notificationCenter()));
+    router->route(TaskReminderScheduler::identifierPrefix,
+        makeTaskReminderNotificationDelegate(services, services.taskReminderScheduler()));
+    center->setDelegate(std::move(router));
 
     // A clicked alarm may come while the window sits closed in the tray.
     services.notificationCenter().addObserver(

@@ -63,11 +63,13 @@ void AlarmSoundFiles::removeSpokenFile(const QString& identifier) const
     QFile::remove(filePath(spokenFileName(identifier)));
 }
 
-void AlarmSoundFiles::removeSpokenFiles(const QString& identifierPrefix) const
+void AlarmSoundFiles::removeSpokenFiles(const QString& identifierPrefix, const QString& keptIdentifierPrefix) const
 {
     const QDir folder(m_userSoundsDirectory);
     const QStringList names
         = folder.entryList({spokenPrefix + identifierPrefix + QLatin1Char('*') + spokenSuffix}, QDir::Files);
-    for (const QString& name : names)
-        QFile::remove(folder.filePath(name));
+    for (const QString& name : names) {
+        if (keptIdentifierPrefix.isEmpty() || !name.startsWith(spokenPrefix + keptIdentifierPrefix))
+            QFile::remove(folder.filePath(name));
+    }
 }

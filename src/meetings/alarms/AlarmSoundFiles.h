@@ -23,8 +23,9 @@ public:
     static QString spokenFileName(const QString& identifier);
     QString filePath(const QString& fileName) const;
     void removeSpokenFile(const QString& identifier) const;
-    // Spoken files whose name starts with "meet-alarm-" + prefix.
-    void removeSpokenFiles(const QString& identifierPrefix = {}) const;
+    // Spoken files whose name starts with "meet-alarm-" + prefix, but for those of identifiers
+    // starting with keptIdentifierPrefix (when given).
+    void removeSpokenFiles(const QString& identifierPrefix = {}, const QString& keptIdentifierPrefix = {}) const;
 
     const QString& userSoundsDirectory() const { return m_userSoundsDirectory; }
 

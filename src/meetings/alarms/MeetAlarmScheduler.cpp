@@ -94,12 +94,8 @@ std::optional<MeetAlarmError> MeetAlarmScheduler::schedule(
         {QStringLiteral("metDate"), double(meet.metDate.toMSecsSinceEpoch()) / 1000.0},
         {QStringLiteral("metOriginalIdentifier"), meet.metOriginalIdentifier},
         {QStringLiteral("metSource"), MeetSources::rawValue(meet.metSource)}};
-    const MeetAlarmModeEnum mode = MeetAlarmModeStore(m_dependencies.defaults).load();
     // Without a file the centre falls back to the default sound: the alarm still rings.
-    const std::optional<QString> sound = mode == MeetAlarmModeEnum::voice
-        ? synthesizeAlarmSound(spokenSentence(meet.metName), identifier)
-        : m_dependencies.soundFiles.installAlarmSound(mode);
-    request.content.soundName = sound.value_or(QString());
+    request.content.soundName = alarmSound(spokenSentence(meet.metName), identifier).value_or(QString());
     request.trigger = trigger;
     try {
         m_dependencies.notificationCenter->add(request);
@@ -178,12 +174,21 @@ void MeetAlarmScheduler::disarmDay(const QList<MeetEntity>& dayMeets) const
     }
 }
 
-void MeetAlarmScheduler::deleteAllAlarms() const
+void MeetAlarmScheduler::deleteAllAlarms(const QString& keptIdentifierPrefix) const
 {
-    m_dependencies.notificationCenter->removeAllPendingRequests();
+    if (keptIdentifierPrefix.isEmpty()) {
+        m_dependencies.notificationCenter->removeAllPendingRequests();
+    } else {
+        QStringList identifiers;
+        for (const UserNotificationRequest& request : m_dependencies.notificationCenter->pendingRequests()) {
+            if (!request.identifier.startsWith(keptIdentifierPrefix))
+                identifiers.append(request.identifier);
+        }
+        m_dependencies.notificationCenter->removePendingRequests(identifiers);
+    }
     ArmedAlarmsStore(m_dependencies.defaults).clear();
-    // With nothing pending, every spoken file is an orphan.
-    m_dependencies.soundFiles.removeSpokenFiles();
+    // With no meet alarm pending, every spoken file of one is an orphan.
+    m_dependencies.soundFiles.removeSpokenFiles({}, keptIdentifierPrefix);
 }
 
 bool MeetAlarmScheduler::playSamplePreview() const
@@ -221,4 +226,11 @@ std::optional<QString> MeetAlarmScheduler::synthesizeAlarmSound(
             sentence, MeetAlarmVoiceLanguages::voice(language), m_dependencies.soundFiles.filePath(fileName)))
         return std::nullopt;
     return fileName;
+}
+
+std::optional<QString> MeetAlarmScheduler::alarmSound(const QString& sentence, const QString& identifier) const
+{
+    const MeetAlarmModeEnum mode = MeetAlarmModeStore(m_dependencies.defaults).load();
+    return mode == MeetAlarmModeEnum::voice ? synthesizeAlarmSound(sentence, identifier)
+                                            : m_dependencies.soundFiles.installAlarmSound(mode);
 }

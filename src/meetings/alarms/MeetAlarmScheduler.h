@@ -66,7 +66,9 @@ public:
     Arming armDay(const QList<MeetEntity>& dayMeets) const;
     void disarmDay(const QList<MeetEntity>& dayMeets) const;
 
-    void deleteAllAlarms() const;
+    // Every pending alarm and its sound, but for those whose identifier starts with
+    // keptIdentifierPrefix (when given): alarms of another kind that share the centre.
+    void deleteAllAlarms(const QString& keptIdentifierPrefix = {}) const;
 
     // A sample alarm a few seconds ahead with the current settings, not recorded as armed.
     bool playSamplePreview() const;
@@ -75,6 +77,13 @@ public:
     QString spokenSentence(const QString& metName) const;
     // Renders the sentence to the identifier's spoken file; its file name, or none on failure.
     std::optional<QString> synthesizeAlarmSound(const QString& sentence, const QString& identifier) const;
+    // What the alarm of identifier rings with, as the user's alarm mode says: the chime's file,
+    // or the sentence spoken into the identifier's file. None: the default notification sound.
+    std::optional<QString> alarmSound(const QString& sentence, const QString& identifier) const;
+
+    // The notification centre, clock, sound folder and settings the alarms go through; other
+    // kinds of alarm ring through the same ones.
+    const Dependencies& dependencies() const { return m_dependencies; }
 
 private:
     bool isAuthorized() const;

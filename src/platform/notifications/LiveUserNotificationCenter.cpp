@@ -236,10 +236,11 @@ void LiveUserNotificationCenter::deliver(const Pending& pending, const QDateTime
             hints.insert(QStringLiteral("suppress-sound"), true);
         QDBusMessage notify = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Notify"));
         //% "Open"
+        QStringList actions {UserNotificationResponse::defaultActionIdentifier, qtTrId("meet-alarm-open-action")};
+        for (const UserNotificationAction& action : pending.request.content.actions)
+            actions << action.identifier << action.title;
         notify << m_options.applicationName << uint(0) << m_options.desktopEntry << pending.request.content.title
-               << pending.request.content.body
-               << QStringList {UserNotificationResponse::defaultActionIdentifier, qtTrId("meet-alarm-open-action")}
-               << hints << int(-1);
+               << pending.request.content.body << actions << hints << int(-1);
         const QDBusMessage reply = m_options.bus.call(notify, QDBus::Block, callTimeoutMs);
         if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
             const QMutexLocker locker(&m_mutex);

@@ -1,5 +1,7 @@
 #include "platform/notifications/UserNotificationCenter.h"
 
+#include <QJsonArray>
+
 UserNotificationTrigger UserNotificationTrigger::calendar(const QDateTime& at)
 {
     const QDateTime local = at.toLocalTime();
@@ -30,10 +32,15 @@ QJsonObject toJson(const UserNotificationRequest& request, const QDateTime& fire
         trigger = {{QStringLiteral("kind"), QStringLiteral("timeInterval")},
             {QStringLiteral("timeInterval"), request.trigger.timeInterval}};
     }
+    QJsonArray actions;
+    for (const UserNotificationAction& action : request.content.actions)
+        actions.append(
+            QJsonObject {{QStringLiteral("identifier"), action.identifier}, {QStringLiteral("title"), action.title}});
     return {{QStringLiteral("identifier"), request.identifier}, {QStringLiteral("title"), request.content.title},
         {QStringLiteral("body"), request.content.body},
         {QStringLiteral("userInfo"), QJsonObject::fromVariantMap(request.content.userInfo)},
-        {QStringLiteral("soundName"), request.content.soundName}, {QStringLiteral("trigger"), trigger},
+        {QStringLiteral("soundName"), request.content.soundName}, {QStringLiteral("actions"), actions},
+        {QStringLiteral("trigger"), trigger},
         {QStringLiteral("fireDate"), fireDate.toUTC().toString(Qt::ISODateWithMs)}};
 }
 
@@ -45,6 +52,12 @@ std::optional<std::pair<UserNotificationRequest, QDateTime>> fromJson(const QJso
     request.content.body = json.value(QStringLiteral("body")).toString();
     request.content.userInfo = json.value(QStringLiteral("userInfo")).toObject().toVariantMap();
     request.content.soundName = json.value(QStringLiteral("soundName")).toString();
+    // Absent from files written before notifications had buttons.
+    for (const QJsonValue& action : json.value(QStringLiteral("actions")).toArray()) {
+        const QJsonObject object = action.toObject();
+        request.content.actions.append(
+            {object.value(QStringLiteral("identifier")).toString(), object.value(QStringLiteral("title")).toString()});
+    }
     const QJsonObject trigger = json.value(QStringLiteral("trigger")).toObject();
     QDateTime fireDate = QDateTime::fromString(json.value(QStringLiteral("fireDate")).toString(), Qt::ISODateWithMs);
     if (trigger.value(QStringLiteral("kind")).toString() == QStringLiteral("calendar")) {

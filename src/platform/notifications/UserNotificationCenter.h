@@ -14,6 +14,14 @@
 
 enum class UserNotificationAuthorizationStatus { notDetermined, denied, authorized, provisional };
 
+// A button on a shown notification, besides the click on its body.
+struct UserNotificationAction {
+    QString identifier;
+    QString title;
+
+    friend bool operator==(const UserNotificationAction&, const UserNotificationAction&) = default;
+};
+
 struct UserNotificationContent {
     QString title;
     QString body;
@@ -22,6 +30,8 @@ struct UserNotificationContent {
     // A file name in the user's sound folder; empty, or a file that is gone, means the default
     // notification sound.
     QString soundName;
+    // Offered after the click on the body; the chosen one comes back as the response's action.
+    QList<UserNotificationAction> actions;
 
     friend bool operator==(const UserNotificationContent&, const UserNotificationContent&) = default;
 };

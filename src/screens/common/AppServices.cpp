@@ -11,12 +11,17 @@
 #include "platform/SecretServiceKeychain.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemSecureRandom.h"
+#include "tasks/reminders/RemindingTaskRepository.h"
 #include "undo/UndoHistory.h"
 
 AppServices::AppServices(Parts parts)
     : m_parts(std::move(parts))
     , m_undoHistory(std::make_shared<UndoHistory>(m_parts.notificationCenter))
 {
+    // Here, on the thread that composes the program, rather than at the first task saved: the
+    // shared centre's timer, bus connection and sound player belong to the GUI thread.
+    if (!m_parts.userNotificationCenter)
+        m_parts.userNotificationCenter = LiveUserNotificationCenter::shared();
 }
 
 AppServices AppServices::live()
@@ -77,6 +82,11 @@ TaskResultEntity AppServices::tasksApplications(bool isGoogleAccount) const
     TaskResultEntity made = factory.make(isGoogleAccount, apiClient());
     if (const auto* made_ = made.dataAs<TasksApplicationFactory::Applications>()) {
         TasksApplicationFactory::Applications applications = *made_;
+        // Before the history sees them: undo and redo must move reminders too.
+        const auto reminding
+            = std::make_shared<RemindingTaskRepository>(applications.tasks.taskRepository, taskReminderScheduler());
+        applications.tasks.taskRepository = reminding;
+        applications.taskLists.taskRepository = reminding;
         m_undoHistory->attach(applications);
         made.data = applications;
     }

@@ -13,6 +13,7 @@
 #include "screens/common/ErrorConsoleStore.h"
 #include "storage/RealmConfiguration.h"
 #include "tasks/TasksApplicationFactory.h"
+#include "tasks/reminders/TaskReminderScheduler.h"
 
 #include <QUrl>
 
@@ -61,7 +62,8 @@ public:
     // The history every change made through the applications below is recorded in (one for all
     // workspaces and copies of these services).
     UndoHistory& undoHistory() const { return *m_undoHistory; }
-    // The Tasks module for that user's kind of account, recording into undoHistory().
+    // The Tasks module for that user's kind of account, recording into undoHistory(); its tasks'
+    // reminders follow every change made through it.
     TaskResultEntity tasksApplications(bool isGoogleAccount) const;
 
     // The location and keys of the encrypted local stores: what backups copy.
@@ -87,6 +89,7 @@ public:
     {
         return MeetAlarmScheduler::live(m_parts.userDefaults, userNotificationCenter(), m_parts.speechSynthesizer);
     }
+    TaskReminderScheduler taskReminderScheduler() const { return TaskReminderScheduler(meetAlarmScheduler()); }
     AlarmMessageApplication alarmMessageApplication() const
     {
         return AlarmMessageApplication(std::make_shared<LocalAlarmMessageTemplateRepositoryImpl>(

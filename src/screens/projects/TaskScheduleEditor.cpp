@@ -1,10 +1,13 @@
 #include "screens/projects/TaskScheduleEditor.h"
 
+#include "tasks/reminders/TaskReminderTime.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLocale>
 #include <QPushButton>
 #include <QSpinBox>
@@ -65,6 +68,7 @@ TaskScheduleEditor::TaskScheduleEditor(const TaskEntity& task, QDate today, QWid
     , m_endCount(new QSpinBox(this))
     , m_endDate(new QDateEdit(this))
     , m_reminder(new QComboBox(this))
+    , m_reminderNote(new QLabel(this))
     //% "Skip this time"
     , m_skip(new QPushButton(qtTrId("tasks-schedule-skip"), this))
 {
@@ -160,6 +164,12 @@ TaskScheduleEditor::TaskScheduleEditor(const TaskEntity& task, QDate today, QWid
         m_reminder->setCurrentIndex(found < 0 ? m_reminder->count() - 1 : found);
     }
 
+    m_reminderNote->setObjectName(QStringLiteral("scheduleReminderNote"));
+    m_reminderNote->setWordWrap(true);
+    //% "Without a time, the reminder counts from %1 that day."
+    m_reminderNote->setText(qtTrId("tasks-schedule-reminder-day-only")
+                                .arg(QLocale().toString(TaskReminderTime::dayOnlyDueTime, QLocale::ShortFormat)));
+
     m_skip->setObjectName(QStringLiteral("scheduleSkip"));
     m_skip->setVisible(task.tasRecurrence.has_value() && !task.tasIsDone);
     //% "Save"
@@ -187,6 +197,7 @@ TaskScheduleEditor::TaskScheduleEditor(const TaskEntity& task, QDate today, QWid
     form->addRow(qtTrId("tasks-schedule-ends"), endRow);
     //% "Remind me"
     form->addRow(qtTrId("tasks-schedule-reminder"), m_reminder);
+    form->addRow(QString(), m_reminderNote);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_skip);
     buttons->addStretch();
@@ -195,7 +206,7 @@ TaskScheduleEditor::TaskScheduleEditor(const TaskEntity& task, QDate today, QWid
 
     for (QCheckBox* box : {m_hasDue, m_hasTime})
         connect(box, &QCheckBox::toggled, this, &TaskScheduleEditor::updateEnabled);
-    for (QComboBox* box : {m_frequency, m_end})
+    for (QComboBox* box : {m_frequency, m_end, m_reminder})
         connect(box, &QComboBox::currentIndexChanged, this, &TaskScheduleEditor::updateEnabled);
     connect(save, &QPushButton::clicked, this, [this] {
         Q_EMIT saved(edited());
@@ -226,6 +237,7 @@ void TaskScheduleEditor::updateEnabled()
     m_endCount->setVisible(repeats && m_end->currentIndex() == afterCount);
     m_endDate->setVisible(repeats && m_end->currentIndex() == onDate);
     m_reminder->setEnabled(dated);
+    m_reminderNote->setVisible(dated && !m_hasTime->isChecked() && m_reminder->currentData().isValid());
 }
 
 std::optional<TaskRecurrenceEntity> TaskScheduleEditor::rule() const

@@ -7,6 +7,7 @@
 class QCheckBox;
 class QComboBox;
 class QDateEdit;
+class QLabel;
 class QPushButton;
 class QSpinBox;
 class QTimeEdit;
@@ -46,5 +47,7 @@ private:
     QSpinBox* m_endCount;
     QDateEdit* m_endDate;
     QComboBox* m_reminder;
+    // When a reminder rings for a day without a time.
+    QLabel* m_reminderNote;
     QPushButton* m_skip;
 };

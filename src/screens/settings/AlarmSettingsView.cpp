@@ -196,7 +196,8 @@ void AlarmSettingsView::deleteAllAlarms()
     runAsync(
         this,
         [scheduler] {
-            scheduler.deleteAllAlarms();
+            // Task reminders belong to their tasks: the task says when it reminds.
+            scheduler.deleteAllAlarms(TaskReminderScheduler::identifierPrefix);
             return true;
         },
         [this](bool) {

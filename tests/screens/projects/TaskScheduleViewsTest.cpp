@@ -172,6 +172,25 @@ private Q_SLOTS:
         const TaskEntity undated = weekly.edited();
         QVERIFY(!undated.tasDueDate && !undated.tasRecurrence && !undated.tasReminderMinutesBefore);
     }
+
+    void theEditorSaysWhenADayWithoutATimeReminds()
+    {
+        useLanguage(QStringLiteral("en"));
+        TaskEntity task;
+        task.tasDueDate = TaskEntity::dueOnDay(QDate(2026, 11, 27));
+        task.tasReminderMinutesBefore = 60;
+        const TaskScheduleEditor editor(task, QDate(2026, 11, 1));
+        QLabel* note = editor.findChild<QLabel*>(QStringLiteral("scheduleReminderNote"));
+        QVERIFY(note->isVisibleTo(&editor));
+        QVERIFY(note->text().contains(QStringLiteral("9:00")));
+
+        editor.findChild<QCheckBox*>(QStringLiteral("scheduleHasTime"))->setChecked(true);
+        QVERIFY(!note->isVisibleTo(&editor));
+        editor.findChild<QCheckBox*>(QStringLiteral("scheduleHasTime"))->setChecked(false);
+        QVERIFY(note->isVisibleTo(&editor));
+        editor.findChild<QComboBox*>(QStringLiteral("scheduleReminder"))->setCurrentIndex(0);
+        QVERIFY(!note->isVisibleTo(&editor));
+    }
 };
 
 TOLVANE_GUI_TEST_MAIN(TaskScheduleViewsTest)

@@ -7,10 +7,11 @@
 
 #include <QUuid>
 
-AppFixture::AppFixture(GIDSignIn* signIn, QUrl backendBaseURL)
+AppFixture::AppFixture(
+    GIDSignIn* signIn, QUrl backendBaseURL, std::shared_ptr<UserNotificationCenter> userNotificationCenter)
     : m_path(m_scratch.path())
 {
-    compose(signIn, std::move(backendBaseURL));
+    compose(signIn, std::move(backendBaseURL), std::move(userNotificationCenter));
 }
 
 AppFixture::~AppFixture()
@@ -26,7 +27,8 @@ AppFixture::AppFixture(const QString& existingDirectory)
     compose(nullptr, {});
 }
 
-void AppFixture::compose(GIDSignIn* signIn, QUrl backendBaseURL)
+void AppFixture::compose(
+    GIDSignIn* signIn, QUrl backendBaseURL, std::shared_ptr<UserNotificationCenter> userNotificationCenter)
 {
     m_console = std::make_unique<ErrorConsoleStore>(userDefaults(), std::make_shared<SystemClock>());
     RealmConfiguration storeDefaults;
@@ -40,6 +42,7 @@ void AppFixture::compose(GIDSignIn* signIn, QUrl backendBaseURL)
         .storeDefaults = storeDefaults,
         .backendBaseURL = std::move(backendBaseURL),
         .signIn = signIn,
+        .userNotificationCenter = std::move(userNotificationCenter),
     });
 }
 

@@ -14,7 +14,9 @@
 // sign-in client and a backend are given.
 class AppFixture {
 public:
-    explicit AppFixture(GIDSignIn* signIn = nullptr, QUrl backendBaseURL = {});
+    // userNotificationCenter: where alarms and reminders go; null for the program's shared one.
+    explicit AppFixture(GIDSignIn* signIn = nullptr, QUrl backendBaseURL = {},
+        std::shared_ptr<UserNotificationCenter> userNotificationCenter = nullptr);
     // Over a folder that another fixture filled (a child process of a benchmark); it is kept.
     explicit AppFixture(const QString& existingDirectory);
     // Waits for the screens' work still running in the background: it reads these services,
@@ -32,7 +34,8 @@ public:
         const QString& firstName = QStringLiteral("Ada"), const QString& lastName = QStringLiteral("Lovelace"));
 
 private:
-    void compose(GIDSignIn* signIn, QUrl backendBaseURL);
+    void compose(GIDSignIn* signIn, QUrl backendBaseURL,
+        std::shared_ptr<UserNotificationCenter> userNotificationCenter = nullptr);
 
     QTemporaryDir m_scratch;
     QString m_path;

@@ -13,7 +13,7 @@ const QString clientID = QStringLiteral("tolvane-desktop-ui-test");
 
 } // namespace
 
-GoogleAccountFixture::GoogleAccountFixture()
+GoogleAccountFixture::GoogleAccountFixture(std::shared_ptr<UserNotificationCenter> userNotificationCenter)
     : m_clock(std::make_shared<SettableClock>(QDateTime::currentDateTimeUtc()))
     , m_keychain(std::make_shared<SecretServiceKeychain>())
 {
@@ -29,7 +29,7 @@ GoogleAccountFixture::GoogleAccountFixture()
     m_client = std::make_unique<GIDSignIn>(GIDSignInServices {m_keychain, std::make_shared<SystemSecureRandom>(),
         m_clock, m_browser, UrlSession::shared(), provider().endpoints()});
     m_client->setConfiguration(GIDConfiguration(clientID));
-    m_app = std::make_unique<AppFixture>(m_client.get(), m_server->baseURL());
+    m_app = std::make_unique<AppFixture>(m_client.get(), m_server->baseURL(), std::move(userNotificationCenter));
 }
 
 GoogleAccountFixture::~GoogleAccountFixture()

@@ -18,7 +18,8 @@ class SecretServiceKeychain;
 // them.
 class GoogleAccountFixture {
 public:
-    GoogleAccountFixture();
+    // userNotificationCenter: where alarms and reminders go; null for the program's shared one.
+    explicit GoogleAccountFixture(std::shared_ptr<UserNotificationCenter> userNotificationCenter = nullptr);
     ~GoogleAccountFixture();
 
     AppFixture& app() { return *m_app; }
