@@ -84,3 +84,20 @@ TaskResultEntity LocalTaskRepositoryImpl::listAll()
             LocalStore::entitiesOf(RealmTable<TaskRealmModel>(database).objects(QStringLiteral("1"), {})));
     });
 }
+
+TaskResultEntity LocalTaskRepositoryImpl::listOpenDueBefore(const QDateTime& before)
+{
+    return LocalStore::withDatabase(database.configuration, [&](RealmDatabase& database) {
+        return TaskResultEntity::success(LocalStore::entitiesOf(RealmTable<TaskRealmModel>(database).objects(
+            QStringLiteral("tasDueDate < ? AND tasIsDone = 0"), {RealmValue::fromDate(before)})));
+    });
+}
+
+TaskResultEntity LocalTaskRepositoryImpl::listCompletedBetween(const QDateTime& from, const QDateTime& to)
+{
+    return LocalStore::withDatabase(database.configuration, [&](RealmDatabase& database) {
+        return TaskResultEntity::success(LocalStore::entitiesOf(RealmTable<TaskRealmModel>(database).objects(
+            QStringLiteral("tasCompletedAt >= ? AND tasCompletedAt < ? AND tasIsDone = 1"),
+            {RealmValue::fromDate(from), RealmValue::fromDate(to)})));
+    });
+}
