@@ -257,7 +257,7 @@ void ProjectsView::reloadDays()
     const QDate today = QDate::currentDate();
     // What is due "today" changes at midnight even when no task does.
     m_midnight->start(int(std::clamp<qint64>(
-        QDateTime::currentDateTime().msecsTo(QDateTime(today.addDays(1), QTime(0, 0))) + 1000, 1000, 86400000)));
+        QDateTime::currentDateTime().msecsTo(today.addDays(1).startOfDay()) + 1000, 1000, 86400000)));
     runAsync(
         this, [agenda, userId, today] { return agenda.dueUpTo(userId, today.addDays(7)); },
         [this, generation, daysGeneration, today](const ResultEntity& result) {

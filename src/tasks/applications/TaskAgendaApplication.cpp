@@ -3,6 +3,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <tuple>
 
 TaskAgendaApplication::TaskAgendaApplication(std::shared_ptr<ProjectRepository> projectRepository,
     std::shared_ptr<TaskListRepository> taskListRepository, std::shared_ptr<TaskRepository> taskRepository)
@@ -15,7 +16,7 @@ TaskAgendaApplication::TaskAgendaApplication(std::shared_ptr<ProjectRepository> 
 QDateTime TaskAgendaApplication::dueBound(const QDate& lastDay)
 {
     const QDate next = lastDay.addDays(1);
-    return std::max(QDateTime(next, QTime(0, 0)).toUTC(), TaskEntity::dueOnDay(next));
+    return std::max(next.startOfDay().toUTC(), TaskEntity::dueOnDay(next));
 }
 
 bool TaskAgendaApplication::dueEarlier(const TaskEntity& one, const TaskEntity& other)
@@ -77,8 +78,8 @@ TaskResultEntity TaskAgendaApplication::dueUpTo(const QUuid& userId, const QDate
 
 TaskResultEntity TaskAgendaApplication::completedOn(const QUuid& userId, const QDate& day) const
 {
-    const QDateTime from = QDateTime(day, QTime(0, 0)).toUTC();
-    const QDateTime to = QDateTime(day.addDays(1), QTime(0, 0)).toUTC();
+    const QDateTime from = day.startOfDay().toUTC();
+    const QDateTime to = day.addDays(1).startOfDay().toUTC();
     TaskResultEntity found = tasksOfUser(
         userId, [&] { return taskRepository->listCompletedBetween(from, to); },
         [&](const TaskEntity& task) {

@@ -2,15 +2,12 @@
 #include "MainWindow.h"
 #include "screens/common/InlineAddRowView.h"
 #include "screens/projects/ProjectsView.h"
-#include "screens/projects/TaskDayViewSidebarRowView.h"
-#include "screens/projects/TaskRowView.h"
 #include "screens/settings/UserProfileChipView.h"
 #include "support/TestMain.h"
 #include "support/ui/GoogleAccountFixture.h"
 #include "wire/tasks/ProjectResponseDTO.h"
 #include "wire/tasks/TaskListResponseDTO.h"
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -83,46 +80,6 @@ private Q_SLOTS:
             QStringLiteral("/v0/task-lists"), {{QStringLiteral("projectId"), projects.constFirst().prjId}});
         QCOMPARE(lists.size(), 1);
         QCOMPARE(lists.constFirst().talName, u"Seeds");
-    }
-
-    // "Today" and "Upcoming" gather the tasks the server holds across lists, and their counts
-    // follow a task ticked in the view.
-    void shouldCountTheDaysOverTheBackend()
-    {
-        QVERIFY(google->signIn().result);
-        const AppServices::TasksSession session = google->app().services().tasksSession();
-        QVERIFY(session.user && session.applications.result);
-        const auto apps = *session.applications.dataAs<TasksApplicationFactory::Applications>();
-        const QUuid user = QUuid::fromString(session.user->usrId);
-        const ProjectEntity garden
-            = *apps.projects.create({.prjUserId = user, .prjName = QStringLiteral("Garden")}).dataAs<ProjectEntity>();
-        const QDate today = QDate::currentDate();
-        for (const QString& list : {QStringLiteral("Seeds"), QStringLiteral("Tools")}) {
-            const TaskListEntity made
-                = *apps.taskLists.create({.prjId = garden.prjId, .talName = list}).dataAs<TaskListEntity>();
-            for (const QDate& due : {today, today.addDays(3)}) {
-                TaskEntity task {.prjId = garden.prjId, .talId = made.talId, .tasTitle = list + due.toString()};
-                task.tasDueDate = TaskEntity::dueOnDay(due);
-                QVERIFY(apps.tasks.create(task).result);
-            }
-        }
-
-        window = std::make_unique<MainWindow>(google->app().services());
-        window->show();
-        window->contentView()->select(SidebarItemEnum::projects);
-        const auto count = [this](const QString& view) {
-            return waitFor(QStringLiteral("dayView:") + view)
-                ->findChild<QLabel*>(QStringLiteral("dayViewCount"))
-                ->text();
-        };
-        QTRY_COMPARE_WITH_TIMEOUT(count(QStringLiteral("today")), QStringLiteral("2"), 15000);
-        QCOMPARE(count(QStringLiteral("upcoming")), QStringLiteral("2"));
-        QTest::mouseClick(waitFor(QStringLiteral("dayView:today")), Qt::LeftButton);
-        waitFor<TaskRowView>(QStringLiteral("task:Seeds") + today.toString())
-            ->findChild<QCheckBox*>(QStringLiteral("taskDone"))
-            ->click();
-        QTRY_COMPARE_WITH_TIMEOUT(count(QStringLiteral("today")), QStringLiteral("1"), 15000);
-        QTRY_VERIFY(!window->findChild<TaskRowView*>(QStringLiteral("task:Seeds") + today.toString()));
     }
 };
 
