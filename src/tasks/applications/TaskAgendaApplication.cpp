@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <tuple>
+#include <vector>
 
 TaskAgendaApplication::TaskAgendaApplication(std::shared_ptr<ProjectRepository> projectRepository,
     std::shared_ptr<TaskListRepository> taskListRepository, std::shared_ptr<TaskRepository> taskRepository)
@@ -19,15 +20,29 @@ QDateTime TaskAgendaApplication::dueBound(const QDate& lastDay)
     return std::max(next.startOfDay().toUTC(), TaskEntity::dueOnDay(next));
 }
 
-bool TaskAgendaApplication::dueEarlier(const TaskEntity& one, const TaskEntity& other)
+QList<TaskEntity> TaskAgendaApplication::soonestFirst(const QList<TaskEntity>& tasks)
 {
-    const auto key = [](const TaskEntity& task) {
-        return std::make_tuple(task.dueDay().value_or(QDate()), task.tasDueHasTime,
-            task.tasDueHasTime ? task.tasDueDate->toLocalTime().time() : QTime(0, 0));
-    };
-    if (key(one) != key(other))
-        return key(one) < key(other);
-    return one.tasTitle.localeAwareCompare(other.tasTitle) < 0;
+    // Each task's place worked out once: a timed one's local time is not cheap to find.
+    using Place = std::tuple<QDate, bool, QTime>;
+    std::vector<std::pair<Place, qsizetype>> places;
+    places.reserve(std::size_t(tasks.size()));
+    for (qsizetype index = 0; index < tasks.size(); ++index) {
+        const TaskEntity& task = tasks.at(index);
+        const QDateTime local = task.tasDueHasTime ? task.tasDueDate->toLocalTime() : QDateTime();
+        places.emplace_back(Place {task.tasDueHasTime ? local.date() : task.dueDay().value_or(QDate()),
+                                task.tasDueHasTime, local.time()},
+            index);
+    }
+    std::stable_sort(places.begin(), places.end(), [&tasks](const auto& one, const auto& other) {
+        if (one.first != other.first)
+            return one.first < other.first;
+        return tasks.at(one.second).tasTitle.localeAwareCompare(tasks.at(other.second).tasTitle) < 0;
+    });
+    QList<TaskEntity> sorted;
+    sorted.reserve(tasks.size());
+    for (const auto& place : places)
+        sorted.append(tasks.at(place.second));
+    return sorted;
 }
 
 template <typename Direct, typename Keep>
@@ -68,11 +83,8 @@ TaskResultEntity TaskAgendaApplication::dueUpTo(const QUuid& userId, const QDate
     TaskResultEntity found = tasksOfUser(
         userId, [&] { return taskRepository->listOpenDueBefore(dueBound(lastDay)); },
         [&](const TaskEntity& task) { return !task.tasIsDone && task.dueDay() && *task.dueDay() <= lastDay; });
-    if (auto* tasks = found.result ? found.dataAs<QList<TaskEntity>>() : nullptr) {
-        QList<TaskEntity> sorted = *tasks;
-        std::stable_sort(sorted.begin(), sorted.end(), dueEarlier);
-        return TaskResultEntity::success(sorted);
-    }
+    if (auto* tasks = found.result ? found.dataAs<QList<TaskEntity>>() : nullptr)
+        return TaskResultEntity::success(soonestFirst(*tasks));
     return found;
 }
 

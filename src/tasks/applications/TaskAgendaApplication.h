@@ -26,7 +26,7 @@ public:
     // next local midnight (timed tasks) and the next midnight UTC (day-only tasks).
     static QDateTime dueBound(const QDate& lastDay);
     // Soonest first: by due day, then a day-only task before a timed one, then by time, then title.
-    static bool dueEarlier(const TaskEntity& one, const TaskEntity& other);
+    static QList<TaskEntity> soonestFirst(const QList<TaskEntity>& tasks);
 
     std::shared_ptr<ProjectRepository> projectRepository;
     std::shared_ptr<TaskListRepository> taskListRepository;
