@@ -947,6 +947,10 @@
         <source>Today's checklist</source>
         <translation>Today's checklist</translation>
     </message>
+    <message id="rituals-plan-due-tasks">
+        <source>Tasks due</source>
+        <translation>Tasks due</translation>
+    </message>
     <message id="rituals-plan-earlier">
         <source>Left over from earlier days</source>
         <translation>Left over from earlier days</translation>
@@ -999,6 +1003,10 @@
         <source>Open</source>
         <translation>Open</translation>
     </message>
+    <message id="rituals-review-completed">
+        <source>Tasks completed</source>
+        <translation>Tasks completed</translation>
+    </message>
     <message id="rituals-review-done">
         <source>Done:</source>
         <translation>Done:</translation>
@@ -1042,6 +1050,10 @@
     <message id="rituals-review-summary">
         <source>Summary for the logbook (you can edit it)</source>
         <translation>Summary for the logbook (you can edit it)</translation>
+    </message>
+    <message id="rituals-review-tasks-completed">
+        <source>Tasks completed:</source>
+        <translation>Tasks completed:</translation>
     </message>
     <message id="rituals-review-ticked">
         <source>Ticked today</source>
@@ -1250,6 +1262,30 @@
     <message id="tasks-add-button">
         <source>Add task</source>
         <translation>Add task</translation>
+    </message>
+    <message id="tasks-day-view-overdue-count">
+        <source>%1 overdue</source>
+        <translation>%1 overdue</translation>
+    </message>
+    <message id="tasks-day-view-today">
+        <source>Today</source>
+        <translation>Today</translation>
+    </message>
+    <message id="tasks-day-view-today-empty">
+        <source>Nothing due today.</source>
+        <translation>Nothing due today.</translation>
+    </message>
+    <message id="tasks-day-view-tomorrow">
+        <source>Tomorrow</source>
+        <translation>Tomorrow</translation>
+    </message>
+    <message id="tasks-day-view-upcoming">
+        <source>Upcoming</source>
+        <translation>Upcoming</translation>
+    </message>
+    <message id="tasks-day-view-upcoming-empty">
+        <source>Nothing due in the next seven days.</source>
+        <translation>Nothing due in the next seven days.</translation>
     </message>
     <message id="tasks-delete-button">
         <source>Delete task</source>

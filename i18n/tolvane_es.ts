@@ -947,6 +947,10 @@
         <source>Today's checklist</source>
         <translation>Lista de hoy</translation>
     </message>
+    <message id="rituals-plan-due-tasks">
+        <source>Tasks due</source>
+        <translation>Tareas que vencen</translation>
+    </message>
     <message id="rituals-plan-earlier">
         <source>Left over from earlier days</source>
         <translation>Pendiente de días anteriores</translation>
@@ -999,6 +1003,10 @@
         <source>Open</source>
         <translation>Abrir</translation>
     </message>
+    <message id="rituals-review-completed">
+        <source>Tasks completed</source>
+        <translation>Tareas completadas</translation>
+    </message>
     <message id="rituals-review-done">
         <source>Done:</source>
         <translation>Hecho:</translation>
@@ -1042,6 +1050,10 @@
     <message id="rituals-review-summary">
         <source>Summary for the logbook (you can edit it)</source>
         <translation>Resumen para la bitácora (puedes editarlo)</translation>
+    </message>
+    <message id="rituals-review-tasks-completed">
+        <source>Tasks completed:</source>
+        <translation>Tareas completadas:</translation>
     </message>
     <message id="rituals-review-ticked">
         <source>Ticked today</source>
@@ -1250,6 +1262,30 @@
     <message id="tasks-add-button">
         <source>Add task</source>
         <translation>Añadir tarea</translation>
+    </message>
+    <message id="tasks-day-view-overdue-count">
+        <source>%1 overdue</source>
+        <translation>%1 vencidas</translation>
+    </message>
+    <message id="tasks-day-view-today">
+        <source>Today</source>
+        <translation>Hoy</translation>
+    </message>
+    <message id="tasks-day-view-today-empty">
+        <source>Nothing due today.</source>
+        <translation>Nada vence hoy.</translation>
+    </message>
+    <message id="tasks-day-view-tomorrow">
+        <source>Tomorrow</source>
+        <translation>Mañana</translation>
+    </message>
+    <message id="tasks-day-view-upcoming">
+        <source>Upcoming</source>
+        <translation>Próximos días</translation>
+    </message>
+    <message id="tasks-day-view-upcoming-empty">
+        <source>Nothing due in the next seven days.</source>
+        <translation>Nada vence en los próximos siete días.</translation>
     </message>
     <message id="tasks-delete-button">
         <source>Delete task</source>

@@ -461,13 +461,41 @@ template <typename Request> TaskSchedule scheduleOf(const Request& request)
     return schedule;
 }
 
+// An instant in a query item, written as the bodies write dates.
+qint64 queryInstant(const Call& call, const char* name)
+{
+    try {
+        return seconds(JSONCoding::decodeDate(call.query.queryItemValue(QLatin1String(name), QUrl::FullyDecoded)));
+    } catch (const DecodingError&) {
+        throw Refusal {400, std::string("missing or malformed query item ") + name};
+    }
+}
+
+// The tasks across all of the user's lists that the query items ask for: the open ones due
+// before "dueBefore", or the done ones completed from "completedFrom" until before "completedTo".
+pqxx::result tasksByDay(Call& call)
+{
+    if (call.query.hasQueryItem(QStringLiteral("dueBefore"))) {
+        return call.db.exec_params(std::string("SELECT ") + taskColumns
+                + " FROM tasks WHERE user_id = $1 AND NOT is_done AND due_date < to_timestamp($2::bigint) "
+                  "ORDER BY due_date, position",
+            call.user, queryInstant(call, "dueBefore"));
+    }
+    return call.db.exec_params(std::string("SELECT ") + taskColumns
+            + " FROM tasks WHERE user_id = $1 AND is_done AND completed_at >= to_timestamp($2::bigint) "
+              "AND completed_at < to_timestamp($3::bigint) ORDER BY completed_at, position",
+        call.user, queryInstant(call, "completedFrom"), queryInstant(call, "completedTo"));
+}
+
 ApiResponse tasks(Call& call)
 {
     if (call.segments.size() == 1 && call.method == "GET") {
-        const std::string listId = queryUuid(call, "taskListId");
-        const auto result = call.db.exec_params(
-            std::string("SELECT ") + taskColumns + " FROM tasks WHERE user_id = $1 AND list_id = $2 ORDER BY position",
-            call.user, listId);
+        const bool byDay = call.query.hasQueryItem(QStringLiteral("dueBefore"))
+            || call.query.hasQueryItem(QStringLiteral("completedFrom"));
+        const auto result = byDay ? tasksByDay(call)
+                                  : call.db.exec_params(std::string("SELECT ") + taskColumns
+                                          + " FROM tasks WHERE user_id = $1 AND list_id = $2 ORDER BY position",
+                                      call.user, queryUuid(call, "taskListId"));
         JSONWriter out;
         out.reserve(std::size_t(result.size()) * 256 + 2);
         out.beginArray();

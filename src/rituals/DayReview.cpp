@@ -17,6 +17,21 @@ void addSection(QStringList& lines, const QString& title, const QStringList& ite
 
 } // namespace
 
+QList<ProjectTasks> byProject(const QList<TaskEntity>& tasks, const QList<ProjectEntity>& projects)
+{
+    QList<ProjectTasks> grouped;
+    for (const ProjectEntity& project : projects) {
+        ProjectTasks group {project.prjName, {}};
+        for (const TaskEntity& task : tasks) {
+            if (task.prjId == project.prjId)
+                group.titles.append(task.tasTitle);
+        }
+        if (!group.titles.isEmpty())
+            grouped.append(group);
+    }
+    return grouped;
+}
+
 QString summary(const Day& day)
 {
     QStringList done;
@@ -28,11 +43,21 @@ QString summary(const Day& day)
     lines.append(qtTrId("rituals-review-heading"));
     //% "Done:"
     addSection(lines, qtTrId("rituals-review-done"), done);
+    if (!day.completedTasks.isEmpty()) {
+        //% "Tasks completed:"
+        lines.append(qtTrId("rituals-review-tasks-completed"));
+        // Each project, then its tasks one level in.
+        for (const ProjectTasks& group : day.completedTasks) {
+            lines.append(QStringLiteral("- ") + group.project);
+            for (const QString& title : group.titles)
+                lines.append(QStringLiteral("  - ") + title);
+        }
+    }
     //% "Meets:"
     addSection(lines, qtTrId("rituals-review-meets"), day.meets);
     //% "Left for another day:"
     addSection(lines, qtTrId("rituals-review-left"), left);
-    if (done.isEmpty() && left.isEmpty() && day.meets.isEmpty()) {
+    if (done.isEmpty() && left.isEmpty() && day.meets.isEmpty() && day.completedTasks.isEmpty()) {
         //% "Nothing on the checklist or the calendar today."
         lines.append(qtTrId("rituals-review-empty-day"));
     }

@@ -2,6 +2,8 @@
 
 #include "tasks/applications/BitacoraApplication.h"
 #include "tasks/entities/DailyTaskEntity.h"
+#include "tasks/entities/ProjectEntity.h"
+#include "tasks/entities/TaskEntity.h"
 
 #include <QDate>
 #include <QStringList>
@@ -21,14 +23,29 @@ struct Written {
     QList<QUuid> projectIds;
 };
 
+// The titles of one project's tasks.
+struct ProjectTasks {
+    QString project;
+    QStringList titles;
+
+    friend bool operator==(const ProjectTasks&, const ProjectTasks&) = default;
+};
+
 struct Day {
     QDate date;
     QList<DailyTaskEntity> dailyTasks;
     // "09:30 Standup", in the order of the day.
     QStringList meets;
+    // The project tasks completed during the day.
+    QList<ProjectTasks> completedTasks = {};
 };
 
-// The summary in the user's language: the ticked daily tasks, the meets, what is left.
+// tasks grouped by their projects, in the order of projects, each project's in the order of
+// tasks; a project without any is left out, and so is a task of a project not among projects.
+QList<ProjectTasks> byProject(const QList<TaskEntity>& tasks, const QList<ProjectEntity>& projects);
+
+// The summary in the user's language: the ticked daily tasks, the project tasks completed, the
+// meets, what is left.
 QString summary(const Day& day);
 
 // existing with summary added at its end. What the user wrote stays exactly as it was; an empty

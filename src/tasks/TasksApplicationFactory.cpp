@@ -31,6 +31,7 @@ TaskResultEntity bundle(std::shared_ptr<ProjectRepository> projects, std::shared
         TasksApplication(tasks, taskLists),
         DailyTasksApplication(dailyTasks),
         BitacoraApplication(bitacora),
+        TaskAgendaApplication(projects, taskLists, tasks),
     });
 }
 

@@ -5,13 +5,14 @@
 #include "tasks/applications/BitacoraApplication.h"
 #include "tasks/applications/DailyTasksApplication.h"
 #include "tasks/applications/ProjectsApplication.h"
+#include "tasks/applications/TaskAgendaApplication.h"
 #include "tasks/applications/TaskListsApplication.h"
 #include "tasks/applications/TasksApplication.h"
 
 #include <optional>
 
 // Builds the Tasks module for the signed-in account: the encrypted local stores for a local
-// account, the backend for a Google account. The screens get the same five applications either
+// account, the backend for a Google account. The screens get the same applications either
 // way and cannot tell which storage is behind them.
 class TasksApplicationFactory {
 public:
@@ -21,6 +22,7 @@ public:
         TasksApplication tasks;
         DailyTasksApplication dailyTasks;
         BitacoraApplication bitacora;
+        TaskAgendaApplication agenda;
     };
 
     explicit TasksApplicationFactory(RealmEncryptedConfigurationFactory storeConfigurations);

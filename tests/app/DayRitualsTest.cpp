@@ -16,6 +16,7 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -121,6 +122,43 @@ private Q_SLOTS:
         window.findChild<QAction*>(QStringLiteral("openPlanAction"))->trigger();
         QVERIFY(again.plan() && again.plan()->isVisible());
         again.plan()->close();
+    }
+
+    // The plan lists the project tasks due today and the late ones, with the same query as the
+    // workspace's "Today": late first, a day's untimed tasks before its timed ones.
+    void shouldListTheTasksDueTodayInThePlan()
+    {
+        const ProjectEntity home
+            = *apps->projects.create({.prjUserId = user, .prjName = QStringLiteral("Home")}).dataAs<ProjectEntity>();
+        const TaskListEntity chores
+            = *apps->taskLists.create({.prjId = home.prjId, .talName = QStringLiteral("Chores")})
+                   .dataAs<TaskListEntity>();
+        const auto add = [&](const QString& title, const QDateTime& due, bool hasTime) {
+            TaskEntity task {.prjId = home.prjId, .talId = chores.talId, .tasTitle = title, .tasDueDate = due};
+            task.tasDueHasTime = hasTime;
+            if (!apps->tasks.create(task).result)
+                qFatal("task not created");
+            return task;
+        };
+        add(QStringLiteral("dentist"), QDateTime(today, QTime(16, 30)).toUTC(), true);
+        add(QStringLiteral("pay rent"), TaskEntity::dueOnDay(today.addDays(-2)), false);
+        add(QStringLiteral("buy bread"), TaskEntity::dueOnDay(today), false);
+        add(QStringLiteral("later"), TaskEntity::dueOnDay(today.addDays(1)), false);
+        QVERIFY(apps->tasks.markDone(add(QStringLiteral("done"), TaskEntity::dueOnDay(today), false).tasId).result);
+
+        MainWindow window(app->services());
+        window.show();
+        DayRituals rituals(app->services(), &window, clock);
+        rituals.atStart(false);
+        MorningPlanView* plan = rituals.plan();
+        QVERIFY(plan);
+        QTRY_VERIFY(!plan->isLoading());
+        QCOMPARE(plan->dueTasks()->text(),
+            QStringLiteral("\u2022 Overdue: pay rent (Home) \u2014 %1\n\u2022 buy bread (Home)\n\u2022 dentist (Home) "
+                           "\u2014 %2")
+                .arg(QLocale().toString(today.addDays(-2), QLocale::ShortFormat),
+                    QLocale().toString(QTime(16, 30), QLocale::ShortFormat)));
+        plan->close();
     }
 
     void shouldMoveByThemselvesWhenTheUserChoseSo()

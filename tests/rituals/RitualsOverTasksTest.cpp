@@ -4,6 +4,7 @@
 #include "rituals/DayReview.h"
 #include "rituals/QuickAdd.h"
 #include "rituals/RollOver.h"
+#include "support/SettableClock.h"
 #include "support/TestMain.h"
 #include "tasks/TasksApplicationFactory.h"
 
@@ -290,11 +291,13 @@ private Q_SLOTS:
         QTest::addColumn<QString>("language");
         QTest::addColumn<QString>("summary");
         QTest::newRow("English") << "en"
-                                 << "Review of the day\nDone:\n- stretch\nMeets:\n- 09:30 Standup\nLeft for another "
-                                    "day:\n- call mum";
+                                 << "Review of the day\nDone:\n- stretch\nTasks completed:\n- Home\n  - fix the tap\n"
+                                    "  - water plants\n- Work\n  - send report\nMeets:\n- 09:30 Standup\nLeft for "
+                                    "another day:\n- call mum";
         QTest::newRow("Spanish") << "es"
-                                 << "Repaso del día\nHecho:\n- stretch\nReuniones:\n- 09:30 Standup\nPendiente para "
-                                    "otro día:\n- call mum";
+                                 << "Repaso del día\nHecho:\n- stretch\nTareas completadas:\n- Home\n  - fix the tap\n"
+                                    "  - water plants\n- Work\n  - send report\nReuniones:\n- 09:30 Standup\n"
+                                    "Pendiente para otro día:\n- call mum";
     }
 
     void shouldAppendTheReviewWithoutTouchingWhatWasTyped()
@@ -307,13 +310,38 @@ private Q_SLOTS:
         const auto removeTranslator = qScopeGuard([&translator] { QCoreApplication::removeTranslator(&translator); });
 
         const QDate day(2026, 10, 26);
+        // Project tasks done that day (and around it, by the local clock), grouped by project in
+        // the projects' order, each project's in the order they were done.
+        const ProjectEntity home = addProject(QStringLiteral("Home"));
+        const ProjectEntity work = addProject(QStringLiteral("Work"));
+        addProject(QStringLiteral("Idle"));
+        const TaskListEntity chores = addList(home, QStringLiteral("Chores"), true);
+        const TaskListEntity office = addList(work, QStringLiteral("Office"), true);
+        auto clock = std::make_shared<SettableClock>(QDateTime());
+        apps->tasks.clock = clock;
+        const auto doneAt = [&](const TaskListEntity& list, const QString& title, const QDateTime& when) {
+            TaskEntity task {.prjId = list.prjId, .talId = list.talId, .tasTitle = title};
+            QVERIFY(apps->tasks.create(task).result);
+            clock->set(when);
+            QVERIFY(apps->tasks.markDone(task.tasId).result);
+        };
+        doneAt(office, QStringLiteral("send report"), QDateTime(day, QTime(0, 30)));
+        doneAt(chores, QStringLiteral("fix the tap"), QDateTime(day, QTime(9, 0)));
+        doneAt(chores, QStringLiteral("water plants"), QDateTime(day, QTime(23, 50)));
+        doneAt(chores, QStringLiteral("yesterday's"), QDateTime(day, QTime(0, 0)).addSecs(-60));
+        QVERIFY(apps->tasks.create({.prjId = home.prjId, .talId = chores.talId, .tasTitle = QStringLiteral("open")})
+                    .result);
+        const TaskResultEntity completed = apps->agenda.completedOn(user, day);
+        QVERIFY(completed.result);
+        const TaskResultEntity projects = apps->projects.list(user);
         const QString text = DayReview::summary({day,
             {{.dtaTitle = QStringLiteral("stretch"), .dtaIsDone = true}, {.dtaTitle = QStringLiteral("call mum")}},
-            {QStringLiteral("09:30 Standup")}});
+            {QStringLiteral("09:30 Standup")},
+            DayReview::byProject(*completed.dataAs<QList<TaskEntity>>(), *projects.dataAs<QList<ProjectEntity>>())});
         QCOMPARE(text, summary);
 
-        const ProjectEntity typed = addProject(QStringLiteral("Typed"));
-        const ProjectEntity empty = addProject(QStringLiteral("Empty"));
+        const ProjectEntity& typed = home;
+        const ProjectEntity& empty = work;
         // Trailing spaces and no final line break: kept to the character.
         const QString mine = QStringLiteral("26:\n\n\u2022 fixed the boiler  \n\u2022 ideas: ");
         QVERIFY(apps->bitacora.saveText(typed.prjId, RollOver::dateOf(day), mine, user).result);

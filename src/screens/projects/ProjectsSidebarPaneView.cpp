@@ -2,6 +2,7 @@
 
 #include "screens/common/InlineAddRowView.h"
 #include "screens/projects/ProjectSectionView.h"
+#include "screens/projects/TaskDayViewSidebarRowView.h"
 
 #include <QLabel>
 #include <QScrollArea>
@@ -11,6 +12,8 @@
 ProjectsSidebarPaneView::ProjectsSidebarPaneView(QWidget* parent)
     : QWidget(parent)
     , m_state(new QLabel(this))
+    , m_today(new TaskDayViewSidebarRowView(ProjectsDetailSelectionEnum::today, this))
+    , m_upcoming(new TaskDayViewSidebarRowView(ProjectsDetailSelectionEnum::upcoming, this))
     , m_scroll(new QScrollArea(this))
     , m_content(new QWidget)
     , m_contentLayout(new QVBoxLayout(m_content))
@@ -36,10 +39,27 @@ ProjectsSidebarPaneView::ProjectsSidebarPaneView(QWidget* parent)
     m_scroll->setWidget(m_content);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(title);
+    layout->addWidget(m_today);
+    layout->addWidget(m_upcoming);
     layout->addWidget(m_state);
     layout->addWidget(m_scroll, 1);
     layout->addWidget(m_addProject);
     connect(m_addProject, &InlineAddRowView::addRequested, this, &ProjectsSidebarPaneView::addProject);
+    for (TaskDayViewSidebarRowView* view : {m_today, m_upcoming})
+        connect(view, &TaskDayViewSidebarRowView::selected, this, &ProjectsSidebarPaneView::selectDayView);
+}
+
+TaskDayViewSidebarRowView* ProjectsSidebarPaneView::dayView(ProjectsDetailSelectionEnum view) const
+{
+    return view == ProjectsDetailSelectionEnum::today   ? m_today
+        : view == ProjectsDetailSelectionEnum::upcoming ? m_upcoming
+                                                        : nullptr;
+}
+
+void ProjectsSidebarPaneView::setDayCounts(int today, int overdue, int upcoming)
+{
+    m_today->setCount(today, overdue);
+    m_upcoming->setCount(upcoming);
 }
 
 ProjectSectionView* ProjectsSidebarPaneView::section(const QUuid& projectId) const
@@ -65,6 +85,10 @@ void ProjectsSidebarPaneView::show(const State& state)
     }
     m_state->setVisible(!state.isLoggedIn || state.workspace.isEmpty());
     m_addProject->setVisible(state.isLoggedIn);
+    m_today->setVisible(state.isLoggedIn);
+    m_upcoming->setVisible(state.isLoggedIn);
+    m_today->setSelected(state.selectedDayView == ProjectsDetailSelectionEnum::today);
+    m_upcoming->setSelected(state.selectedDayView == ProjectsDetailSelectionEnum::upcoming);
 
     // Sections stay while their projects do, in the workspace's order.
     QList<ProjectSectionView*> sections;
@@ -114,8 +138,11 @@ void ProjectsSidebarPaneView::connectSection(ProjectSectionView* section)
     connect(section, &ProjectSectionView::addListRequested, this, &ProjectsSidebarPaneView::addList);
 }
 
-void ProjectsSidebarPaneView::setSelection(const QUuid& selectedProjectId, const QUuid& selectedListId)
+void ProjectsSidebarPaneView::setSelection(
+    const QUuid& selectedProjectId, const QUuid& selectedListId, ProjectsDetailSelectionEnum selectedDayView)
 {
+    m_today->setSelected(selectedDayView == ProjectsDetailSelectionEnum::today);
+    m_upcoming->setSelected(selectedDayView == ProjectsDetailSelectionEnum::upcoming);
     for (ProjectSectionView* section : m_sections)
         section->setSelection(section->project().prjId == selectedProjectId, selectedListId);
 }

@@ -10,8 +10,10 @@ class ProjectSectionView;
 class QLabel;
 class QScrollArea;
 class QVBoxLayout;
+class TaskDayViewSidebarRowView;
 
-// The left side of the projects workspace: every project with its lists, and an add row.
+// The left side of the projects workspace: "Today" and "Upcoming" with their counts, every
+// project with its lists, and an add row.
 class ProjectsSidebarPaneView final : public QWidget {
     Q_OBJECT
 
@@ -25,13 +27,19 @@ public:
         QUuid selectedListId;
         QUuid deletingProjectId;
         QUuid deletingListId;
+        // today or upcoming while one of those is open.
+        ProjectsDetailSelectionEnum selectedDayView = ProjectsDetailSelectionEnum::none;
     };
 
     explicit ProjectsSidebarPaneView(QWidget* parent = nullptr);
 
     void show(const State& state);
     // Moves the highlight only; the rows stay as they are.
-    void setSelection(const QUuid& selectedProjectId, const QUuid& selectedListId);
+    void setSelection(const QUuid& selectedProjectId, const QUuid& selectedListId,
+        ProjectsDetailSelectionEnum selectedDayView = ProjectsDetailSelectionEnum::none);
+    // How many tasks "Today" holds (overdue of them) and how many "Upcoming" does.
+    void setDayCounts(int today, int overdue, int upcoming);
+    TaskDayViewSidebarRowView* dayView(ProjectsDetailSelectionEnum view) const;
     InlineAddRowView* addProjectRow() const { return m_addProject; }
     ProjectSectionView* section(const QUuid& projectId) const;
 
@@ -39,6 +47,7 @@ Q_SIGNALS:
     void expandedChanged(const QUuid& projectId, bool expanded);
     void selectProject(const ProjectEntity& project);
     void selectList(const TaskListEntity& taskList, const ProjectEntity& project);
+    void selectDayView(ProjectsDetailSelectionEnum view);
     void renameProject(const ProjectEntity& project, const QString& name);
     void toggleProjectShowEveryDay(const ProjectEntity& project, bool showEveryDay);
     void deleteProject(const ProjectEntity& project);
@@ -52,6 +61,8 @@ private:
     void connectSection(ProjectSectionView* section);
 
     QLabel* m_state;
+    TaskDayViewSidebarRowView* m_today;
+    TaskDayViewSidebarRowView* m_upcoming;
     QScrollArea* m_scroll;
     QWidget* m_content;
     QVBoxLayout* m_contentLayout;

@@ -7,6 +7,8 @@
 #include "screens/projects/ProjectSectionView.h"
 #include "screens/projects/ProjectsController.h"
 #include "screens/projects/TaskActions.h"
+#include "screens/projects/TaskDayViewSidebarRowView.h"
+#include "screens/projects/TaskDaysContentView.h"
 #include "screens/projects/TaskListsController.h"
 #include "screens/projects/TasksController.h"
 #include "screens/projects/TasksDetailPaneView.h"
@@ -16,6 +18,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QSplitter>
+#include <QTimer>
 
 namespace {
 
@@ -47,7 +50,10 @@ ProjectsView::ProjectsView(const AppServices& services, QWidget* parent)
     , m_taskActions(new TaskActions(this))
     , m_sidebar(new ProjectsSidebarPaneView(this))
     , m_detail(new TasksDetailPaneView(*m_taskActions, this))
+    , m_midnight(new QTimer(this))
 {
+    m_midnight->setSingleShot(true);
+    connect(m_midnight, &QTimer::timeout, this, &ProjectsView::reloadDays);
     setObjectName(QStringLiteral("projectsView"));
     auto* splitter = new QSplitter(this);
     splitter->addWidget(m_sidebar);
@@ -103,6 +109,9 @@ void ProjectsView::start()
             m_projects.reset();
             m_taskLists.reset();
             m_tasks.reset();
+            m_agenda.reset();
+            m_dueTasks.clear();
+            m_sidebar->setDayCounts(0, 0, 0);
             if (!user || !made.result) {
                 m_isLoading = false;
                 render();
@@ -116,6 +125,7 @@ void ProjectsView::start()
             m_projects = std::make_unique<ProjectsController>(apps.projects, m_services.console());
             m_taskLists = std::make_unique<TaskListsController>(apps.taskLists, m_services.console());
             m_tasks = std::make_unique<TasksController>(apps.tasks, m_services.console());
+            m_agenda = std::make_unique<TaskAgendaApplication>(apps.agenda);
             connect(m_projects.get(), &ProjectsController::saved, this, [this](const QUuid& projectId) {
                 m_expandedProjectIds.insert(projectId);
                 reload();
@@ -191,6 +201,10 @@ void ProjectsView::reloadDetail()
 {
     if (!m_tasks)
         return;
+    // Every change to a task may change what is due when.
+    reloadDays();
+    if (m_dayView != ProjectsDetailSelectionEnum::none)
+        return;
     const quint64 generation = m_generation;
     // Reloads overlap while tasks are added quickly; only the newest may show.
     const quint64 detailGeneration = ++m_detailGeneration;
@@ -232,6 +246,58 @@ void ProjectsView::reloadDetail()
     }
 }
 
+void ProjectsView::reloadDays()
+{
+    if (!m_agenda)
+        return;
+    const quint64 generation = m_generation;
+    const quint64 daysGeneration = ++m_daysGeneration;
+    const TaskAgendaApplication agenda = *m_agenda;
+    const QUuid userId = m_userId;
+    const QDate today = QDate::currentDate();
+    // What is due "today" changes at midnight even when no task does.
+    m_midnight->start(int(std::clamp<qint64>(
+        QDateTime::currentDateTime().msecsTo(today.addDays(1).startOfDay()) + 1000, 1000, 86400000)));
+    runAsync(
+        this, [agenda, userId, today] { return agenda.dueUpTo(userId, today.addDays(7)); },
+        [this, generation, daysGeneration, today](const ResultEntity& result) {
+            if (generation != m_generation || daysGeneration != m_daysGeneration)
+                return;
+            if (!result.result) {
+                m_services.console().appendLine(
+                    QStringLiteral("ProjectsView.reloadDays failed: ") + result.firstMessage().value_or(QString()));
+            } else {
+                m_dueTasks = listed<TaskEntity>(result);
+            }
+            const QList<TaskEntity> todays
+                = TaskDaysContentView::inView(ProjectsDetailSelectionEnum::today, m_dueTasks, today);
+            const int overdue = int(std::count_if(
+                todays.cbegin(), todays.cend(), [&today](const TaskEntity& task) { return *task.dueDay() < today; }));
+            m_sidebar->setDayCounts(int(todays.size()), overdue,
+                int(TaskDaysContentView::inView(ProjectsDetailSelectionEnum::upcoming, m_dueTasks, today).size()));
+            if (m_dayView != ProjectsDetailSelectionEnum::none) {
+                QHash<QUuid, QString> places;
+                for (const ProjectWithListsEntity& item : std::as_const(m_workspace)) {
+                    for (const TaskListEntity& list : item.lists)
+                        places.insert(list.talId, item.project.prjName + QStringLiteral(" \u203a ") + list.talName);
+                }
+                m_detail->showDays(m_dayView, m_dueTasks, today, places);
+            }
+            Q_EMIT daysLoaded();
+            if (m_dayView != ProjectsDetailSelectionEnum::none)
+                Q_EMIT loaded();
+        });
+}
+
+void ProjectsView::selectDayView(ProjectsDetailSelectionEnum view)
+{
+    m_selectedTaskList.reset();
+    m_selectedProject.reset();
+    m_dayView = view;
+    m_sidebar->setSelection(QUuid(), QUuid(), view);
+    reloadDetail();
+}
+
 void ProjectsView::render()
 {
     ProjectsSidebarPaneView::State state;
@@ -243,6 +309,7 @@ void ProjectsView::render()
     state.selectedListId = m_selectedTaskList ? m_selectedTaskList->talId : QUuid();
     state.deletingProjectId = m_deletingProjectId;
     state.deletingListId = m_deletingListId;
+    state.selectedDayView = m_dayView;
     m_sidebar->show(state);
 }
 
@@ -277,6 +344,7 @@ bool ProjectsView::confirm(
 
 void ProjectsView::selectList(const TaskListEntity& taskList, const ProjectEntity& project)
 {
+    m_dayView = ProjectsDetailSelectionEnum::none;
     m_selectedTaskList = taskList;
     m_selectedProject = project;
     m_sidebar->setSelection(QUuid(), taskList.talId);
@@ -285,6 +353,7 @@ void ProjectsView::selectList(const TaskListEntity& taskList, const ProjectEntit
 
 void ProjectsView::selectProject(const ProjectEntity& project)
 {
+    m_dayView = ProjectsDetailSelectionEnum::none;
     m_selectedTaskList.reset();
     m_selectedProject = project;
     m_sidebar->setSelection(project.prjId, QUuid());
@@ -377,6 +446,7 @@ void ProjectsView::connectActions()
     });
     connect(m_sidebar, &ProjectsSidebarPaneView::selectProject, this, &ProjectsView::selectProject);
     connect(m_sidebar, &ProjectsSidebarPaneView::selectList, this, &ProjectsView::selectList);
+    connect(m_sidebar, &ProjectsSidebarPaneView::selectDayView, this, &ProjectsView::selectDayView);
     connect(m_sidebar, &ProjectsSidebarPaneView::addProject, this,
         [this](const QString& name) { m_projects->add(name, m_userId, answering(m_sidebar->addProjectRow())); });
     connect(m_sidebar, &ProjectsSidebarPaneView::renameProject, this,

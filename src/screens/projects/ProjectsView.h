@@ -2,6 +2,7 @@
 
 #include "screens/projects/ProjectsSidebarPaneView.h"
 #include "screens/projects/ProjectsWorkspaceEntities.h"
+#include "tasks/applications/TaskAgendaApplication.h"
 
 #include <QWidget>
 
@@ -14,6 +15,7 @@ class TaskActions;
 class TaskListsController;
 class TasksController;
 class TasksDetailPaneView;
+class QTimer;
 
 // The projects workspace: projects and their lists on the left, a list's tasks (as a list or
 // as the Eisenhower matrix) or a project's overview on the right. It shows what the stores hold:
@@ -37,6 +39,8 @@ public:
 Q_SIGNALS:
     // After every load, for tests and for the start-up benchmark.
     void loaded();
+    // After every read of the tasks due this week (the counts of "Today" and "Upcoming").
+    void daysLoaded();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -44,6 +48,10 @@ protected:
 private:
     void start();
     void reloadDetail();
+    // Reads the tasks due up to a week from today again: the counts of "Today" and "Upcoming",
+    // and the one of them that is open.
+    void reloadDays();
+    void selectDayView(ProjectsDetailSelectionEnum view);
     void render();
     void showFailure(const QString& message);
     bool confirm(
@@ -62,13 +70,19 @@ private:
     std::unique_ptr<ProjectsController> m_projects;
     std::unique_ptr<TaskListsController> m_taskLists;
     std::unique_ptr<TasksController> m_tasks;
+    std::unique_ptr<TaskAgendaApplication> m_agenda;
     TaskActions* m_taskActions;
     ProjectsSidebarPaneView* m_sidebar;
     TasksDetailPaneView* m_detail;
+    QTimer* m_midnight;
 
     bool m_started = false;
     quint64 m_generation = 0;
     quint64 m_detailGeneration = 0;
+    quint64 m_daysGeneration = 0;
+    // today or upcoming while one of those is open instead of a list or a project.
+    ProjectsDetailSelectionEnum m_dayView = ProjectsDetailSelectionEnum::none;
+    QList<TaskEntity> m_dueTasks;
     QList<ProjectWithListsEntity> m_workspace;
     bool m_isLoading = false;
     QSet<QUuid> m_expandedProjectIds;

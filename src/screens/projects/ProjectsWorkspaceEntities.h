@@ -18,7 +18,8 @@ struct TaskListWithTasksEntity {
 };
 
 // What the detail pane shows.
-enum class ProjectsDetailSelectionEnum { list, project, none };
+// today and upcoming: tasks due across all projects, by day.
+enum class ProjectsDetailSelectionEnum { list, project, none, today, upcoming };
 
 enum class TaskListViewModeEnum {
     tasks, // the plain list, "task-list-view-mode-tasks"

@@ -5,6 +5,7 @@
 #include "screens/common/LogoPlaceholderView.h"
 #include "screens/projects/ProjectOverviewListSectionView.h"
 #include "screens/projects/TaskActions.h"
+#include "screens/projects/TaskDaysContentView.h"
 #include "screens/projects/TaskEisenhowerMatrixView.h"
 #include "screens/projects/TaskListContentView.h"
 #include "screens/projects/TaskRowView.h"
@@ -206,6 +207,34 @@ void TasksDetailPaneView::showList(const TaskListEntity& taskList, const QList<T
     m_listTools->show();
     rebuildList();
     m_pages->setCurrentWidget(m_content);
+}
+
+void TasksDetailPaneView::showDays(ProjectsDetailSelectionEnum view, const QList<TaskEntity>& tasks, const QDate& today,
+    const QHash<QUuid, QString>& places)
+{
+    const bool same = m_selection == view;
+    m_selection = view;
+    //% "Today"
+    //% "Upcoming"
+    m_title->setText(view == ProjectsDetailSelectionEnum::today ? qtTrId("tasks-day-view-today")
+                                                                : qtTrId("tasks-day-view-upcoming"));
+    m_listTools->hide();
+    // The row that had the focus (ticked or scheduled by keyboard) hands it to the same place.
+    int focused = -1;
+    if (same && m_scroll->widget()) {
+        const QList<TaskRowView*> rows = m_scroll->widget()->findChildren<TaskRowView*>();
+        for (int index = 0; index < rows.size(); ++index) {
+            if (rows.at(index)->isAncestorOf(QApplication::focusWidget()) || rows.at(index)->hasFocus())
+                focused = index;
+        }
+    }
+    auto* body = new TaskDaysContentView(view, tasks, today, places, m_actions);
+    setBody(body);
+    m_bodies->setCurrentWidget(m_scroll);
+    m_pages->setCurrentWidget(m_content);
+    const QList<TaskRowView*> rows = body->findChildren<TaskRowView*>();
+    if (focused >= 0 && !rows.isEmpty())
+        rows.at(std::min<int>(focused, rows.size() - 1))->setFocus(Qt::OtherFocusReason);
 }
 
 void TasksDetailPaneView::rebuildList()

@@ -14,8 +14,8 @@ class QToolButton;
 class TaskActions;
 class TaskListContentView;
 
-// The right side of the projects workspace: a placeholder, a project's overview, or one list's
-// tasks as a list or as the Eisenhower matrix.
+// The right side of the projects workspace: a placeholder, a project's overview, one list's
+// tasks as a list or as the Eisenhower matrix, or the tasks due today or in the coming days.
 class TasksDetailPaneView final : public QWidget {
     Q_OBJECT
 
@@ -29,6 +29,10 @@ public:
     void showNone();
     void showProject(const ProjectEntity& project, const QList<TaskListWithTasksEntity>& lists);
     void showList(const TaskListEntity& taskList, const QList<TaskEntity>& tasks);
+    // "Today" or "Upcoming" (view) of tasks, the open ones due up to a week from today; places:
+    // "Project › List" by list.
+    void showDays(ProjectsDetailSelectionEnum view, const QList<TaskEntity>& tasks, const QDate& today,
+        const QHash<QUuid, QString>& places);
     // The add row of the list shown as a list; null for the matrix, an overview or nothing.
     InlineAddRowView* addRow() const;
     // Brings the shown list's task into view (as a list, its completed tasks unfolded if it is

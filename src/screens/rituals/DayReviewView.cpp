@@ -53,10 +53,13 @@ DayReviewView::DayReviewView(const AppServices& services, const QDate& day, QWid
 
     auto* form = new QFormLayout;
     m_done = wrappingLabel(this, QStringLiteral("reviewDone"));
+    m_completed = wrappingLabel(this, QStringLiteral("reviewCompletedTasks"));
     m_meets = wrappingLabel(this, QStringLiteral("reviewMeets"));
     m_left = wrappingLabel(this, QStringLiteral("reviewLeft"));
     //% "Ticked today"
     form->addRow(qtTrId("rituals-review-ticked"), m_done);
+    //% "Tasks completed"
+    form->addRow(qtTrId("rituals-review-completed"), m_completed);
     form->addRow(qtTrId("rituals-plan-meets"), m_meets);
     //% "Still open"
     form->addRow(qtTrId("rituals-review-open"), m_left);
@@ -118,7 +121,12 @@ void DayReviewView::present(const RitualDay& day)
     m_done->setText(day.failure.isEmpty() ? lines(done) : day.failure);
     m_meets->setText(day.meetsFailure.isEmpty() ? lines(meets) : day.meetsFailure);
     m_left->setText(lines(left));
-    m_summary->setPlainText(DayReview::summary({day.date, day.dailyTasks, meets}));
+    const QList<DayReview::ProjectTasks> completed = DayReview::byProject(day.completedTasks, day.allProjects);
+    QStringList completedLines;
+    for (const DayReview::ProjectTasks& group : completed)
+        completedLines.append(group.project + QStringLiteral(": ") + group.titles.join(QStringLiteral(", ")));
+    m_completed->setText(lines(completedLines));
+    m_summary->setPlainText(DayReview::summary({day.date, day.dailyTasks, meets, completed}));
 
     qDeleteAll(m_projectChoices);
     m_projectChoices.clear();

@@ -45,6 +45,7 @@ private:
     quint64 m_generation = 0;
     QLabel* m_title;
     QLabel* m_done;
+    QLabel* m_completed;
     QLabel* m_meets;
     QLabel* m_left;
     QPlainTextEdit* m_summary;

@@ -92,8 +92,12 @@ MorningPlanView::MorningPlanView(const AppServices& services, const QDate& today
     meets->layout()->addWidget(m_meets);
     layout->addWidget(meets);
 
-    // Tasks whose due day is today join here, between the meets and the projects, once tasks
-    // can be found by due day across projects.
+    //% "Tasks due"
+    QGroupBox* due = section(qtTrId("rituals-plan-due-tasks"), content);
+    m_dueTasks = wrappingLabel(due);
+    m_dueTasks->setObjectName(QStringLiteral("planDueTasks"));
+    due->layout()->addWidget(m_dueTasks);
+    layout->addWidget(due);
 
     //% "Projects today"
     QGroupBox* projects = section(qtTrId("rituals-plan-projects"), content);
@@ -187,6 +191,24 @@ void MorningPlanView::fillToday()
     //% "No meets today."
     m_meets->setText(
         m_day.meetsFailure.isEmpty() ? bulleted(meets, qtTrId("rituals-plan-no-meets")) : m_day.meetsFailure);
+    QHash<QUuid, QString> projectNames;
+    for (const ProjectEntity& project : std::as_const(m_day.allProjects))
+        projectNames.insert(project.prjId, project.prjName);
+    QStringList due;
+    for (const TaskEntity& task : std::as_const(m_day.dueTasks)) {
+        // Late ones say so first, with their day; the ones of today say when only if they have a time.
+        QString line = task.tasTitle + QStringLiteral(" (") + projectNames.value(task.prjId) + QLatin1Char(')');
+        if (*task.dueDay() < m_day.date) {
+            line = qtTrId("tasks-due-overdue") + QStringLiteral(": ") + line + QStringLiteral(" \u2014 ")
+                + QLocale().toString(*task.dueDay(), QLocale::ShortFormat);
+        } else if (task.tasDueHasTime) {
+            line += QStringLiteral(" \u2014 ")
+                + QLocale().toString(task.tasDueDate->toLocalTime().time(), QLocale::ShortFormat);
+        }
+        due.append(line);
+    }
+    //% "Nothing due today."
+    m_dueTasks->setText(bulleted(due, qtTrId("tasks-day-view-today-empty")));
     QStringList projects;
     for (const ProjectEntity& project : std::as_const(m_day.projects))
         projects.append(project.prjName);

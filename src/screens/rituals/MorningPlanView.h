@@ -10,8 +10,8 @@ class QPushButton;
 class QVBoxLayout;
 
 // The morning plan: what is left over from earlier days, each with "Move to today" and one for
-// all, then today's checklist, meets and projects. Opened at the first start of a day and from
-// the Day menu; closing it changes nothing.
+// all, then today's checklist, meets, the tasks due today or overdue, and the projects. Opened at the first start of a
+// day and from the Day menu; closing it changes nothing.
 class MorningPlanView final : public QDialog {
     Q_OBJECT
 
@@ -22,6 +22,7 @@ public:
     const RitualDay& day() const { return m_day; }
     bool isLoading() const { return m_isLoading; }
     QLabel* notice() const { return m_notice; }
+    QLabel* dueTasks() const { return m_dueTasks; }
     QPushButton* moveAllButton() const { return m_moveAll; }
 
     // Moves the items to today, in their order, and says how many went.
@@ -47,6 +48,7 @@ private:
     QPushButton* m_moveAll;
     QLabel* m_checklist;
     QLabel* m_meets;
+    QLabel* m_dueTasks;
     QLabel* m_projects;
     QLabel* m_notice;
 };

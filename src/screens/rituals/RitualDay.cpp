@@ -68,8 +68,18 @@ RitualDay RitualDay::read(const AppServices& services, const QDate& date, bool w
         day.earlierUnfinished = *earlier.dataAs<QList<DailyTaskEntity>>();
     }
     const TaskResultEntity projects = day.applications->projects.list(day.userId);
-    if (projects.result)
-        day.projects = shownOn(*projects.dataAs<QList<ProjectEntity>>(), date);
+    if (projects.result) {
+        day.allProjects = *projects.dataAs<QList<ProjectEntity>>();
+        day.projects = shownOn(day.allProjects, date);
+    }
+    // The plan looks ahead to what is due, the review back at what got done.
+    const TaskResultEntity tasks = withEarlier ? day.applications->agenda.dueUpTo(day.userId, date)
+                                               : day.applications->agenda.completedOn(day.userId, date);
+    if (!tasks.result) {
+        day.failure = tasks.firstMessage().value_or(QString());
+        return day;
+    }
+    (withEarlier ? day.dueTasks : day.completedTasks) = *tasks.dataAs<QList<TaskEntity>>();
     return day;
 }
 

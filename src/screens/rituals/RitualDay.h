@@ -29,6 +29,12 @@ struct RitualDay {
     QString meetsFailure;
     // The projects the schedule unfolds on this day.
     QList<ProjectEntity> projects;
+    // Every project of the user, in its order, for naming the tasks' projects.
+    QList<ProjectEntity> allProjects;
+    // Open tasks due on this day or earlier, soonest first.
+    QList<TaskEntity> dueTasks;
+    // Tasks marked done during this day, in the order they were done.
+    QList<TaskEntity> completedTasks;
 
     std::optional<UserEntity> user;
 

@@ -26,8 +26,10 @@ RealmObjectType TaskRealmModel::objectType()
                        "tasDueDate INTEGER, "
                        "tasEisenhowerTag TEXT, ")
             + version2Columns,
-        // A list's tasks and a project's tasks are what the screens read.
-        {QStringLiteral("talId"), QStringLiteral("prjId")}};
+        // A list's tasks and a project's tasks are what the screens read; the days' views and the
+        // evening review look tasks up by due date and by completion time across all lists.
+        {QStringLiteral("talId"), QStringLiteral("prjId"), QStringLiteral("tasDueDate"),
+            QStringLiteral("tasCompletedAt")}};
 }
 
 void TaskRealmModel::migrate(RealmDatabase& database, quint64 oldVersion)

@@ -48,6 +48,21 @@ public:
         return TaskResultEntity::infrastructureFailure(QStringLiteral("read list by list"));
     }
 
+    // data: QList<TaskEntity>, every open task due before that instant, for a store that can
+    // find them without reading every list; the others fail, and are read list by list.
+    virtual TaskResultEntity listOpenDueBefore(const QDateTime& before)
+    {
+        Q_UNUSED(before);
+        return TaskResultEntity::infrastructureFailure(QStringLiteral("read list by list"));
+    }
+    // data: QList<TaskEntity>, every done task completed in [from, to), on the same terms.
+    virtual TaskResultEntity listCompletedBetween(const QDateTime& from, const QDateTime& to)
+    {
+        Q_UNUSED(from);
+        Q_UNUSED(to);
+        return TaskResultEntity::infrastructureFailure(QStringLiteral("read list by list"));
+    }
+
     TaskResultEntity markDone(const QUuid& taskId) { return setDone(taskId, true); }
     TaskResultEntity markNotDone(const QUuid& taskId) { return setDone(taskId, false); }
 };

@@ -84,3 +84,37 @@ TaskResultEntity LocalTaskRepositoryImpl::listAll()
             LocalStore::entitiesOf(RealmTable<TaskRealmModel>(database).objects(QStringLiteral("1"), {})));
     });
 }
+
+namespace {
+
+// The rows one index finds, in no particular order: the callers sort them their own way, and
+// asking for the store's order would let SQLite prefer a pass over the whole table.
+TaskResultEntity tasksThrough(
+    RealmDatabase& database, const QString& index, const QString& where, const QVariantList& bindings)
+{
+    QList<TaskEntity> tasks;
+    for (const RealmRow& row : database.query(QStringLiteral("SELECT * FROM \"%1\" INDEXED BY \"%1_%2\" WHERE %3")
+                                                  .arg(TaskRealmModel::objectType().name, index, where),
+             bindings))
+        tasks.append(TaskRealmModel::fromRow(row).toEntity());
+    return TaskResultEntity::success(tasks);
+}
+
+} // namespace
+
+TaskResultEntity LocalTaskRepositoryImpl::listOpenDueBefore(const QDateTime& before)
+{
+    return LocalStore::withDatabase(database.configuration, [&](RealmDatabase& database) {
+        return tasksThrough(database, QStringLiteral("tasDueDate"), QStringLiteral("tasDueDate < ? AND tasIsDone = 0"),
+            {RealmValue::fromDate(before)});
+    });
+}
+
+TaskResultEntity LocalTaskRepositoryImpl::listCompletedBetween(const QDateTime& from, const QDateTime& to)
+{
+    return LocalStore::withDatabase(database.configuration, [&](RealmDatabase& database) {
+        return tasksThrough(database, QStringLiteral("tasCompletedAt"),
+            QStringLiteral("tasCompletedAt >= ? AND tasCompletedAt < ? AND tasIsDone = 1"),
+            {RealmValue::fromDate(from), RealmValue::fromDate(to)});
+    });
+}

@@ -19,6 +19,9 @@ public:
     TaskResultEntity listOfLists(const QList<QUuid>& taskListIds) override;
     // One pass over the table: a list's read is a pass over it too.
     TaskResultEntity listAll() override;
+    // Through the due date's index: only the few rows that qualify are read.
+    TaskResultEntity listOpenDueBefore(const QDateTime& before) override;
+    TaskResultEntity listCompletedBetween(const QDateTime& from, const QDateTime& to) override;
 
     TasksDatabase database;
 

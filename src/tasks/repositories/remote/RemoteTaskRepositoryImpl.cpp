@@ -166,3 +166,22 @@ TaskResultEntity RemoteTaskRepositoryImpl::list(const QUuid& taskListId)
         return RemoteResource::many(dtos, toEntity);
     });
 }
+
+TaskResultEntity RemoteTaskRepositoryImpl::listOpenDueBefore(const QDateTime& before)
+{
+    return tasks().call([&] {
+        const QList<TaskResponseDTO> dtos = client.get<QList<TaskResponseDTO>>(
+            tasks().path(), {{QStringLiteral("dueBefore"), JSONCoding::encodeDate(before)}});
+        return RemoteResource::many(dtos, toEntity);
+    });
+}
+
+TaskResultEntity RemoteTaskRepositoryImpl::listCompletedBetween(const QDateTime& from, const QDateTime& to)
+{
+    return tasks().call([&] {
+        const QList<TaskResponseDTO> dtos = client.get<QList<TaskResponseDTO>>(tasks().path(),
+            {{QStringLiteral("completedFrom"), JSONCoding::encodeDate(from)},
+                {QStringLiteral("completedTo"), JSONCoding::encodeDate(to)}});
+        return RemoteResource::many(dtos, toEntity);
+    });
+}

@@ -19,6 +19,10 @@ public:
     TaskResultEntity deleteCompleted(const QUuid& taskListId) override;
     TaskResultEntity find(const QUuid& taskId) override;
     TaskResultEntity list(const QUuid& taskListId) override;
+    // One request across all lists; a backend that does not know the query refuses it, and the
+    // tasks are then read list by list.
+    TaskResultEntity listOpenDueBefore(const QDateTime& before) override;
+    TaskResultEntity listCompletedBetween(const QDateTime& from, const QDateTime& to) override;
 
     const APIClient client;
 
