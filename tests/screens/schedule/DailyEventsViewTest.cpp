@@ -308,7 +308,10 @@ private Q_SLOTS:
         TestNotificationServer server;
         QVERIFY(server.start());
         DailyEventsController controller(app->services(), std::nullopt);
-        const QDateTime later = QDateTime::currentDateTime().addSecs(3 * 3600);
+        // Later the same day, whatever the hour the test runs at.
+        const QDateTime now = QDateTime::currentDateTime();
+        const qint64 untilMidnight = now.secsTo(QDateTime(now.date().addDays(1), QTime(0, 0)));
+        const QDateTime later = now.addSecs(std::min<qint64>(3 * 3600, untilMidnight / 2 + 60));
         controller.create({QStringLiteral("Later"), {}, later, later.addSecs(600)});
         open();
         // Made once the schedule is up, so that it has not started by the time it is armed: a
