@@ -2,6 +2,7 @@
 #include "platform/SystemSecureRandom.h"
 #include "support/SettableClock.h"
 #include "support/TestMain.h"
+#include "support/ZoneScope.h"
 #include "support/server/ServerBackend.h"
 #include "tasks/TasksApplicationFactory.h"
 
@@ -24,25 +25,6 @@ QStringList titlesOf(const TaskResultEntity& result)
         titles.append(task.tasTitle);
     return titles;
 }
-
-// The process's zone while it lives; local times in the test are that zone's.
-class ZoneScope {
-public:
-    explicit ZoneScope(const QByteArray& zone)
-        : m_previous(qgetenv("TZ"))
-    {
-        qputenv("TZ", zone);
-        tzset();
-    }
-    ~ZoneScope()
-    {
-        qputenv("TZ", m_previous);
-        tzset();
-    }
-
-private:
-    QByteArray m_previous;
-};
 
 const QDate day(2026, 11, 23);
 

@@ -1,6 +1,7 @@
 #include "tasks/domain/TaskRecurrence.h"
 
 #include "support/TestMain.h"
+#include "support/ZoneScope.h"
 #include "tasks/entities/TaskRecurrenceCodec.h"
 
 #include <ctime>
@@ -40,24 +41,6 @@ QList<QDate> series(TaskEntity task, int count)
     }
     return days;
 }
-
-class ZoneScope {
-public:
-    explicit ZoneScope(const char* zone)
-        : m_previous(qgetenv("TZ"))
-    {
-        qputenv("TZ", zone);
-        tzset();
-    }
-    ~ZoneScope()
-    {
-        qputenv("TZ", m_previous);
-        tzset();
-    }
-
-private:
-    QByteArray m_previous;
-};
 
 } // namespace
 
