@@ -48,7 +48,9 @@ private Q_SLOTS:
         const TaskListEntity list {.prjId = project.prjId, .talName = QStringLiteral("Calls"), .talIsDefault = true};
         QVERIFY(apps.projects.create(project).result);
         QVERIFY(apps.taskLists.create(list).result);
-        const QDateTime due = m_clock->now().addSecs(2 * 3600);
+        // Whole seconds, as the backend keeps times.
+        QDateTime due = m_clock->now().addSecs(2 * 3600);
+        due = due.addMSecs(-due.time().msec());
         TaskEntity task = aTask(list, QStringLiteral("Call the bank"), due, 60);
         QVERIFY(apps.tasks.create(task).result);
         const TaskReminderScheduler reminders = services.taskReminderScheduler();
