@@ -93,18 +93,20 @@ template <typename Entity> Difference<Entity> difference(const QList<Entity>& ex
     return result;
 }
 
-// A task written whole, then its done flag and tag through their own operations, which some
-// stores do not take from a whole write.
+// A task written whole, then its done state and tag through their own writes, which some
+// stores do not take from a new task. The done state goes back as it was, with its completion
+// time: completing the task again would stamp it now and start a repeating one over.
 TaskResultEntity settleTask(const Applications& apps, const TaskEntity& task)
 {
     const TaskResultEntity found = apps.tasks.find(task.tasId);
     const TaskEntity* current = found.result ? found.dataAs<TaskEntity>() : nullptr;
     if (!current)
         return found;
-    if (current->tasIsDone != task.tasIsDone) {
-        const TaskResultEntity done
-            = task.tasIsDone ? apps.tasks.markDone(task.tasId) : apps.tasks.markNotDone(task.tasId);
-        if (!done.result)
+    if (current->tasIsDone != task.tasIsDone || current->tasCompletedAt != task.tasCompletedAt) {
+        TaskEntity settled = *current;
+        settled.tasIsDone = task.tasIsDone;
+        settled.tasCompletedAt = task.tasCompletedAt;
+        if (const TaskResultEntity done = apps.tasks.taskRepository->update(settled); !done.result)
             return done;
     }
     if (current->tasEisenhowerTag != task.tasEisenhowerTag) {

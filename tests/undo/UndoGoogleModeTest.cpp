@@ -71,6 +71,13 @@ private Q_SLOTS:
         QVERIFY(apps.taskLists.delete_(packing.talId).result);
         QVERIFY(waitForText(history(), QStringLiteral("delete list 'Packing'")));
         QVERIFY(!apps.taskLists.find(packing.talId).result);
+        // Brought back in a later second than the one it was completed in (the server keeps whole
+        // seconds), so that a completion stamped anew would show.
+        const auto tickets = std::find_if(
+            tasks.cbegin(), tasks.cend(), [&](const TaskEntity& task) { return task.tasId == ids.at(1); });
+        QVERIFY(tickets->tasIsDone && tickets->tasCompletedAt);
+        const qint64 completedAt = tickets->tasCompletedAt->toSecsSinceEpoch();
+        QTRY_VERIFY(QDateTime::currentSecsSinceEpoch() > completedAt);
 
         QCOMPARE(step(history(), true), QString());
         QCOMPARE(found<TaskListEntity>(apps.taskLists.find(packing.talId)), list);

@@ -4,6 +4,8 @@
 
 #include <QTranslator>
 
+#include <algorithm>
+
 using namespace UndoTestSupport;
 
 // The daily checklist, the logbook and repeating tasks have their changes recorded by their use
@@ -26,6 +28,12 @@ class UndoUseCasesTest : public QObject {
                     .dataAs<TasksApplicationFactory::Applications>();
     }
     UndoHistory& history() { return app->services().undoHistory(); }
+    static QList<TaskEntity> byId(QList<TaskEntity> tasks)
+    {
+        std::sort(
+            tasks.begin(), tasks.end(), [](const TaskEntity& a, const TaskEntity& b) { return a.tasId < b.tasId; });
+        return tasks;
+    }
     QUuid userId()
     {
         return QUuid::fromString(app->services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrId);
@@ -113,10 +121,17 @@ private Q_SLOTS:
         QVERIFY(!undone.constFirst().tasIsDone);
         QCOMPARE(undone.constFirst().tasId, water.tasId);
 
+        // Redone as it was: completed when it was, not again now.
         QCOMPARE(step(history(), false), QString());
-        QCOMPARE(listed().size(), 2);
+        QCOMPARE(byId(listed()), byId(afterDone));
         QVERIFY(apps.tasks.markDone(water.tasId).result);
         QCOMPARE(listed().size(), 2);
+
+        // A done task deleted and brought back keeps its completion, and starts no new occurrence.
+        QVERIFY(apps.tasks.delete_(water.tasId).result);
+        QVERIFY(waitForText(history(), QStringLiteral("delete task 'Water the plants'")));
+        QCOMPARE(step(history(), true), QString());
+        QCOMPARE(byId(listed()), byId(afterDone));
     }
 
     void shouldUndoAndRedoTheLogbook()
