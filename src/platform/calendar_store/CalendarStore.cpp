@@ -21,12 +21,19 @@ namespace {
 
 // How long a calendar backend may take to come online when a client first connects.
 constexpr guint32 connectSeconds = 15;
+// How long a new calendar may take to reach the calendar factory: 2 s.
+constexpr int newSourceRetries = 20;
+constexpr unsigned long newSourceRetryMilliseconds = 100;
 
 // EDS matches a range against floating and all-day times, and against times in zones far from
 // the reader's, in ways that can miss or add an occurrence near either edge. Reads ask for this
 // much more on each side (more than any two zones are apart) and then keep exactly the
 // occurrences that overlap the range by instant.
 constexpr qint64 marginSeconds = 2 * 24 * 3600;
+
+// A read expands a calendar's series on up to this many threads, one per so many series.
+constexpr qsizetype maxThreadsPerCalendar = 8;
+constexpr qsizetype seriesPerThread = 2;
 
 struct GObjectRelease {
     void operator()(gpointer object) const
@@ -675,6 +682,19 @@ ECalClient* CalendarStore::client(const QString& calendarIdentifier, QString* wh
     GError* error = nullptr;
     EClient* connected
         = e_cal_client_connect_sync(source.get(), E_CAL_CLIENT_SOURCE_TYPE_EVENTS, waitSeconds, nullptr, &error);
+    // A calendar just added (by this program or another) reaches the calendar factory a moment
+    // after the registry that told us of it; until then the factory knows no such source.
+    for (int attempt = 0;
+         !connected && attempt < newSourceRetries && g_error_matches(error, G_IO_ERROR, G_IO_ERROR_NOT_FOUND);
+         ++attempt) {
+        QThread::msleep(newSourceRetryMilliseconds);
+        // One being removed instead is not waited for.
+        if (!GRef<ESource>(e_source_registry_ref_source(m_registry, calendarIdentifier.toUtf8().constData())))
+            break;
+        g_clear_error(&error);
+        connected
+            = e_cal_client_connect_sync(source.get(), E_CAL_CLIENT_SOURCE_TYPE_EVENTS, waitSeconds, nullptr, &error);
+    }
     if (!connected) {
         const QString message = error ? fromUtf8(error->message) : QStringLiteral("cannot open the calendar");
         g_clear_error(&error);
@@ -741,38 +761,57 @@ QList<CalendarStoreEvent> CalendarStore::events(
         // master, which brings in the edited occurrences by UID. An edited occurrence whose
         // series has no other occurrence in range arrives without its master and is read as is.
         QSet<QByteArray> masters;
+        std::vector<ICalComponent*> components;
+        qsizetype seriesCount = 0;
         for (GSList* item = objects; item; item = item->next) {
             auto* component = static_cast<ICalComponent*>(item->data);
-            if (!e_cal_util_component_has_property(component, I_CAL_RECURRENCEID_PROPERTY))
+            components.push_back(component);
+            if (!e_cal_util_component_has_property(component, I_CAL_RECURRENCEID_PROPERTY)) {
                 masters.insert(QByteArray(i_cal_component_get_uid(component)));
-        }
-        for (GSList* item = objects; item; item = item->next) {
-            auto* component = static_cast<ICalComponent*>(item->data);
-            const bool isOccurrence = e_cal_util_component_has_property(component, I_CAL_RECURRENCEID_PROPERTY);
-            if (isOccurrence) {
-                if (masters.contains(QByteArray(i_cal_component_get_uid(component))) || isCancelled(component))
-                    continue;
-                CalendarStoreEvent event = readStored(component, calClient, calendarIdentifier);
-                event.occurrenceIdentifier = takeText(e_cal_util_component_get_recurid_as_string(component));
-                if (overlaps(event, start, end)) {
-                    if (GRef<ICalComponent> master {[&]() -> ICalComponent* {
-                            ICalComponent* found = nullptr;
-                            e_cal_client_get_object_sync(
-                                calClient, i_cal_component_get_uid(component), nullptr, &found, nullptr, nullptr);
-                            return found;
-                        }()})
-                        event.recurrenceRules = rulesOf(master.get());
-                    events.append(std::move(event));
-                }
-                continue;
+                seriesCount += e_cal_util_component_has_recurrences(component) ? 1 : 0;
             }
-            Expansion expansion = expansionOf(calClient, component, calendarIdentifier,
-                e_cal_util_component_has_recurrences(component) != FALSE, &events, start, end);
-            if (!expansion.isSeries && !expansion.seriesRules.isEmpty())
-                expansion.isSeries = true;
-            e_cal_client_generate_instances_for_object_sync(
-                calClient, component, from, to, nullptr, collectInstance, &expansion);
         }
+        const auto readSome = [&](qsizetype first, qsizetype last) {
+            QList<CalendarStoreEvent> some;
+            for (qsizetype index = first; index < last; ++index) {
+                ICalComponent* component = components.at(std::size_t(index));
+                const bool isOccurrence = e_cal_util_component_has_property(component, I_CAL_RECURRENCEID_PROPERTY);
+                if (isOccurrence) {
+                    if (masters.contains(QByteArray(i_cal_component_get_uid(component))) || isCancelled(component))
+                        continue;
+                    CalendarStoreEvent event = readStored(component, calClient, calendarIdentifier);
+                    event.occurrenceIdentifier = takeText(e_cal_util_component_get_recurid_as_string(component));
+                    if (overlaps(event, start, end)) {
+                        if (GRef<ICalComponent> master {[&]() -> ICalComponent* {
+                                ICalComponent* found = nullptr;
+                                e_cal_client_get_object_sync(
+                                    calClient, i_cal_component_get_uid(component), nullptr, &found, nullptr, nullptr);
+                                return found;
+                            }()})
+                            event.recurrenceRules = rulesOf(master.get());
+                        some.append(std::move(event));
+                    }
+                    continue;
+                }
+                Expansion expansion = expansionOf(calClient, component, calendarIdentifier,
+                    e_cal_util_component_has_recurrences(component) != FALSE, &some, start, end);
+                if (!expansion.isSeries && !expansion.seriesRules.isEmpty())
+                    expansion.isSeries = true;
+                e_cal_client_generate_instances_for_object_sync(
+                    calClient, component, from, to, nullptr, collectInstance, &expansion);
+            }
+            return some;
+        };
+        // The client asks the store for each series' edited occurrences, a round trip per
+        // series: on a calendar with many series those dominate a read, and overlap well.
+        const qsizetype parts = std::clamp<qsizetype>(seriesCount / seriesPerThread, 1, maxThreadsPerCalendar);
+        const qsizetype size = qsizetype(components.size());
+        std::vector<std::future<QList<CalendarStoreEvent>>> later;
+        for (qsizetype part = 1; part < parts; ++part)
+            later.push_back(std::async(std::launch::async, readSome, size * part / parts, size * (part + 1) / parts));
+        events = readSome(0, size / parts);
+        for (std::future<QList<CalendarStoreEvent>>& part : later)
+            events.append(part.get());
         g_slist_free_full(objects, g_object_unref);
         return events;
     };
