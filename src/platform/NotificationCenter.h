@@ -12,6 +12,8 @@ inline const QString calendarAccountsDidChange = QStringLiteral("calendarAccount
 inline const QString hiddenCalendarsDidChange = QStringLiteral("hiddenCalendarsDidChange");
 inline const QString alarmScheduleDidChange = QStringLiteral("alarmScheduleDidChange");
 inline const QString openMeetFromAlarm = QStringLiteral("openMeetFromAlarm");
+// A clicked task reminder: the object is the task's TaskNavigationPayload.
+inline const QString openTaskFromReminder = QStringLiteral("openTaskFromReminder");
 inline const QString userAccountDidChange = QStringLiteral("userAccountDidChange");
 inline const QString showUserSettings = QStringLiteral("showUserSettings");
 // Tasks, lists, projects, daily tasks or logbook entries changed behind the screens' back (an
