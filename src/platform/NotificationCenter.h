@@ -19,6 +19,8 @@ inline const QString showUserSettings = QStringLiteral("showUserSettings");
 // Tasks, lists, projects, daily tasks or logbook entries changed behind the screens' back (an
 // undo or a redo): what shows them reloads.
 inline const QString tasksDidChange = QStringLiteral("tasksDidChange");
+// A local store's migration to this version's schema began (object true) or ended (false).
+inline const QString storeMigrationRunning = QStringLiteral("storeMigrationRunning");
 // A local store could not be read and was moved aside; the object is the line for the console.
 inline const QString storeSetAside = QStringLiteral("storeSetAside");
 } // namespace NotificationName
