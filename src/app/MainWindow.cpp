@@ -171,6 +171,9 @@ void MainWindow::showQuickAdd()
                 projects->reload();
         });
     }
+    // A line without a #Project goes to the project open in the workspace, as if typed there.
+    const auto* projects = qobject_cast<ProjectsView*>(m_contentView->screen(SidebarItemEnum::projects));
+    m_quickAdd->setPreferredProject(projects ? projects->openProjectId() : QUuid());
     m_quickAdd->show();
     m_quickAdd->raise();
     m_quickAdd->activateWindow();
