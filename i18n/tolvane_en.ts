@@ -1207,6 +1207,10 @@
         <source>Projects</source>
         <translation>Projects</translation>
     </message>
+    <message id="store-migration-progress">
+        <source>Updating your data…</source>
+        <translation>Updating your data…</translation>
+    </message>
     <message id="task-list-view-mode-detail">
         <source>Matrix</source>
         <translation>Matrix</translation>

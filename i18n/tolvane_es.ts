@@ -1207,6 +1207,10 @@
         <source>Projects</source>
         <translation>Proyectos</translation>
     </message>
+    <message id="store-migration-progress">
+        <source>Updating your data…</source>
+        <translation>Actualizando tus datos…</translation>
+    </message>
     <message id="task-list-view-mode-detail">
         <source>Matrix</source>
         <translation>Matriz</translation>

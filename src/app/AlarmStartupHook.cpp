@@ -2,6 +2,7 @@
 
 #include "MainWindow.h"
 #include "MeetAlarmNavigationPayload.h"
+#include "TaskNavigationPayload.h"
 #include "meetings/alarms/MeetAlarmNotificationDelegate.h"
 #include "platform/Logging.h"
 #include "platform/notifications/NotificationDelegateRouter.h"
@@ -13,11 +14,14 @@
 #include <QIcon>
 #include <QMenu>
 #include <QMessageBox>
+#include <QMutex>
 #include <QPointer>
 #include <QPushButton>
 #include <QSystemTrayIcon>
 #include <QTimer>
 #include <QWidget>
+
+#include <atomic>
 
 namespace {
 
@@ -166,6 +170,51 @@ private:
     bool m_keepInTray = false;
 };
 
+// Brings the task reminders in line with the account signed in now: the reminders of the
+// account before are dropped, and those of this account's tasks still ahead are armed. Account
+// changes may follow each other faster than the stores answer, so only the newest one's work
+// runs, one at a time.
+void rearmTaskReminders(const AppServices& services)
+{
+    static std::atomic<quint64> latest {0};
+    static QMutex running;
+    const quint64 generation = ++latest;
+    screenThreadPool()->start([services, generation] {
+        const QMutexLocker locker(&running);
+        if (generation != latest)
+            return;
+        const TaskReminderScheduler reminders = services.taskReminderScheduler();
+        reminders.dropAll();
+        const AppServices::TasksSession session = services.tasksSession();
+        const auto* applications = session.applications.dataAs<TasksApplicationFactory::Applications>();
+        if (!session.user || !applications)
+            return;
+        // Read through the reminding store: every read of whole lists arms what is due ahead.
+        const std::shared_ptr<TaskRepository>& tasks = applications->tasks.taskRepository;
+        if (tasks->listAll().result)
+            return;
+        // A store without a query over every task: the lists of the user's projects.
+        const ResultEntity projects = applications->projects.list(QUuid::fromString(session.user->usrId));
+        const auto* ownProjects = projects.result ? projects.dataAs<QList<ProjectEntity>>() : nullptr;
+        QList<QUuid> projectIds;
+        for (const ProjectEntity& project : ownProjects ? *ownProjects : QList<ProjectEntity>())
+            projectIds.append(project.prjId);
+        const ResultEntity lists = applications->agenda.taskListRepository->listOfProjects(projectIds);
+        const auto* ownLists = lists.result ? lists.dataAs<QList<TaskListEntity>>() : nullptr;
+        if (!ownProjects || !ownLists) {
+            qCWarning(lcAlarms) << "cannot read the tasks to remind of:"
+                                << (ownProjects ? lists : projects).firstMessage().value_or(QString());
+            return;
+        }
+        QList<QUuid> listIds;
+        for (const TaskListEntity& list : *ownLists)
+            listIds.append(list.talId);
+        const ResultEntity listed = tasks->listOfLists(listIds);
+        if (!listed.result)
+            qCWarning(lcAlarms) << "cannot read the tasks to remind of:" << listed.firstMessage().value_or(QString());
+    });
+}
+
 } // namespace
 
 std::shared_ptr<MeetAlarmNotificationDelegate> makeMeetAlarmNotificationDelegate(NotificationCenter& center)
@@ -195,8 +244,24 @@ std::shared_ptr<TaskReminderNotificationDelegate> makeTaskReminderNotificationDe
             services.notificationCenter().post(NotificationName::tasksDidChange);
         });
     };
-    return std::make_shared<TaskReminderNotificationDelegate>(reminders, markDone,
-        [](const QUuid&) { QMetaObject::invokeMethod(QCoreApplication::instance(), &showWindows); });
+    const auto openTask = [services](const QUuid& taskId) {
+        QMetaObject::invokeMethod(QCoreApplication::instance(), &showWindows);
+        screenThreadPool()->start([services, taskId] {
+            // It may have moved since the reminder was armed: where it lives now.
+            const AppServices::TasksSession session = services.tasksSession();
+            const auto* applications = session.applications.dataAs<TasksApplicationFactory::Applications>();
+            const TaskResultEntity found = applications ? applications->tasks.find(taskId) : session.applications;
+            const auto* task = found.result ? found.dataAs<TaskEntity>() : nullptr;
+            if (!task) {
+                qCWarning(lcAlarms) << "cannot find the reminded task" << taskId
+                                    << found.firstMessage().value_or(QString());
+                return;
+            }
+            services.notificationCenter().post(NotificationName::openTaskFromReminder,
+                QVariant::fromValue(TaskNavigationPayload {task->prjId, task->talId, task->tasId}));
+        });
+    };
+    return std::make_shared<TaskReminderNotificationDelegate>(reminders, markDone, openTask);
 }
 
 void runAlarmStartupHook(const AppServices& services)
@@ -209,6 +274,10 @@ void runAlarmStartupHook(const AppServices& services)
     router->route(TaskReminderScheduler::identifierPrefix,
         makeTaskReminderNotificationDelegate(services, services.taskReminderScheduler()));
     center->setDelegate(std::move(router));
+
+    // Reminders ring for the account signed in, whichever it was when they were armed.
+    services.notificationCenter().addObserver(NotificationName::userAccountDidChange, QCoreApplication::instance(),
+        [services](const QVariant&) { rearmTaskReminders(services); });
 
     // A clicked alarm may come while the window sits closed in the tray.
     services.notificationCenter().addObserver(

@@ -20,6 +20,7 @@ void keepInTray(bool keep);
 std::shared_ptr<MeetAlarmNotificationDelegate> makeMeetAlarmNotificationDelegate(NotificationCenter& center);
 
 // The delegate of task reminders: "Done" marks the task done in the signed-in account's store,
-// off the GUI thread, and posts "tasksDidChange"; a click shows the window.
+// off the GUI thread, and posts "tasksDidChange"; a click shows the window and posts
+// "openTaskFromReminder" with where the task lives.
 std::shared_ptr<TaskReminderNotificationDelegate> makeTaskReminderNotificationDelegate(
     const AppServices& services, const TaskReminderScheduler& reminders);

@@ -2,6 +2,7 @@
 
 #include "ContentView.h"
 #include "InformationConsoleView.h"
+#include "TaskNavigationPayload.h"
 #include "screens/bitacora/BitacoraView.h"
 #include "screens/common/AppServices.h"
 #include "screens/projects/ProjectsView.h"
@@ -106,6 +107,12 @@ MainWindow::MainWindow(const AppServices& services, QWidget* parent)
     qApp->installEventFilter(this);
 
     services.notificationCenter().addObserver(
+        NotificationName::openTaskFromReminder, this, [this](const QVariant& object) {
+            const auto task = object.value<TaskNavigationPayload>();
+            bringToFront();
+            openInProjects(task.projectId, task.taskListId, task.taskId);
+        });
+    services.notificationCenter().addObserver(
         NotificationName::showUserSettings, this, [this](const QVariant&) { showUserSettings(); });
 
     const QByteArray geometry = services.userDefaults().value(geometryKey).toByteArray();
@@ -164,6 +171,9 @@ void MainWindow::showQuickAdd()
                 projects->reload();
         });
     }
+    // A line without a #Project goes to the project open in the workspace, as if typed there.
+    const auto* projects = qobject_cast<ProjectsView*>(m_contentView->screen(SidebarItemEnum::projects));
+    m_quickAdd->setPreferredProject(projects ? projects->openProjectId() : QUuid());
     m_quickAdd->show();
     m_quickAdd->raise();
     m_quickAdd->activateWindow();
@@ -191,15 +201,20 @@ void MainWindow::openSearch()
     m_search->open();
 }
 
+void MainWindow::openInProjects(const QUuid& projectId, const QUuid& taskListId, const QUuid& taskId)
+{
+    m_contentView->select(SidebarItemEnum::projects);
+    if (auto* projects = qobject_cast<ProjectsView*>(m_contentView->screen(SidebarItemEnum::projects)))
+        projects->reveal(projectId, taskListId, taskId);
+}
+
 void MainWindow::openSearchResult(const SearchItem& item)
 {
     switch (item.kind) {
     case SearchKind::project:
     case SearchKind::taskList:
     case SearchKind::task:
-        m_contentView->select(SidebarItemEnum::projects);
-        if (auto* projects = qobject_cast<ProjectsView*>(m_contentView->screen(SidebarItemEnum::projects)))
-            projects->reveal(item.projectId, item.taskListId, item.itemId);
+        openInProjects(item.projectId, item.taskListId, item.itemId);
         return;
     case SearchKind::dailyTask:
         // As a day asked for on the command line.

@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QUuid>
 
 class AppServices;
 class ContentView;
@@ -28,6 +29,9 @@ public:
     // Opens what search found where it lives: the projects workspace, the schedule on its day,
     // the logbook on its day.
     void openSearchResult(const SearchItem& item);
+    // The projects workspace on a project, a list or a task (selected, scrolled to), as search
+    // and a clicked reminder open them.
+    void openInProjects(const QUuid& projectId, const QUuid& taskListId = {}, const QUuid& taskId = {});
 
 protected:
     void closeEvent(QCloseEvent* event) override;

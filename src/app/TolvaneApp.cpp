@@ -11,6 +11,7 @@
 #include "screens/common/Appearance.h"
 #include "screens/common/Async.h"
 #include "screens/common/ErrorConsoleStore.h"
+#include "screens/common/StoreMigrationProgress.h"
 #include "screens/settings/AutomaticBackupStart.h"
 
 #include <QCoreApplication>
@@ -55,6 +56,9 @@ void TolvaneApp::start(const LaunchRequest& request)
     m_appearance->apply();
     m_appearance->followChoice(m_services.userDefaults(), m_services.notificationCenter());
     m_window = std::make_unique<MainWindow>(m_services);
+    // Migrations begin with the first reads of the stores, which the window starts; their
+    // notices arrive once the event loop runs.
+    m_migrationProgress = std::make_unique<StoreMigrationProgress>(m_services.notificationCenter(), m_window.get());
     // The storage layer tells when it set an unreadable store aside; the user reads it here.
     NotificationCenter::defaultCenter().addObserver(NotificationName::storeSetAside, m_window.get(),
         [console = &m_services.console()](const QVariant& line) { console->appendLine(line.toString()); });

@@ -9,6 +9,7 @@ class Appearance;
 class DayRituals;
 class MainWindow;
 class QTranslator;
+class StoreMigrationProgress;
 
 // The application: start-up in its order, then the main window.
 class TolvaneApp {
@@ -33,4 +34,5 @@ private:
     std::unique_ptr<Appearance> m_appearance;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<DayRituals> m_rituals;
+    std::unique_ptr<StoreMigrationProgress> m_migrationProgress;
 };

@@ -57,6 +57,7 @@ RealmBeforeMigrationBlock StoreBackups::backUpBeforeMigration(std::shared_ptr<Cl
         RealmConfiguration copied = store;
         // The copy must not start another migration of its own.
         copied.beforeMigration = nullptr;
+        copied.migrationWatch = nullptr;
         StoreBackups backups(QFileInfo(store.files().constFirst()).absolutePath(), {copied}, clock);
         const ResultEntity made = backups.backUp(beforeMigrationReason);
         if (!made.result)

@@ -12,11 +12,15 @@ inline const QString calendarAccountsDidChange = QStringLiteral("calendarAccount
 inline const QString hiddenCalendarsDidChange = QStringLiteral("hiddenCalendarsDidChange");
 inline const QString alarmScheduleDidChange = QStringLiteral("alarmScheduleDidChange");
 inline const QString openMeetFromAlarm = QStringLiteral("openMeetFromAlarm");
+// A clicked task reminder: the object is the task's TaskNavigationPayload.
+inline const QString openTaskFromReminder = QStringLiteral("openTaskFromReminder");
 inline const QString userAccountDidChange = QStringLiteral("userAccountDidChange");
 inline const QString showUserSettings = QStringLiteral("showUserSettings");
 // Tasks, lists, projects, daily tasks or logbook entries changed behind the screens' back (an
 // undo or a redo): what shows them reloads.
 inline const QString tasksDidChange = QStringLiteral("tasksDidChange");
+// A local store's migration to this version's schema began (object true) or ended (false).
+inline const QString storeMigrationRunning = QStringLiteral("storeMigrationRunning");
 // A local store could not be read and was moved aside; the object is the line for the console.
 inline const QString storeSetAside = QStringLiteral("storeSetAside");
 } // namespace NotificationName

@@ -31,6 +31,11 @@ using RealmMigrationBlock = std::function<void(RealmDatabase& database, quint64 
 using RealmBeforeMigrationBlock
     = std::function<void(const RealmConfiguration& configuration, quint64 oldSchemaVersion)>;
 
+// Told, on the migrating thread, when the migration of an existing file begins (true, before
+// the beforeMigration block) and when it has ended (false), however it ended: what a progress
+// display follows. It must not throw, nor wait for the thread that shows the display.
+using RealmMigrationWatch = std::function<void(bool running)>;
+
 // Everything needed to open one encrypted store file.
 struct RealmConfiguration {
     std::optional<QString> fileURL;
@@ -39,6 +44,7 @@ struct RealmConfiguration {
     quint64 schemaVersion = 0;
     RealmMigrationBlock migrationBlock;
     RealmBeforeMigrationBlock beforeMigration;
+    RealmMigrationWatch migrationWatch;
     bool deleteRealmIfMigrationNeeded = false;
     QList<RealmObjectType> objectTypes;
 

@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <cerrno>
 #include <cstring>
@@ -366,7 +367,15 @@ void RealmDatabase::migrateSchema(const RealmConfiguration& configuration, quint
     if (configuration.readOnly)
         throw RealmError(QStringLiteral("A read-only database cannot be migrated to schema version %1.")
                              .arg(configuration.schemaVersion));
-    if (fileVersion > 0 && configuration.beforeMigration)
+    // A new file only gains its tables: quick, nothing to watch.
+    const bool upgrading = fileVersion > 0;
+    if (upgrading && configuration.migrationWatch)
+        configuration.migrationWatch(true);
+    const auto ended = qScopeGuard([&] {
+        if (upgrading && configuration.migrationWatch)
+            configuration.migrationWatch(false);
+    });
+    if (upgrading && configuration.beforeMigration)
         configuration.beforeMigration(configuration, fileVersion);
     write([&] {
         for (const RealmObjectType& type : configuration.objectTypes) {

@@ -31,6 +31,7 @@ ResultEntity RealmEncryptedConfigurationFactory::makeConfiguration(const QString
     configuration.schemaVersion = schemaVersion;
     configuration.migrationBlock = std::move(migrationBlock);
     configuration.beforeMigration = m_beforeMigration;
+    configuration.migrationWatch = m_migrationWatch;
     configuration.deleteRealmIfMigrationNeeded = false;
     configuration.objectTypes = std::move(objectTypes);
     return ResultEntity::success(configuration);

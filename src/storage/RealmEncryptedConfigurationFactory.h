@@ -26,6 +26,9 @@ public:
         m_beforeMigration = std::move(beforeMigration);
     }
 
+    // Given to every configuration made from here on: who is told that a store is migrating.
+    void setMigrationWatch(RealmMigrationWatch watch) { m_migrationWatch = std::move(watch); }
+
     // On success data holds the RealmConfiguration; on failure infrastructureMessage says why.
     ResultEntity makeConfiguration(const QString& name, quint64 schemaVersion, RealmMigrationBlock migrationBlock,
         QList<RealmObjectType> objectTypes) const;
@@ -43,4 +46,5 @@ private:
     std::shared_ptr<SecureRandom> m_random;
     RealmConfiguration m_defaultConfiguration;
     RealmBeforeMigrationBlock m_beforeMigration;
+    RealmMigrationWatch m_migrationWatch;
 };

@@ -192,6 +192,52 @@ private Q_SLOTS:
         waitFor(window.get(), QStringLiteral("task:Pay rent"));
     }
 
+    void shouldFileALineWithoutAProjectInTheOneOpen()
+    {
+        const ProjectEntity home = addProject(QStringLiteral("Home"));
+        const TaskListEntity errands = addList(home, QStringLiteral("Errands"), true);
+        const ProjectEntity work = addProject(QStringLiteral("Work"));
+        const TaskListEntity calls = addList(work, QStringLiteral("Calls"), false);
+        const TaskListEntity inbox = addList(work, QStringLiteral("Inbox"), true);
+        const auto add = [this](const QString& line) {
+            QuickAddView* view = pressCtrlN();
+            QTest::keyClicks(fieldOf(view), line);
+            QTest::keyClick(fieldOf(view), Qt::Key_Return);
+            QTRY_VERIFY_WITH_TIMEOUT(window->findChild<QuickAddView*>() == nullptr, 10000);
+        };
+
+        // Nothing open yet: the first project.
+        add(QStringLiteral("Water the ferns"));
+        QCOMPARE(tasksOf(errands).size(), 1);
+
+        window->contentView()->select(SidebarItemEnum::projects);
+        auto* projects = waitFor<ProjectsView>(window.get(), QStringLiteral("projectsView"));
+        QTRY_VERIFY_WITH_TIMEOUT(!projects->isLoading(), 10000);
+        QTest::mouseClick(waitFor(window.get(), QStringLiteral("list:Calls")), Qt::LeftButton);
+        QTRY_COMPARE(waitFor<QLabel>(window.get(), QStringLiteral("detailTitle"))->text(), QStringLiteral("Calls"));
+        add(QStringLiteral("Ring Bea tomorrow"));
+        // The open project's default list, as a #Work would have filed it.
+        QCOMPARE(tasksOf(inbox).size(), 1);
+        QCOMPARE(tasksOf(inbox).constFirst().tasTitle, QStringLiteral("Ring Bea"));
+        QCOMPARE(window->statusBar()->currentMessage(), QStringLiteral("Added \u201cRing Bea\u201d to Work / Inbox."));
+        // A #Project typed still wins over the one open.
+        add(QStringLiteral("Buy stamps #Home"));
+        QCOMPARE(tasksOf(errands).size(), 2);
+
+        // With another workspace in front, the project left open there still counts.
+        window->contentView()->select(SidebarItemEnum::bitacora);
+        add(QStringLiteral("Send the invoice"));
+        QCOMPARE(tasksOf(inbox).size(), 2);
+
+        // "Today" open: no project is, so the first one again.
+        window->contentView()->select(SidebarItemEnum::projects);
+        QTest::mouseClick(waitFor(window.get(), QStringLiteral("dayView:today")), Qt::LeftButton);
+        QTRY_VERIFY(projects->openProjectId().isNull());
+        add(QStringLiteral("Fix the tap"));
+        QCOMPARE(tasksOf(errands).size(), 3);
+        QCOMPARE(tasksOf(calls).size(), 0);
+    }
+
     void shouldKeepTheLineWhenTheTaskCannotBeAdded()
     {
         const ProjectEntity home = addProject(QStringLiteral("Home"));

@@ -73,6 +73,11 @@ RealmEncryptedConfigurationFactory AppServices::storeConfigurations() const
 {
     RealmEncryptedConfigurationFactory factory(m_parts.keychain, m_parts.random, m_parts.storeDefaults);
     factory.setBeforeMigration(StoreBackups::backUpBeforeMigration(std::make_shared<SystemClock>()));
+    // Posted from the migrating thread; the window shows a notice when one takes long.
+    if (NotificationCenter* center = m_parts.notificationCenter) {
+        factory.setMigrationWatch(
+            [center](bool running) { center->post(NotificationName::storeMigrationRunning, running); });
+    }
     return factory;
 }
 

@@ -68,7 +68,8 @@ public:
 
     // The location and keys of the encrypted local stores: what backups copy.
     const RealmConfiguration& storeDefaults() const { return m_parts.storeDefaults; }
-    // Every store made from here is backed up before its schema is migrated.
+    // Every store made from here is backed up before its schema is migrated, and tells
+    // (storeMigrationRunning) while it is.
     RealmEncryptedConfigurationFactory storeConfigurations() const;
 
     // What a workspace starts from: the current user, if any, and the Tasks module built for

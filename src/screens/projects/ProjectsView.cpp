@@ -503,6 +503,13 @@ void ProjectsView::connectActions()
     });
 }
 
+QUuid ProjectsView::openProjectId() const
+{
+    if (m_selectedTaskList)
+        return m_selectedTaskList->prjId;
+    return m_selectedProject ? m_selectedProject->prjId : QUuid();
+}
+
 void ProjectsView::reveal(const QUuid& projectId, const QUuid& taskListId, const QUuid& taskId)
 {
     m_revealing = Revealing {projectId, taskListId, taskId};

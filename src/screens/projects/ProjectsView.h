@@ -35,6 +35,9 @@ public:
     // workspace has loaded.
     void reveal(const QUuid& projectId, const QUuid& taskListId = {}, const QUuid& taskId = {});
     TasksDetailPaneView* detailPane() const { return m_detail; }
+    // The project whose overview or one of whose lists is open; null with none, or with "Today"
+    // or "Upcoming" open.
+    QUuid openProjectId() const;
 
 Q_SIGNALS:
     // After every load, for tests and for the start-up benchmark.

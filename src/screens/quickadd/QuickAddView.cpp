@@ -191,9 +191,10 @@ void QuickAddView::save()
     Options options;
     options.dismissed = m_dismissed;
     const AppServices* source = &m_services;
+    const QUuid preferredProjectId = m_preferredProjectId;
     runAsync(
         this,
-        [source, text, options] {
+        [source, text, options, preferredProjectId] {
             const AppServices::TasksSession session = source->tasksSession();
             if (!session.user)
                 return QuickAdd::Outcome {false, qtTrId("quick-add-no-account").arg(text), std::nullopt};
@@ -202,7 +203,7 @@ void QuickAddView::save()
                     qtTrId("quick-add-failed").arg(text, session.applications.firstMessage().value_or(QString())),
                     std::nullopt};
             return QuickAdd::add(*session.applications.dataAs<TasksApplicationFactory::Applications>(),
-                QUuid::fromString(session.user->usrId), text, {}, options);
+                QUuid::fromString(session.user->usrId), text, preferredProjectId, options);
         },
         [this](const QuickAdd::Outcome& outcome) {
             m_saving = false;

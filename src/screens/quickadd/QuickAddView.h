@@ -3,6 +3,7 @@
 #include "quickadd/QuickAddParser.h"
 
 #include <QDialog>
+#include <QUuid>
 
 class AppServices;
 class QAbstractItemView;
@@ -24,6 +25,9 @@ class QuickAddView final : public QDialog {
 public:
     explicit QuickAddView(const AppServices& services, QWidget* parent = nullptr);
 
+    // Where a line without a #Project goes: the project open in the workspace; null for the
+    // user's first project.
+    void setPreferredProject(const QUuid& projectId) { m_preferredProjectId = projectId; }
     // The user's projects and lists were read (for chips and completion).
     bool isReady() const { return m_ready; }
     bool isSaving() const { return m_saving; }
@@ -58,6 +62,7 @@ private:
     QList<QuickAddParser::ProjectNames> m_names;
     QList<QuickAddParser::Phrase> m_dismissed;
     QuickAddParser::Fields m_fields;
+    QUuid m_preferredProjectId;
     bool m_ready = false;
     bool m_saving = false;
 };

@@ -1,7 +1,11 @@
 #include "AlarmStartupHook.h"
+#include "ContentView.h"
+#include "MainWindow.h"
 #include "TaskRemindersTestSupport.h"
 #include "meetings/alarms/MeetAlarmSettingsStores.h"
 #include "platform/notifications/EspeakSpeechSynthesizer.h"
+#include "screens/projects/ProjectsView.h"
+#include "screens/projects/TasksDetailPaneView.h"
 #include "support/TestMain.h"
 #include "support/notifications/TestNotificationServer.h"
 #include "support/ui/AppFixture.h"
@@ -166,6 +170,55 @@ private Q_SLOTS:
         QVERIFY(!pendingFor(reminders(), task.tasId));
     }
 
+    void shouldOpenTheTaskWhereItLivesWhenTheBodyIsClicked()
+    {
+        TestNotificationServer server;
+        QVERIFY(server.start());
+        runAlarmStartupHook(m_app->services());
+        const LoginResultEntity current = m_app->services().loginApplication().getCurrentUser();
+        const auto* user = current.dataAs<UserEntity>();
+        QVERIFY(user);
+        const ProjectEntity project {.prjUserId = QUuid::fromString(user->usrId), .prjName = QStringLiteral("Flat")};
+        const TaskListEntity first {.prjId = project.prjId, .talName = QStringLiteral("Repairs"), .talIsDefault = true};
+        const TaskListEntity bills {.prjId = project.prjId, .talName = QStringLiteral("Bills")};
+        QVERIFY(apps().projects.create(project).result);
+        QVERIFY(apps().taskLists.create(first).result);
+        QVERIFY(apps().taskLists.create(bills).result);
+        for (int number = 1; number <= 30; ++number) {
+            QVERIFY(apps()
+                        .tasks
+                        .create({.prjId = project.prjId,
+                            .talId = bills.talId,
+                            .tasTitle = QStringLiteral("Bill %1").arg(number)})
+                        .result);
+        }
+        const TaskEntity task = created(QStringLiteral("Pay the water"), m_clock->now().addSecs(3600), 10);
+        // Moved to another list after it was armed: it opens where it is now.
+        TaskEntity moved = task;
+        moved.prjId = project.prjId;
+        moved.talId = bills.talId;
+        QVERIFY(apps().tasks.taskRepository->update(moved).result);
+
+        // The window was closed to the tray; the workspace shown was another.
+        MainWindow window(m_app->services());
+        window.resize(1000, 700);
+        window.contentView()->select(SidebarItemEnum::bitacora);
+        QVERIFY(!window.isVisible());
+        fireUntil(50 * 60);
+        QVERIFY(server.waitForNotifications(1));
+        server.invokeAction(server.notifications().constFirst().id, UserNotificationResponse::defaultActionIdentifier);
+
+        QTRY_VERIFY(window.isVisible());
+        QTRY_COMPARE(window.contentView()->selectedSidebarItem(), SidebarItemEnum::projects);
+        auto* projects = qobject_cast<ProjectsView*>(window.contentView()->screen(SidebarItemEnum::projects));
+        QVERIFY(projects);
+        QTRY_COMPARE_WITH_TIMEOUT(projects->detailPane()->highlightedTaskId(), task.tasId, 15000);
+        QCOMPARE(projects->detailPane()->selection(), ProjectsDetailSelectionEnum::list);
+        // Not done, not snoozed: still the one task, and nothing pending for it.
+        QVERIFY(!findTask(apps(), task.tasId)->tasIsDone);
+        QVERIFY(!pendingFor(reminders(), task.tasId));
+    }
+
     void shouldSnoozeForTenMinutes()
     {
         TestNotificationServer server;
@@ -307,5 +360,5 @@ private Q_SLOTS:
     }
 };
 
-TOLVANE_TEST_MAIN(TaskRemindersTest)
+TOLVANE_GUI_TEST_MAIN(TaskRemindersTest)
 #include "TaskRemindersTest.moc"
