@@ -67,13 +67,13 @@ bool DailyEventsController::hasCalendarAccess() const
 }
 
 std::shared_ptr<MeetRepository> DailyEventsController::repository(
-    const QDate& day, const std::optional<QString>& newMeetsCalendar, int days) const
+    const QDate& day, const std::optional<QString>& newMeetsCalendar, int days, bool everyCalendar) const
 {
     const QString chosen = newMeetsCalendar.value_or(m_defaults.value(defaultCalendarKey).toString());
-    std::vector<std::shared_ptr<MeetRepository>> sources {
-        std::make_shared<EventKitMeetRepositoryImpl>(m_eventStore, m_calendar, 0, days,
-            HiddenCalendarsStore::standard(*m_center).load(), chosen.isEmpty() ? std::nullopt : std::optional(chosen),
-            std::make_shared<PinnedClock>(QDateTime(day, QTime(12, 0), m_calendar)))};
+    std::vector<std::shared_ptr<MeetRepository>> sources {std::make_shared<EventKitMeetRepositoryImpl>(m_eventStore,
+        m_calendar, 0, days, everyCalendar ? QSet<QString>() : HiddenCalendarsStore::standard(*m_center).load(),
+        chosen.isEmpty() ? std::nullopt : std::optional(chosen),
+        std::make_shared<PinnedClock>(QDateTime(day, QTime(12, 0), m_calendar)))};
     if (m_apiClient)
         sources.push_back(remoteEvents());
     return std::make_shared<CompositeMeetRepositoryImpl>(std::move(sources));
@@ -173,6 +173,18 @@ QList<DailyEventsDay> DailyEventsController::loadDays(const QDate& first, const 
         one.isDayAlarmSet = m_alarms.isDayArmed(one.meets);
     }
     return loaded;
+}
+
+QList<MeetEntity> DailyEventsController::meetsBetween(const QDate& first, const QDate& last) const
+{
+    // A source that cannot be read (a store without access, a backend down) is left out.
+    const qint64 dayCount = first.daysTo(last) + 1;
+    QList<MeetEntity> meets
+        = MeetingsApplication(repository(first, std::nullopt, int(dayCount), true), m_calendar).fetchMeets();
+    const QDateTime start(first, QTime(0, 0), m_calendar);
+    const QDateTime end(last.addDays(1), QTime(0, 0), m_calendar);
+    meets.removeIf([&](const MeetEntity& meet) { return !touches(meet, start, end); });
+    return meets;
 }
 
 MeetEntity DailyEventsController::create(const MeetDraft& draft) const

@@ -62,6 +62,9 @@ public:
     DailyEventsDay loadDay(const QDate& day) const;
     // Every day from first to last, read from the store at once: far cheaper than day by day.
     QList<DailyEventsDay> loadDays(const QDate& first, const QDate& last) const;
+    // Every meet that touches the days from first to last, in every calendar of the store (hidden
+    // ones too) and on the backend, earliest first: what leaves in an export.
+    QList<MeetEntity> meetsBetween(const QDate& first, const QDate& last) const;
     // Also remembers a meet made in the calendar store as the program's own, so that it may ring
     // whatever its calendar.
     MeetEntity create(const MeetDraft& draft) const;
@@ -121,8 +124,9 @@ private:
     std::shared_ptr<RemoteEventRepositoryImpl> remoteEvents() const;
     // The meets of days days from day on. New meets go to newMeetsCalendar when given, else to
     // the user's default calendar.
-    std::shared_ptr<MeetRepository> repository(
-        const QDate& day, const std::optional<QString>& newMeetsCalendar = std::nullopt, int days = 1) const;
+    // everyCalendar: hidden calendars too.
+    std::shared_ptr<MeetRepository> repository(const QDate& day,
+        const std::optional<QString>& newMeetsCalendar = std::nullopt, int days = 1, bool everyCalendar = false) const;
 
     std::optional<UserEntity> m_user;
     std::shared_ptr<EventKitStoring> m_eventStore;
