@@ -718,6 +718,7 @@ struct EventFields {
     std::string description;
     std::string repeat;
     std::string customRepeat;
+    std::optional<QString> id;
 };
 
 EventFields eventFields(const Call& call)
@@ -727,7 +728,7 @@ EventFields eventFields(const Call& call)
     if (request.evtDurationMinutes < 0 || request.evtDurationMinutes > 1000000)
         throw Refusal {400, "\"evtDurationMinutes\" is out of range"};
     return {str(request.evtTitle), seconds(request.evtSchedule), request.evtDurationMinutes, request.evtHasAlarm,
-        str(request.evtDescription), str(request.evtRepeat), str(request.evtCustomRepeat)};
+        str(request.evtDescription), str(request.evtRepeat), str(request.evtCustomRepeat), request.evtId};
 }
 
 ApiResponse events(Call& call)
@@ -742,16 +743,22 @@ ApiResponse events(Call& call)
         const EventFields fields = eventFields(call);
         const auto row = call.db.exec_params1(
             std::string("INSERT INTO events (user_id, event_id, title, schedule, duration_minutes, has_alarm, "
-                        "description, repeat, custom_repeat) VALUES ($1, gen_random_uuid(), $2, "
+                        "description, repeat, custom_repeat) VALUES ($1, $9::uuid, $2, "
                         "to_timestamp($3::bigint), $4, $5, $6, $7, $8) RETURNING ")
                 + eventColumns,
             call.user, fields.title, fields.schedule, fields.duration, fields.hasAlarm, fields.description,
-            fields.repeat, fields.customRepeat);
+            fields.repeat, fields.customRepeat, newId(call, fields.id, "events", "event_id", "evtId"));
         return json(201, event(row));
     }
     if (call.segments.size() != 2)
         throw Refusal {404, "no such resource"};
     const std::string id = pathId(call, 1);
+    if (call.method == "GET") {
+        const auto result = call.db.exec_params(
+            std::string("SELECT ") + eventColumns + " FROM events WHERE user_id = $1 AND event_id = $2", call.user, id);
+        requireOne(result);
+        return json(200, event(result[0]));
+    }
     if (call.method == "PUT") {
         const EventFields fields = eventFields(call);
         const auto result = call.db.exec_params(

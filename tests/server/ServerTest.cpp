@@ -485,8 +485,23 @@ private Q_SLOTS:
         partial = eventBody(QStringLiteral("x"));
         partial.insert(QStringLiteral("evtDurationMinutes"), 1.5);
         QCOMPARE(send("PUT", path, partial).status, 400);
+        QCOMPARE(send("GET", path).object(), updated.object());
         QCOMPARE(send("DELETE", path).status, 204);
+        QCOMPARE(send("GET", path).status, 404);
         QCOMPARE(send("PUT", path, eventBody(QStringLiteral("Retro"))).status, 404);
+
+        // A deleted event comes back under its identifier; one in use, even by another user, is refused.
+        QJsonObject again = eventBody(QStringLiteral("Retro"));
+        again.insert(QStringLiteral("evtId"), expected[QStringLiteral("evtId")]);
+        const Reply restored = send("POST", "/v0/events", again);
+        QCOMPARE(restored.status, 201);
+        QCOMPARE(restored.object()[QStringLiteral("evtId")], expected[QStringLiteral("evtId")]);
+        QCOMPARE(send("GET", path).object(), updated.object());
+        QCOMPARE(send("POST", "/v0/events", again).status, 409);
+        QCOMPARE(send("POST", "/v0/events", again, m_bob).status, 409);
+        again.insert(QStringLiteral("evtId"), QStringLiteral("not-an-id"));
+        QCOMPARE(send("POST", "/v0/events", again).status, 400);
+        QCOMPARE(send("DELETE", path).status, 204);
     }
 
     void twoUsers_neverSeeEachOthersRows()

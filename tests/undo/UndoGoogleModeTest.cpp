@@ -1,8 +1,12 @@
 #include "UndoTestSupport.h"
+#include "meetings/repositories/remote/RemoteEventRepositoryImpl.h"
+#include "screens/schedule/DailyEventsController.h"
 #include "support/TestMain.h"
 #include "support/ui/GoogleAccountFixture.h"
+#include "undo/UndoHistory.h"
 
 #include <QTranslator>
+#include <QUndoStack>
 
 #include <algorithm>
 
@@ -128,6 +132,86 @@ private Q_SLOTS:
         again.prjName = QStringLiteral("Another home");
         QVERIFY(!apps.projects.create(again).result);
         QCOMPARE(found<ProjectEntity>(apps.projects.projectRepository->find(home.prjId))->prjName, u"Home");
+    }
+
+    // An event kept by the server: each change is one step with the calendar store's texts, undone
+    // and redone under the event's own identifier; one changed by another client is left alone.
+    void shouldUndoAndRedoEachChangeToABackendEvent()
+    {
+        const std::optional<UserEntity> user = google->app().services().tasksSession().user;
+        QVERIFY(user && user->usrIsGoogleAccount);
+        const DailyEventsController schedule(google->app().services(), user);
+        RemoteEventRepositoryImpl server(*google->app().services().apiClient());
+        // Far from today, at hours no time zone moves to another day.
+        const QDate day(2026, 3, 2);
+        MeetDraft draft {QStringLiteral("Review"), QStringLiteral("Room 4"), QDateTime(day, QTime(10, 0)),
+            QDateTime(day, QTime(11, 0))};
+        draft.calendarIdentifier = RemoteEventRepositoryImpl::calendarIdentifier;
+        const MeetEntity made = schedule.create(draft);
+        QCOMPARE(made.metSource, MeetSource::backend);
+        const QString id = made.metOriginalIdentifier;
+        QVERIFY(waitForText(history(), QStringLiteral("add event 'Review'")));
+        const auto added = server.event(id);
+        QVERIFY(added);
+
+        draft.title = QStringLiteral("Design review");
+        draft.description = QStringLiteral("Room 5");
+        draft.recurrence = MeetRecurrenceFrequency::weekly;
+        draft.weekdays = {2, 4};
+        const MeetEntity edited = schedule.update(made, draft);
+        QVERIFY(waitForText(history(), QStringLiteral("edit event 'Design review'")));
+        const auto afterEdit = server.event(id);
+        QCOMPARE(afterEdit->evtCustomRepeat, u"mon|wed");
+
+        draft.start = QDateTime(day.addDays(1), QTime(14, 0));
+        draft.end = QDateTime(day.addDays(1), QTime(15, 30));
+        const MeetEntity moved = schedule.update(edited, draft, TaskChangeVerbEnum::move);
+        QVERIFY(waitForText(history(), QStringLiteral("move event 'Design review'")));
+        const auto afterMove = server.event(id);
+        QCOMPARE(afterMove->evtDurationMinutes, 90);
+
+        schedule.remove(moved);
+        QVERIFY(waitForText(history(), QStringLiteral("delete event 'Design review'")));
+        QVERIFY(!server.event(id));
+
+        // Back through every state, then forward again.
+        QCOMPARE(step(history(), true), QString());
+        QCOMPARE(server.event(id), afterMove);
+        QCOMPARE(step(history(), true), QString());
+        QCOMPARE(server.event(id), afterEdit);
+        QCOMPARE(step(history(), true), QString());
+        QCOMPARE(server.event(id), added);
+        QCOMPARE(step(history(), true), QString());
+        QVERIFY(!server.event(id));
+        QCOMPARE(step(history(), false), QString());
+        QCOMPARE(server.event(id), added);
+        QCOMPARE(step(history(), false), QString());
+        QCOMPARE(step(history(), false), QString());
+        QCOMPARE(server.event(id), afterMove);
+        // The schedule reads the event back under the same meet.
+        QList<MeetEntity> shown = schedule.loadDay(day.addDays(1)).meets;
+        QCOMPARE(shown.size(), 1);
+        QCOMPARE(shown.constFirst().metId, made.metId);
+        QCOMPARE(shown.constFirst().metName, u"Design review");
+
+        // Another client renames it: neither the move's undo nor the delete's redo applies.
+        MeetDraft renamed = draft;
+        renamed.title = QStringLiteral("Renamed elsewhere");
+        RemoteEventRepositoryImpl(*google->app().services().apiClient()).updateMeet(moved, renamed);
+        const auto elsewhere = server.event(id);
+        const int place = history().stack()->index();
+        QCOMPARE(step(history(), false),
+            u"Can't redo delete event 'Design review': it was changed elsewhere since. Nothing was changed.");
+        QCOMPARE(step(history(), true),
+            u"Can't undo move event 'Design review': it was changed elsewhere since. Nothing was changed.");
+        QCOMPARE(server.event(id), elsewhere);
+        QCOMPARE(history().stack()->index(), place);
+
+        // Deleted elsewhere: the undo has nothing to put back either.
+        RemoteEventRepositoryImpl(*google->app().services().apiClient()).deleteMeet(moved);
+        QVERIFY(step(history(), true).startsWith(u"Can't undo move event"));
+        QVERIFY(!server.event(id));
+        QCOMPARE(history().stack()->index(), place);
     }
 };
 

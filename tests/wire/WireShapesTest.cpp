@@ -138,6 +138,7 @@ private Q_SLOTS:
         checkMirror(UpdateBitacoraEntryRequestDTO {awkward});
         checkMirror(EventRequestDTO {
             awkward, someInstant, 90, true, awkward, QStringLiteral("every_week"), QStringLiteral("mon,wed")});
+        checkMirror(EventRequestDTO {awkward, someInstant, 90, false, awkward, QStringLiteral("none"), QString(), id});
         checkMirror(SupportRequestDTO {awkward});
         checkMirror(UserProfileRequestDTO {awkward, QStringLiteral("Last"), QStringLiteral("a@b.example")});
 

@@ -67,24 +67,57 @@ bool DailyEventsController::hasCalendarAccess() const
 }
 
 std::shared_ptr<MeetRepository> DailyEventsController::repository(
-    const QDate& day, const std::optional<QString>& newMeetsCalendar, int days) const
+    const QDate& day, const std::optional<QString>& newMeetsCalendar, int days, bool everyCalendar) const
 {
     const QString chosen = newMeetsCalendar.value_or(m_defaults.value(defaultCalendarKey).toString());
-    std::vector<std::shared_ptr<MeetRepository>> sources {
-        std::make_shared<EventKitMeetRepositoryImpl>(m_eventStore, m_calendar, 0, days,
-            HiddenCalendarsStore::standard(*m_center).load(), chosen.isEmpty() ? std::nullopt : std::optional(chosen),
-            std::make_shared<PinnedClock>(QDateTime(day, QTime(12, 0), m_calendar)))};
-    if (m_apiClient) {
-        const bool isDark = m_isDark;
-        const UserDefaults defaults = m_defaults;
-        sources.push_back(std::make_shared<RemoteEventRepositoryImpl>(
-            *m_apiClient, [isDark] { return isDark; },
-            [defaults](const QUuid& metId) {
-                return ArmedAlarmsStore(defaults).contains(metId.toString(QUuid::WithoutBraces));
-            }));
-    }
+    std::vector<std::shared_ptr<MeetRepository>> sources {std::make_shared<EventKitMeetRepositoryImpl>(m_eventStore,
+        m_calendar, 0, days, everyCalendar ? QSet<QString>() : HiddenCalendarsStore::standard(*m_center).load(),
+        chosen.isEmpty() ? std::nullopt : std::optional(chosen),
+        std::make_shared<PinnedClock>(QDateTime(day, QTime(12, 0), m_calendar)))};
+    if (m_apiClient)
+        sources.push_back(remoteEvents());
     return std::make_shared<CompositeMeetRepositoryImpl>(std::move(sources));
 }
+
+// The composite writes to its first source, the calendar store: a meet of the backend is changed
+// on the backend, and a new one goes there when its calendar is the backend's.
+std::shared_ptr<MeetRepository> DailyEventsController::writer(
+    const QDate& day, const std::optional<QString>& newMeetsCalendar) const
+{
+    if (m_apiClient && newMeetsCalendar == RemoteEventRepositoryImpl::calendarIdentifier)
+        return remoteEvents();
+    return repository(day, newMeetsCalendar);
+}
+
+std::shared_ptr<MeetRepository> DailyEventsController::writer(const QDate& day, const MeetEntity& meet) const
+{
+    if (m_apiClient && meet.metSource == MeetSource::backend)
+        return remoteEvents();
+    return repository(day);
+}
+
+std::shared_ptr<RemoteEventRepositoryImpl> DailyEventsController::remoteEvents() const
+{
+    if (!m_apiClient)
+        return nullptr;
+    const bool isDark = m_isDark;
+    const UserDefaults defaults = m_defaults;
+    return std::make_shared<RemoteEventRepositoryImpl>(
+        *m_apiClient, [isDark] { return isDark; },
+        [defaults](
+            const QUuid& metId) { return ArmedAlarmsStore(defaults).contains(metId.toString(QUuid::WithoutBraces)); });
+}
+
+namespace {
+
+bool touches(const MeetEntity& meet, const QDateTime& start, const QDateTime& end)
+{
+    // The backend answers with every event of the user; a meet of no length at midnight still
+    // belongs to the day it starts.
+    return meet.metDate < end && (meet.endDate() > start || meet.metDate == start);
+}
+
+} // namespace
 
 DailyEventsDay DailyEventsController::loadDay(const QDate& day) const
 {
@@ -129,10 +162,7 @@ QList<DailyEventsDay> DailyEventsController::loadDays(const QDate& first, const 
         const QDateTime dayStart(day, QTime(0, 0), m_calendar);
         const QDateTime dayEnd(day.addDays(1), QTime(0, 0), m_calendar);
         for (const MeetEntity& meet : std::as_const(meets)) {
-            // The backend answers with every event of the user; a meet of no length at midnight
-            // still belongs to the day it starts.
-            const bool touches = meet.metDate < dayEnd && (meet.endDate() > dayStart || meet.metDate == dayStart);
-            if (!touches)
+            if (!touches(meet, dayStart, dayEnd))
                 continue;
             one.meets.append(meet);
             if (m_alarms.isArmed(meet))
@@ -145,17 +175,31 @@ QList<DailyEventsDay> DailyEventsController::loadDays(const QDate& first, const 
     return loaded;
 }
 
+QList<MeetEntity> DailyEventsController::meetsBetween(const QDate& first, const QDate& last) const
+{
+    // A source that cannot be read (a store without access, a backend down) is left out.
+    const qint64 dayCount = first.daysTo(last) + 1;
+    QList<MeetEntity> meets
+        = MeetingsApplication(repository(first, std::nullopt, int(dayCount), true), m_calendar).fetchMeets();
+    const QDateTime start(first, QTime(0, 0), m_calendar);
+    const QDateTime end(last.addDays(1), QTime(0, 0), m_calendar);
+    meets.removeIf([&](const MeetEntity& meet) { return !touches(meet, start, end); });
+    return meets;
+}
+
 MeetEntity DailyEventsController::create(const MeetDraft& draft) const
 {
     const QDate day = draft.start.toTimeZone(m_calendar).date();
-    const MeetEntity made
-        = MeetingsApplication(repository(day, draft.calendarIdentifier), m_calendar).createMeet(draft);
+    const MeetEntity made = MeetingsApplication(writer(day, draft.calendarIdentifier), m_calendar).createMeet(draft);
     if (made.metSource == MeetSource::eventKit) {
         AppCreatedEventIdentifiersStore(m_defaults).add(made.metOriginalIdentifier);
         if (m_history)
             CalendarEventUndo::ofNewEvent(
                 CalendarStore::shared(), made.metCalendarIdentifier, made.metOriginalIdentifier)
                 .record(*m_history, TaskChangeVerbEnum::add, made.metName);
+    } else if (made.metSource == MeetSource::backend && m_history && m_apiClient) {
+        BackendEventUndo::ofNewEvent(remoteEvents(), made.metOriginalIdentifier)
+            .record(*m_history, TaskChangeVerbEnum::add, made.metName);
     }
     return made;
 }
@@ -163,27 +207,40 @@ MeetEntity DailyEventsController::create(const MeetDraft& draft) const
 MeetEntity DailyEventsController::update(const MeetEntity& meet, const MeetDraft& draft, TaskChangeVerbEnum verb) const
 {
     const QDate day = meet.metDate.toTimeZone(m_calendar).date();
-    const std::optional<CalendarEventUndo> undo = undoFor(meet);
-    const MeetEntity updated = MeetingsApplication(repository(day), m_calendar).updateMeet(meet, draft);
-    if (undo)
-        undo->record(*m_history, verb, updated.metName);
+    const std::optional<EventUndo> undo = undoFor(meet);
+    const MeetEntity updated = MeetingsApplication(writer(day, meet), m_calendar).updateMeet(meet, draft);
+    record(undo, verb, updated.metName);
     return updated;
 }
 
 void DailyEventsController::remove(const MeetEntity& meet) const
 {
     const QDate day = meet.metDate.toTimeZone(m_calendar).date();
-    const std::optional<CalendarEventUndo> undo = undoFor(meet);
-    MeetingsApplication(repository(day), m_calendar).deleteMeet(meet);
-    if (undo)
-        undo->record(*m_history, TaskChangeVerbEnum::delete_, meet.metName);
+    const std::optional<EventUndo> undo = undoFor(meet);
+    MeetingsApplication(writer(day, meet), m_calendar).deleteMeet(meet);
+    record(undo, TaskChangeVerbEnum::delete_, meet.metName);
 }
 
-std::optional<CalendarEventUndo> DailyEventsController::undoFor(const MeetEntity& meet) const
+std::optional<DailyEventsController::EventUndo> DailyEventsController::undoFor(const MeetEntity& meet) const
 {
-    if (!m_history || meet.metSource != MeetSource::eventKit)
+    if (!m_history)
         return std::nullopt;
-    return CalendarEventUndo(CalendarStore::shared(), meet.metCalendarIdentifier, meet.metOriginalIdentifier);
+    switch (meet.metSource) {
+    case MeetSource::eventKit:
+        return CalendarEventUndo(CalendarStore::shared(), meet.metCalendarIdentifier, meet.metOriginalIdentifier);
+    case MeetSource::backend:
+        if (!m_apiClient)
+            return std::nullopt;
+        return BackendEventUndo(remoteEvents(), meet.metOriginalIdentifier);
+    }
+    return std::nullopt;
+}
+
+void DailyEventsController::record(
+    const std::optional<EventUndo>& undo, TaskChangeVerbEnum verb, const QString& title) const
+{
+    if (undo)
+        std::visit([&](const auto& way) { way.record(*m_history, verb, title); }, *undo);
 }
 
 MeetAlarmScheduler::Arming DailyEventsController::setAlarm(const MeetEntity& meet, bool armed) const

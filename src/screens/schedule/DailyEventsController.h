@@ -7,6 +7,7 @@
 #include "meetings/repositories/eventkit/EventKitStoring.h"
 #include "networking/APIClient.h"
 #include "tasks/TasksApplicationFactory.h"
+#include "undo/BackendEventUndo.h"
 #include "undo/CalendarEventUndo.h"
 
 #include <QDate>
@@ -15,10 +16,12 @@
 
 #include <memory>
 #include <optional>
+#include <variant>
 
 class AppServices;
 class MeetRepository;
 class NotificationCenter;
+class RemoteEventRepositoryImpl;
 
 // One day of the schedule as the screen shows it.
 struct DailyEventsDay {
@@ -59,6 +62,9 @@ public:
     DailyEventsDay loadDay(const QDate& day) const;
     // Every day from first to last, read from the store at once: far cheaper than day by day.
     QList<DailyEventsDay> loadDays(const QDate& first, const QDate& last) const;
+    // Every meet that touches the days from first to last, in every calendar of the store (hidden
+    // ones too) and on the backend, earliest first: what leaves in an export.
+    QList<MeetEntity> meetsBetween(const QDate& first, const QDate& last) const;
     // Also remembers a meet made in the calendar store as the program's own, so that it may ring
     // whatever its calendar.
     MeetEntity create(const MeetDraft& draft) const;
@@ -106,13 +112,21 @@ private:
     void dropTaskLink(const MeetEntity& meet) const;
 
     bool hasCalendarAccess() const;
-    // What an undo of a change to meet needs, taken before the change; none for a meet of the
-    // backend or without a history.
-    std::optional<CalendarEventUndo> undoFor(const MeetEntity& meet) const;
+    // What an undo of a change to meet needs, taken before the change, as its source keeps it;
+    // none without a history.
+    using EventUndo = std::variant<CalendarEventUndo, BackendEventUndo>;
+    std::optional<EventUndo> undoFor(const MeetEntity& meet) const;
+    void record(const std::optional<EventUndo>& undo, TaskChangeVerbEnum verb, const QString& title) const;
+    // Where a new meet, or a change to meet, is written.
+    std::shared_ptr<MeetRepository> writer(const QDate& day, const std::optional<QString>& newMeetsCalendar) const;
+    std::shared_ptr<MeetRepository> writer(const QDate& day, const MeetEntity& meet) const;
+    // The backend's events, in a Google account.
+    std::shared_ptr<RemoteEventRepositoryImpl> remoteEvents() const;
     // The meets of days days from day on. New meets go to newMeetsCalendar when given, else to
     // the user's default calendar.
-    std::shared_ptr<MeetRepository> repository(
-        const QDate& day, const std::optional<QString>& newMeetsCalendar = std::nullopt, int days = 1) const;
+    // everyCalendar: hidden calendars too.
+    std::shared_ptr<MeetRepository> repository(const QDate& day,
+        const std::optional<QString>& newMeetsCalendar = std::nullopt, int days = 1, bool everyCalendar = false) const;
 
     std::optional<UserEntity> m_user;
     std::shared_ptr<EventKitStoring> m_eventStore;
@@ -122,7 +136,7 @@ private:
     std::optional<APIClient> m_apiClient;
     MeetAlarmScheduler m_alarms;
     std::optional<TasksApplicationFactory::Applications> m_tasks;
-    // Where changes to the desktop's calendars are recorded for undo; none over another store.
+    // Where changes to the events are recorded for undo; none over another calendar store.
     UndoHistory* m_history = nullptr;
     bool m_isDark;
 };

@@ -175,6 +175,11 @@ DailyEventsView::DailyEventsView(const AppServices& services, Bindings bindings,
     connect(m_projectsPane, &ScheduleProjectsPaneView::loaded, this, &DailyEventsView::followTaskStates);
     // So does a task ticked anywhere else in the program (quick add, search, the projects workspace).
     connect(&services.undoHistory(), &UndoHistory::recorded, this, &DailyEventsView::followTaskStates);
+    // The backend's events are watched by nobody: a step of history may have put one back.
+    connect(&services.undoHistory(), &UndoHistory::finished, this, [this](bool, const QString& message) {
+        if (m_controller && message.isEmpty() && m_user && m_user->usrIsGoogleAccount)
+            refresh();
+    });
     connect(m_allDay, &AllDayEventsSectionView::onEditMeet, this, &DailyEventsView::editMeet);
     connect(m_allDay, &AllDayEventsSectionView::taskDoneToggled, this, &DailyEventsView::setTaskDone);
     connect(m_allDay, &AllDayEventsSectionView::onDeleteMeet, this, &DailyEventsView::deleteMeet);

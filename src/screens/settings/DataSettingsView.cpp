@@ -1,10 +1,10 @@
 #include "screens/settings/DataSettingsView.h"
 
 #include "backup/LocalStoreBackups.h"
-#include "meetings/repositories/eventkit/EventKitMeetRepositoryImpl.h"
 #include "meetings/repositories/eventkit/LiveEventKitStore.h"
 #include "platform/SystemClock.h"
 #include "screens/common/Async.h"
+#include "screens/schedule/DailyEventsController.h"
 #include "screens/settings/AccountMoveView.h"
 #include "screens/settings/CsvMappingDialog.h"
 #include "transfer/BitacoraMarkdownExport.h"
@@ -389,21 +389,26 @@ void DataSettingsView::exportMeets(const QString& path)
 {
     // The desktop's calendar store is first reached from the GUI thread.
     std::shared_ptr<LiveEventKitStore> store = LiveEventKitStore::shared();
-    const QDate today = m_clock->now().toLocalTime().date();
     const QDate from = std::min(m_meetsFrom->date(), m_meetsTo->date());
     const QDate to = std::max(m_meetsFrom->date(), m_meetsTo->date());
-    startTransfer(
-        [store, clock = m_clock, today, from, to, path](TransferControl&) -> ResultEntity {
+    setBusy(true);
+    // The schedule's own reading, so that a Google account's backend events leave with the
+    // calendar store's.
+    runAsync(
+        this, [services = m_services] { return services.tasksSession().user; },
+        [this, store, from, to, path](const std::optional<UserEntity>& user) {
             const QTimeZone zone = QTimeZone::systemTimeZone();
-            try {
-                EventKitMeetRepositoryImpl meets(
-                    store, zone, int(from.daysTo(today)), int(today.daysTo(to) + 1), {}, std::nullopt, clock);
-                return writeFile(path, MeetsIcsExport::write(meets.fetchMeets(), zone));
-            } catch (const std::exception& error) {
-                return ResultEntity::infrastructureFailure(QString::fromUtf8(error.what()));
-            }
-        },
-        [](const ResultEntity&) { return qtTrId("data-settings-export-done"); });
+            auto meets = std::make_shared<const DailyEventsController>(m_services, user, store, zone);
+            startTransfer(
+                [meets, zone, from, to, path](TransferControl&) -> ResultEntity {
+                    try {
+                        return writeFile(path, MeetsIcsExport::write(meets->meetsBetween(from, to), zone));
+                    } catch (const std::exception& error) {
+                        return ResultEntity::infrastructureFailure(QString::fromUtf8(error.what()));
+                    }
+                },
+                [](const ResultEntity&) { return qtTrId("data-settings-export-done"); });
+        });
 }
 
 void DataSettingsView::importJson(const QString& path)

@@ -5,13 +5,19 @@
 EventRequestDTO EventRequestDTO::fromJson(const QJsonValue& json)
 {
     const JSONObjectReader reader(json);
-    reader.refuseOtherKeys({QLatin1String("evtTitle"), QLatin1String("evtSchedule"),
+    reader.refuseOtherKeys({QLatin1String("evtId"), QLatin1String("evtTitle"), QLatin1String("evtSchedule"),
         QLatin1String("evtDurationMinutes"), QLatin1String("evtHasAlarm"), QLatin1String("evtDescription"),
         QLatin1String("evtRepeat"), QLatin1String("evtCustomRepeat")});
-    return {reader.string(QLatin1String("evtTitle")), reader.date(QLatin1String("evtSchedule")),
-        reader.integer(QLatin1String("evtDurationMinutes")), reader.boolean(QLatin1String("evtHasAlarm")),
-        reader.string(QLatin1String("evtDescription")), reader.string(QLatin1String("evtRepeat")),
-        reader.string(QLatin1String("evtCustomRepeat"))};
+    EventRequestDTO request;
+    request.evtTitle = reader.string(QLatin1String("evtTitle"));
+    request.evtSchedule = reader.date(QLatin1String("evtSchedule"));
+    request.evtDurationMinutes = reader.integer(QLatin1String("evtDurationMinutes"));
+    request.evtHasAlarm = reader.boolean(QLatin1String("evtHasAlarm"));
+    request.evtDescription = reader.string(QLatin1String("evtDescription"));
+    request.evtRepeat = reader.string(QLatin1String("evtRepeat"));
+    request.evtCustomRepeat = reader.string(QLatin1String("evtCustomRepeat"));
+    request.evtId = reader.optionalString(QLatin1String("evtId"));
+    return request;
 }
 
 void EventRequestDTO::writeJson(JSONWriter& out) const
@@ -21,6 +27,8 @@ void EventRequestDTO::writeJson(JSONWriter& out) const
     out.key("evtDescription").string(evtDescription);
     out.key("evtDurationMinutes").integer(evtDurationMinutes);
     out.key("evtHasAlarm").boolean(evtHasAlarm);
+    if (evtId)
+        out.key("evtId").string(*evtId);
     out.key("evtRepeat").string(evtRepeat);
     out.key("evtSchedule").date(evtSchedule);
     out.key("evtTitle").string(evtTitle);

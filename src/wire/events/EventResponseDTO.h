@@ -20,4 +20,6 @@ struct EventResponseDTO {
     static EventResponseDTO fromJson(const QJsonValue& json);
     // The server's writing.
     void writeJson(JSONWriter& out) const;
+
+    friend bool operator==(const EventResponseDTO&, const EventResponseDTO&) = default;
 };

@@ -95,7 +95,7 @@ MeetEntity RemoteEventRepositoryImpl::meet(const EventResponseDTO& event) const
     meet.metColor = {dark ? QStringLiteral("#4FA8AC") : QStringLiteral("#5CC2C6")};
     meet.metIsAllDay = false;
     meet.metCalendarName = QStringLiteral("Tolvane");
-    meet.metCalendarIdentifier = QStringLiteral("tolvane-native-calendar");
+    meet.metCalendarIdentifier = calendarIdentifier;
     meet.metRecurrenceFrequency = frequency(event.evtRepeat);
     if (event.evtRepeat == QLatin1String("every_week"))
         meet.metRecurringWeekdays = weekdays(event.evtCustomRepeat);
@@ -153,4 +153,45 @@ void RemoteEventRepositoryImpl::deleteMeet(const MeetEntity& existing)
         client.delete_(eventsPath + QLatin1Char('/') + existing.metOriginalIdentifier);
         return 0;
     });
+}
+
+std::optional<EventResponseDTO> RemoteEventRepositoryImpl::event(const QString& evtId)
+{
+    return endpoint([&]() -> std::optional<EventResponseDTO> {
+        try {
+            return client.get<EventResponseDTO>(eventsPath + QLatin1Char('/') + evtId);
+        } catch (const APIError& error) {
+            if (error.kind() == APIError::Case::notFound)
+                return std::nullopt;
+            throw;
+        }
+    });
+}
+
+void RemoteEventRepositoryImpl::restore(const QString& evtId, const std::optional<EventResponseDTO>& target)
+{
+    const QString path = eventsPath + QLatin1Char('/') + evtId;
+    const bool exists = event(evtId).has_value();
+    if (!target) {
+        if (exists)
+            endpoint([&] {
+                client.delete_(path);
+                return 0;
+            });
+        return;
+    }
+    EventRequestDTO body;
+    body.evtTitle = target->evtTitle;
+    body.evtSchedule = target->evtSchedule;
+    body.evtDurationMinutes = target->evtDurationMinutes;
+    body.evtHasAlarm = alarmIsArmed && alarmIsArmed(MeetIdentity::forBackendEvent(evtId));
+    body.evtDescription = target->evtDescription;
+    body.evtRepeat = target->evtRepeat;
+    body.evtCustomRepeat = target->evtCustomRepeat;
+    if (exists) {
+        endpoint([&] { return client.put<EventResponseDTO>(path, body); });
+        return;
+    }
+    body.evtId = evtId;
+    endpoint([&] { return client.post<EventResponseDTO>(eventsPath, body); });
 }

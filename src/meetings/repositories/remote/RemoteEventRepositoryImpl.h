@@ -5,6 +5,7 @@
 #include "wire/events/EventResponseDTO.h"
 
 #include <functional>
+#include <optional>
 
 // Meets kept by the backend under "/v0/events". Every failure of the API client is thrown as
 // RemoteEventRepositoryError::endpointFailed with the client's Spanish message.
@@ -14,6 +15,9 @@ public:
     using AppearanceIsDark = std::function<bool()>;
     // Whether an alarm is armed on the meet, sent along as evtHasAlarm.
     using AlarmIsArmed = std::function<bool(const QUuid& metId)>;
+
+    // The calendar every backend meet reads as being in.
+    static inline const QString calendarIdentifier = QStringLiteral("tolvane-native-calendar");
 
     explicit RemoteEventRepositoryImpl(
         APIClient client, AppearanceIsDark appearanceIsDark = {}, AlarmIsArmed alarmIsArmed = {});
@@ -25,6 +29,12 @@ public:
     void deleteMeet(const MeetEntity& meet) override;
 
     MeetEntity meet(const EventResponseDTO& event) const;
+
+    // The event as the backend keeps it now; none when it has no event of that identifier.
+    std::optional<EventResponseDTO> event(const QString& evtId);
+    // Makes the backend keep target under evtId: rewritten when it is there, made anew under the
+    // same identifier when it is not, deleted when target is none.
+    void restore(const QString& evtId, const std::optional<EventResponseDTO>& target);
 
     // "every_day", "every_week", "every_month"; "none" for no repetition.
     static QString repeatCode(MeetRecurrenceFrequency frequency);

@@ -1,0 +1,127 @@
+#include "meetings/repositories/eventkit/LiveEventKitStore.h"
+#include "meetings/repositories/remote/RemoteEventRepositoryImpl.h"
+#include "screens/schedule/DailyEventsController.h"
+#include "screens/settings/DataSettingsView.h"
+#include "support/TestMain.h"
+#include "support/ui/GoogleAccountFixture.h"
+
+#include <QDateEdit>
+#include <QFile>
+#include <QScopeGuard>
+#include <QSignalSpy>
+
+#define LIBICAL_GLIB_UNSTABLE_API 1
+#include <libical-glib/libical-glib.h>
+
+namespace {
+
+// The event of that summary, or null; the caller unrefs it.
+ICalComponent* eventNamed(ICalComponent* calendar, const QString& summary)
+{
+    for (ICalComponent* event = i_cal_component_get_first_component(calendar, I_CAL_VEVENT_COMPONENT); event;
+         event = i_cal_component_get_next_component(calendar, I_CAL_VEVENT_COMPONENT)) {
+        if (QString::fromUtf8(i_cal_component_get_summary(event)) == summary)
+            return event;
+        g_object_unref(event);
+    }
+    return nullptr;
+}
+
+struct ReadEvent {
+    QDateTime start;
+    QDateTime end;
+    QString description;
+};
+
+std::optional<ReadEvent> read(ICalComponent* calendar, const QString& summary)
+{
+    ICalComponent* event = eventNamed(calendar, summary);
+    if (!event)
+        return std::nullopt;
+    ICalTime* start = i_cal_component_get_dtstart(event);
+    ICalTime* end = i_cal_component_get_dtend(event);
+    const auto instant = [](ICalTime* time) {
+        return QDateTime::fromSecsSinceEpoch(i_cal_time_as_timet_with_zone(time, i_cal_time_get_timezone(time)));
+    };
+    ReadEvent found {instant(start), instant(end), QString::fromUtf8(i_cal_component_get_description(event))};
+    g_object_unref(start);
+    g_object_unref(end);
+    g_object_unref(event);
+    return found;
+}
+
+} // namespace
+
+// A Google account's settings page, over the real server on a throwaway PostgreSQL and the
+// desktop's calendar store.
+class DataSettingsGoogleModeTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    // The .ics file holds the backend's events of the chosen days beside the calendar store's,
+    // each with its times and notes, as libecal's parser reads them.
+    void meetsOfTheBackendLeaveWithTheCalendarStoresOnes()
+    {
+        GoogleAccountFixture google;
+        QVERIFY(google.signIn().result);
+        const std::optional<UserEntity> user = google.app().services().tasksSession().user;
+        QVERIFY(user && user->usrIsGoogleAccount);
+        const std::optional<CalendarStoreCalendar> personal
+            = LiveEventKitStore::shared()->defaultCalendarForNewEvents();
+        QVERIFY(personal);
+
+        const DailyEventsController schedule(google.app().services(), user);
+        // Whole hours far from midnight: no zone moves them to another day.
+        const QDate day(2026, 3, 2);
+        MeetDraft review {QStringLiteral("Review"), QStringLiteral("Room 4; bring the plan"),
+            QDateTime(day, QTime(10, 0)), QDateTime(day, QTime(11, 30))};
+        review.calendarIdentifier = RemoteEventRepositoryImpl::calendarIdentifier;
+        MeetDraft later {QStringLiteral("Later"), {}, QDateTime(day.addDays(20), QTime(10, 0)),
+            QDateTime(day.addDays(20), QTime(11, 0))};
+        later.calendarIdentifier = RemoteEventRepositoryImpl::calendarIdentifier;
+        MeetDraft lunch {QStringLiteral("Lunch"), QStringLiteral("Downstairs"), QDateTime(day.addDays(1), QTime(13, 0)),
+            QDateTime(day.addDays(1), QTime(14, 0))};
+        lunch.calendarIdentifier = personal->identifier;
+        QCOMPARE(schedule.create(review).metSource, MeetSource::backend);
+        QCOMPARE(schedule.create(later).metSource, MeetSource::backend);
+        const MeetEntity stored = schedule.create(lunch);
+        QCOMPARE(stored.metSource, MeetSource::eventKit);
+        const auto removeStored = qScopeGuard([&] {
+            try {
+                schedule.remove(stored);
+            } catch (const std::exception& error) {
+                qWarning("the store's event stays: %s", error.what());
+            }
+        });
+
+        DataSettingsView page(google.app().services());
+        page.findChild<QDateEdit*>(QStringLiteral("meetsFrom"))->setDate(day.addDays(-1));
+        page.findChild<QDateEdit*>(QStringLiteral("meetsTo"))->setDate(day.addDays(1));
+        QSignalSpy done(&page, &DataSettingsView::workFinished);
+        const QString path = google.app().directory() + QStringLiteral("/meets.ics");
+        page.exportMeets(path);
+        QVERIFY(!done.isEmpty() || done.wait(60000));
+        QVERIFY2(done.constFirst().at(0).toBool(), qPrintable(done.constFirst().at(1).toString()));
+
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        ICalComponent* calendar = i_cal_component_new_from_string(file.readAll().constData());
+        QVERIFY(calendar);
+        const auto freeCalendar = qScopeGuard([calendar] { g_object_unref(calendar); });
+        const std::optional<ReadEvent> backend = read(calendar, QStringLiteral("Review"));
+        QVERIFY(backend);
+        QCOMPARE(backend->start, review.start);
+        QCOMPARE(backend->end, review.end);
+        QCOMPARE(backend->description, review.description);
+        const std::optional<ReadEvent> local = read(calendar, QStringLiteral("Lunch"));
+        QVERIFY(local);
+        QCOMPARE(local->start, lunch.start);
+        QCOMPARE(local->end, lunch.end);
+        QCOMPARE(local->description, lunch.description);
+        QVERIFY(!read(calendar, QStringLiteral("Later")));
+    }
+};
+
+TOLVANE_GUI_TEST_MAIN(DataSettingsGoogleModeTest)
+
+#include "DataSettingsGoogleModeTest.moc"
