@@ -128,15 +128,25 @@ bool ScheduleProjectSectionView::setItem(const ProjectWithDefaultListEntity& ite
     m_header->setToolTip(item.project.prjName);
     fitHeader();
     if (m_body && m_rows) {
-        // The add row stays as it is: it may hold text being typed and entries still waiting
-        // to be stored. A row may be replaced from inside its own signal: let it return first.
-        for (QWidget* old : {m_rows.data(), m_footer.data()}) {
-            old->hide();
-            old->deleteLater();
-        }
-        buildTaskRows();
+        dropTaskRows();
+        if (m_isExpanded)
+            buildTaskRows();
     }
     return true;
+}
+
+void ScheduleProjectSectionView::dropTaskRows()
+{
+    // The add row stays as it is: it may hold text being typed and entries still waiting to be
+    // stored. A row may be replaced from inside its own signal: let it return first.
+    for (QWidget* old : {m_rows.data(), m_footer.data()}) {
+        if (!old)
+            continue;
+        old->hide();
+        old->deleteLater();
+    }
+    m_rows.clear();
+    m_footer.clear();
 }
 
 void ScheduleProjectSectionView::setExpanded(bool expanded)
@@ -145,6 +155,11 @@ void ScheduleProjectSectionView::setExpanded(bool expanded)
     m_header->setArrowType(expanded ? Qt::DownArrow : Qt::RightArrow);
     if (expanded && !m_body)
         buildBody();
+    else if (expanded && m_body && !m_rows && m_item.list)
+        buildTaskRows();
+    // Folded, a project keeps no rows, so that a big store stays cheap on any day.
+    else if (!expanded && m_rows)
+        dropTaskRows();
     if (m_body)
         m_body->setVisible(expanded);
 }

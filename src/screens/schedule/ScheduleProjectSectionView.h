@@ -57,6 +57,7 @@ protected:
 private:
     void buildBody();
     void buildTaskRows();
+    void dropTaskRows();
     void fitHeader();
 
     ProjectWithDefaultListEntity m_item;
