@@ -209,6 +209,7 @@ private Q_SLOTS:
 
     void init()
     {
+        m_clock->set(at(3, 17, 10));
         m_calendarId = QStringLiteral("tolvane-meets-") + QUuid::createUuid().toString(QUuid::Id128);
         m_otherCalendarId = m_calendarId + QStringLiteral("-other");
         m_store->addLocalCalendar(m_calendarId, QStringLiteral("Meets under test"), QStringLiteral("#1a2b3c"));
@@ -371,6 +372,33 @@ private Q_SLOTS:
         // Deleting the edited occurrence still takes the series with it.
         meets->deleteMeet(late.front());
         QVERIFY(meets->fetchMeets().isEmpty());
+    }
+
+    // A read of one day expands the series that were never edited without the store, and
+    // those with an occurrence edited on their own through it: the occurrence moved off the
+    // day is gone from there and found where it went.
+    void shouldReadADayAsItsSeriesStandAfterAnEdit()
+    {
+        auto meets = repository();
+        meets->createMeet(draft(QStringLiteral("Stand-up"), at(3, 16, 9), 15, MeetRecurrenceFrequency::daily));
+        meets->createMeet(draft(QStringLiteral("Review"), at(3, 16, 14), 60, MeetRecurrenceFrequency::daily));
+        const MeetEntity thursday = named(meets->fetchMeets(), QStringLiteral("Stand-up")).at(3);
+        meets->updateMeet(
+            thursday, draft(QStringLiteral("Stand-up"), at(3, 20, 7), 15, MeetRecurrenceFrequency::daily));
+
+        const auto startsOn = [&](int day) {
+            m_clock->set(at(3, day, 12));
+            QStringList starts;
+            for (const MeetEntity& meet : repository({}, 0, 1)->fetchMeets())
+                starts.append(meet.metName + meet.metDate.toTimeZone(zone()).toString(u" HH:mm"));
+            starts.sort();
+            return starts;
+        };
+        QCOMPARE(startsOn(19), QStringList({QStringLiteral("Review 14:00")}));
+        QCOMPARE(startsOn(20),
+            QStringList(
+                {QStringLiteral("Review 14:00"), QStringLiteral("Stand-up 07:00"), QStringLiteral("Stand-up 09:00")}));
+        QCOMPARE(startsOn(21), QStringList({QStringLiteral("Review 14:00"), QStringLiteral("Stand-up 09:00")}));
     }
 
     void shouldShowTheCalendarsMeetsWhateverTheBackendDoes()

@@ -27,9 +27,11 @@ constexpr unsigned long newSourceRetryMilliseconds = 100;
 
 // EDS matches a range against floating and all-day times, and against times in zones far from
 // the reader's, in ways that can miss or add an occurrence near either edge. Reads ask for this
-// much more on each side (more than any two zones are apart) and then keep exactly the
-// occurrences that overlap the range by instant.
-constexpr qint64 marginSeconds = 2 * 24 * 3600;
+// much more on each side and then keep exactly the occurrences that overlap the range by
+// instant: more than any two zones are apart (26 hours, from UTC-12 to UTC+14), and the hour
+// an occurrence after a clock change may be misplaced by. Every series with an occurrence in
+// the wider range costs a round trip to the store, so it is kept no wider than that.
+constexpr qint64 marginSeconds = 28 * 3600;
 
 // A read expands a calendar's series on up to this many threads, one per so many series.
 constexpr qsizetype maxThreadsPerCalendar = 8;
@@ -333,7 +335,11 @@ gboolean collectInstance(ICalComponent* component, ICalTime* start, ICalTime* en
     event.isAllDay = i_cal_time_is_date(start);
     if (expansion->isSeries) {
         event.recurrenceRules = expansion->seriesRules;
-        event.occurrenceIdentifier = takeText(e_cal_util_component_get_recurid_as_string(component));
+        // Expanded here, the series itself comes with each occurrence's times; the store's
+        // expansion names an occurrence by its start as the rules make it, and so does this one.
+        event.occurrenceIdentifier = e_cal_util_component_is_instance(component)
+            ? takeText(e_cal_util_component_get_recurid_as_string(component))
+            : takeText(i_cal_time_as_ical_string(start));
     }
     // Occurrences the rules make (edited ones, on their own, carry no rules) start at the
     // series' time of day.
@@ -350,6 +356,35 @@ gboolean collectInstance(ICalComponent* component, ICalTime* start, ICalTime* en
     if (overlaps(event, expansion->start, expansion->end))
         expansion->out->append(std::move(event));
     return TRUE;
+}
+
+// The series of a calendar that have occurrences edited on their own: only those need the
+// store's expansion, which asks it for each series' edited occurrences, one round trip per
+// series. Unknown (nullopt) when the store cannot tell, and then every series goes the long way.
+std::optional<QSet<QByteArray>> seriesWithEditedOccurrences(ECalClient* client)
+{
+    GSList* objects = nullptr;
+    // Matches series and edited occurrences, without the store expanding anything.
+    if (!e_cal_client_get_object_list_sync(client, "(has-recurrences?)", &objects, nullptr, nullptr))
+        return std::nullopt;
+    QSet<QByteArray> edited;
+    for (GSList* item = objects; item; item = item->next) {
+        auto* component = static_cast<ICalComponent*>(item->data);
+        if (e_cal_util_component_is_instance(component))
+            edited.insert(QByteArray(i_cal_component_get_uid(component)));
+    }
+    g_slist_free_full(objects, g_object_unref);
+    return edited;
+}
+
+// Expands a series that has no occurrence edited on its own from the series alone, as the
+// store would, without a round trip to it.
+void expandHere(ECalClient* client, ICalComponent* master, time_t from, time_t to, Expansion& expansion)
+{
+    const GRef<ICalTime> start(i_cal_time_new_from_timet_with_zone(from, FALSE, utcZone()));
+    const GRef<ICalTime> end(i_cal_time_new_from_timet_with_zone(to, FALSE, utcZone()));
+    e_cal_recur_generate_instances_sync(master, start.get(), end.get(), collectInstance, &expansion,
+        e_cal_client_tzlookup_cb, client, e_cal_client_get_default_timezone(client), nullptr, nullptr);
 }
 
 QByteArray isoUtc(const QDateTime& instant)
@@ -751,24 +786,31 @@ QList<CalendarStoreEvent> CalendarStore::events(
             return events;
         GSList* objects = nullptr;
         GError* error = nullptr;
+        std::future<std::optional<QSet<QByteArray>>> editedLater
+            = std::async(std::launch::async, seriesWithEditedOccurrences, calClient);
         if (!e_cal_client_get_object_list_sync(calClient, query.constData(), &objects, nullptr, &error)) {
             qCWarning(lcCalendar) << "cannot read calendar" << calendarIdentifier << (error ? error->message : "");
             g_clear_error(&error);
+            editedLater.wait();
             return events;
         }
+        const std::optional<QSet<QByteArray>> edited = editedLater.get();
         // The range query may hand back a stale copy of an occurrence edited on its own (EDS
         // 3.46), so occurrences are never taken from it: each series is expanded from its
-        // master, which brings in the edited occurrences by UID. An edited occurrence whose
-        // series has no other occurrence in range arrives without its master and is read as is.
+        // master, by the store when it has edited occurrences, which the store then brings in
+        // by UID. An edited occurrence whose series has no other occurrence in range arrives
+        // without its master and is read as is.
         QSet<QByteArray> masters;
         std::vector<ICalComponent*> components;
-        qsizetype seriesCount = 0;
+        qsizetype storeExpansions = 0;
         for (GSList* item = objects; item; item = item->next) {
             auto* component = static_cast<ICalComponent*>(item->data);
             components.push_back(component);
             if (!e_cal_util_component_has_property(component, I_CAL_RECURRENCEID_PROPERTY)) {
-                masters.insert(QByteArray(i_cal_component_get_uid(component)));
-                seriesCount += e_cal_util_component_has_recurrences(component) ? 1 : 0;
+                const QByteArray uid(i_cal_component_get_uid(component));
+                masters.insert(uid);
+                if (e_cal_util_component_has_recurrences(component) && (!edited || edited->contains(uid)))
+                    ++storeExpansions;
             }
         }
         const auto readSome = [&](qsizetype first, qsizetype last) {
@@ -797,14 +839,17 @@ QList<CalendarStoreEvent> CalendarStore::events(
                     e_cal_util_component_has_recurrences(component) != FALSE, &some, start, end);
                 if (!expansion.isSeries && !expansion.seriesRules.isEmpty())
                     expansion.isSeries = true;
-                e_cal_client_generate_instances_for_object_sync(
-                    calClient, component, from, to, nullptr, collectInstance, &expansion);
+                if (expansion.isSeries && edited && !edited->contains(QByteArray(i_cal_component_get_uid(component))))
+                    expandHere(calClient, component, from, to, expansion);
+                else
+                    e_cal_client_generate_instances_for_object_sync(
+                        calClient, component, from, to, nullptr, collectInstance, &expansion);
             }
             return some;
         };
         // The client asks the store for each series' edited occurrences, a round trip per
         // series: on a calendar with many series those dominate a read, and overlap well.
-        const qsizetype parts = std::clamp<qsizetype>(seriesCount / seriesPerThread, 1, maxThreadsPerCalendar);
+        const qsizetype parts = std::clamp<qsizetype>(storeExpansions / seriesPerThread, 1, maxThreadsPerCalendar);
         const qsizetype size = qsizetype(components.size());
         std::vector<std::future<QList<CalendarStoreEvent>>> later;
         for (qsizetype part = 1; part < parts; ++part)
