@@ -203,13 +203,13 @@ int main(int argc, char* argv[])
         auto* settings = qobject_cast<UserSettingsView*>(top);
         if (!settings || !settings->isVisible())
             continue;
-        const QStringList names = {QStringLiteral("account"), QStringLiteral("hours"), QStringLiteral("accounts"),
-            QStringLiteral("calendars"), QStringLiteral("alarm"), QStringLiteral("help")};
-        int index = 0;
-        for (const UserSettingsSectionEnum section : UserSettingsSection::allCases) {
-            settings->selectSection(section);
+        const std::array names = {QStringLiteral("account"), QStringLiteral("hours"), QStringLiteral("accounts"),
+            QStringLiteral("calendars"), QStringLiteral("alarm"), QStringLiteral("help"), QStringLiteral("data")};
+        static_assert(names.size() == UserSettingsSection::allCases.size(), "a picture name for every section");
+        for (std::size_t index = 0; index < names.size(); ++index) {
+            settings->selectSection(UserSettingsSection::allCases.at(index));
             settle(800);
-            settings->grab().save(shot.arg(QStringLiteral("settings-") + names.at(index++)));
+            settings->grab().save(shot.arg(QStringLiteral("settings-") + names.at(index)));
         }
     }
     return 0;
