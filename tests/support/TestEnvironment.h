@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace TestEnvironment {
 
@@ -14,5 +15,11 @@ inline constexpr const char* timeZoneOverride = "TOLVANE_TEST_TZ";
 void pinBeforeApplication();
 void pinAfterApplication();
 void pinWidgetStyle();
+
+// The program copies every exchange with the backend to standard output, where the test's own
+// report goes too: a failing check would drown in them. From here on standard output goes to a
+// file in the temporary directory, and the returned arguments (argv with "-o" added unless it has
+// one) have QtTest report on the original standard output.
+QStringList reportApartFromStandardOutput(int argc, char* argv[]);
 
 } // namespace TestEnvironment

@@ -15,7 +15,7 @@
         QCoreApplication application(argc, argv);                                                                      \
         TestEnvironment::pinAfterApplication();                                                                        \
         TestObject test;                                                                                               \
-        return QTest::qExec(&test, argc, argv);                                                                        \
+        return QTest::qExec(&test, TestEnvironment::reportApartFromStandardOutput(argc, argv));                        \
     }
 
 // The same for tests that show widgets.
@@ -27,5 +27,5 @@
         TestEnvironment::pinAfterApplication();                                                                        \
         TestEnvironment::pinWidgetStyle();                                                                             \
         TestObject test;                                                                                               \
-        return QTest::qExec(&test, argc, argv);                                                                        \
+        return QTest::qExec(&test, TestEnvironment::reportApartFromStandardOutput(argc, argv));                        \
     }
