@@ -7,6 +7,7 @@
 #include "tasks/database/ProjectRealmModel.h"
 #include "tasks/database/TaskListRealmModel.h"
 #include "tasks/database/TaskRealmModel.h"
+#include "tasks/reminders/RemindingTaskRepository.h"
 #include "tasks/repositories/local/LocalBitacoraRepositoryImpl.h"
 #include "tasks/repositories/local/LocalDailyTaskRepositoryImpl.h"
 #include "tasks/repositories/local/LocalProjectRepositoryImpl.h"
@@ -97,7 +98,9 @@ std::optional<LocalTasksStores> LocalTasksStores::of(const TasksRepositories& re
 {
     const auto projects = std::dynamic_pointer_cast<LocalProjectRepositoryImpl>(repositories.projects);
     const auto lists = std::dynamic_pointer_cast<LocalTaskListRepositoryImpl>(repositories.taskLists);
-    const auto tasks = std::dynamic_pointer_cast<LocalTaskRepositoryImpl>(repositories.tasks);
+    const auto reminding = std::dynamic_pointer_cast<RemindingTaskRepository>(repositories.tasks);
+    const auto tasks
+        = std::dynamic_pointer_cast<LocalTaskRepositoryImpl>(reminding ? reminding->store() : repositories.tasks);
     const auto daily = std::dynamic_pointer_cast<LocalDailyTaskRepositoryImpl>(repositories.dailyTasks);
     const auto bitacora = std::dynamic_pointer_cast<LocalBitacoraRepositoryImpl>(repositories.bitacora);
     if (!projects || !lists || !tasks || !daily || !bitacora)
@@ -108,6 +111,7 @@ std::optional<LocalTasksStores> LocalTasksStores::of(const TasksRepositories& re
     stores.m_tasks = tasks->database.configuration;
     stores.m_dailyTasks = daily->database.configuration;
     stores.m_bitacora = bitacora->database.configuration;
+    stores.m_reminding = reminding;
     return stores;
 }
 
@@ -169,6 +173,13 @@ ResultEntity LocalTasksStores::write(
             m_bitacora, snapshot.bitacora, written, control, done, total, cancelledMessage);
     } catch (const Stop& stop) {
         return stop.result;
+    }
+    if (m_reminding && !snapshot.tasks.isEmpty()) {
+        // Read back through the reminders, which arm what the store now holds.
+        QSet<QUuid> lists;
+        for (const TaskEntity& task : snapshot.tasks)
+            lists.insert(task.talId);
+        m_reminding->listOfLists(lists.values());
     }
     return ResultEntity::success(written);
 }

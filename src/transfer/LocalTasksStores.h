@@ -8,7 +8,10 @@
 
 #include <QDate>
 
+#include <memory>
 #include <optional>
+
+class RemindingTaskRepository;
 
 // The fast way through the local stores for whole-account transfers: one read of each store, and
 // imports written in one transaction per store and batch, where the repositories would open the
@@ -16,7 +19,8 @@
 // the repositories.
 class LocalTasksStores {
 public:
-    // The stores behind the repositories when all five are the local ones.
+    // The stores behind the repositories when all five are the local ones, seen through the
+    // reminders kept over the tasks' store.
     static std::optional<LocalTasksStores> of(const TasksRepositories& repositories);
 
     // data: TasksSnapshot; see TasksSnapshotReader::Scope.
@@ -28,11 +32,13 @@ public:
         qint64 skipped = 0;
     };
     // Adds the records whose ids the stores do not hold yet, in batches of batchSize; data:
-    // Written. Records must already carry their final owner and parent ids.
+    // Written. Records must already carry their final owner and parent ids. The reminders of the
+    // tasks' lists then follow what the store holds.
     ResultEntity write(const TasksSnapshot& snapshot, TransferControl& control, const QString& cancelledMessage) const;
 
     static constexpr qsizetype batchSize = 5000;
 
 private:
     RealmConfiguration m_projects, m_taskLists, m_tasks, m_dailyTasks, m_bitacora;
+    std::shared_ptr<RemindingTaskRepository> m_reminding;
 };

@@ -1,6 +1,7 @@
 #include "wire/tasks/CreateTaskRequestDTO.h"
 
 #include "wire/JSONObjectReader.h"
+#include "wire/tasks/TaskBodyFields.h"
 
 CreateTaskRequestDTO CreateTaskRequestDTO::fromJson(const QJsonValue& json)
 {
@@ -12,14 +13,7 @@ CreateTaskRequestDTO CreateTaskRequestDTO::fromJson(const QJsonValue& json)
     CreateTaskRequestDTO dto;
     dto.prjId = reader.string(QLatin1String("prjId"));
     dto.talId = reader.string(QLatin1String("talId"));
-    dto.tasTitle = reader.string(QLatin1String("tasTitle"));
-    dto.tasDueDate = reader.optionalDate(QLatin1String("tasDueDate"));
-    dto.tasEisenhowerTag = reader.optionalString(QLatin1String("tasEisenhowerTag"));
-    dto.tasCompletedAt = reader.optionalDate(QLatin1String("tasCompletedAt"));
-    dto.tasDueHasTime = reader.optionalBoolean(QLatin1String("tasDueHasTime")).value_or(false);
-    dto.tasOccurrence = reader.optionalInteger(QLatin1String("tasOccurrence"));
-    dto.tasRecurrence = reader.optionalDecode<TaskRecurrenceDTO>(QLatin1String("tasRecurrence"));
-    dto.tasReminderMinutesBefore = reader.optionalInteger(QLatin1String("tasReminderMinutesBefore"));
+    readTaskBodyFields(reader, dto);
     dto.tasId = reader.optionalString(QLatin1String("tasId"));
     return dto;
 }

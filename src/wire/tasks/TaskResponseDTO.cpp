@@ -1,6 +1,7 @@
 #include "wire/tasks/TaskResponseDTO.h"
 
 #include "wire/JSONObjectReader.h"
+#include "wire/tasks/TaskBodyFields.h"
 
 TaskResponseDTO TaskResponseDTO::fromJson(const QJsonValue& json)
 {
@@ -9,15 +10,8 @@ TaskResponseDTO TaskResponseDTO::fromJson(const QJsonValue& json)
     dto.tasId = reader.string(QLatin1String("tasId"));
     dto.prjId = reader.string(QLatin1String("prjId"));
     dto.talId = reader.string(QLatin1String("talId"));
-    dto.tasTitle = reader.string(QLatin1String("tasTitle"));
+    readTaskBodyFields(reader, dto);
     dto.tasIsDone = reader.boolean(QLatin1String("tasIsDone"));
-    dto.tasDueDate = reader.optionalDate(QLatin1String("tasDueDate"));
-    dto.tasEisenhowerTag = reader.optionalString(QLatin1String("tasEisenhowerTag"));
-    dto.tasCompletedAt = reader.optionalDate(QLatin1String("tasCompletedAt"));
-    dto.tasDueHasTime = reader.optionalBoolean(QLatin1String("tasDueHasTime")).value_or(false);
-    dto.tasOccurrence = reader.optionalInteger(QLatin1String("tasOccurrence"));
-    dto.tasRecurrence = reader.optionalDecode<TaskRecurrenceDTO>(QLatin1String("tasRecurrence"));
-    dto.tasReminderMinutesBefore = reader.optionalInteger(QLatin1String("tasReminderMinutesBefore"));
     return dto;
 }
 

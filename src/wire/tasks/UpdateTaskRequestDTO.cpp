@@ -1,6 +1,7 @@
 #include "wire/tasks/UpdateTaskRequestDTO.h"
 
 #include "wire/JSONObjectReader.h"
+#include "wire/tasks/TaskBodyFields.h"
 
 UpdateTaskRequestDTO UpdateTaskRequestDTO::fromJson(const QJsonValue& json)
 {
@@ -9,15 +10,8 @@ UpdateTaskRequestDTO UpdateTaskRequestDTO::fromJson(const QJsonValue& json)
         QLatin1String("tasEisenhowerTag"), QLatin1String("tasCompletedAt"), QLatin1String("tasDueHasTime"),
         QLatin1String("tasOccurrence"), QLatin1String("tasRecurrence"), QLatin1String("tasReminderMinutesBefore")});
     UpdateTaskRequestDTO dto;
-    dto.tasTitle = reader.string(QLatin1String("tasTitle"));
+    readTaskBodyFields(reader, dto);
     dto.tasIsDone = reader.boolean(QLatin1String("tasIsDone"));
-    dto.tasDueDate = reader.optionalDate(QLatin1String("tasDueDate"));
-    dto.tasEisenhowerTag = reader.optionalString(QLatin1String("tasEisenhowerTag"));
-    dto.tasCompletedAt = reader.optionalDate(QLatin1String("tasCompletedAt"));
-    dto.tasDueHasTime = reader.optionalBoolean(QLatin1String("tasDueHasTime")).value_or(false);
-    dto.tasOccurrence = reader.optionalInteger(QLatin1String("tasOccurrence"));
-    dto.tasRecurrence = reader.optionalDecode<TaskRecurrenceDTO>(QLatin1String("tasRecurrence"));
-    dto.tasReminderMinutesBefore = reader.optionalInteger(QLatin1String("tasReminderMinutesBefore"));
     return dto;
 }
 

@@ -29,7 +29,10 @@ private Q_SLOTS:
         QCoreApplication::installTranslator(&m_english);
         m_server = std::make_unique<TestNotificationServer>();
         QVERIFY(m_server->start());
-        m_clock = std::make_shared<SettableClock>(QDateTime::currentDateTime().addMSecs(-QTime::currentTime().msec()));
+        // Whole seconds, as the stores keep them; one reading of the clock, or a second may turn
+        // between two.
+        const QDateTime now = QDateTime::currentDateTime();
+        m_clock = std::make_shared<SettableClock>(now.addMSecs(-now.time().msec()));
         m_center = makeCenter(m_folder.path(), m_clock);
         m_google = std::make_unique<GoogleAccountFixture>(m_center);
         QVERIFY(m_google->signIn().result);

@@ -11,6 +11,7 @@
 #include "support/ui/AppFixture.h"
 #include "tasks/reminders/TaskReminderNotificationDelegate.h"
 #include "tasks/reminders/TaskReminderTime.h"
+#include "undo/UndoHistory.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -68,7 +69,10 @@ private Q_SLOTS:
     void init()
     {
         m_folder = std::make_unique<QTemporaryDir>();
-        m_clock = std::make_shared<SettableClock>(QDateTime::currentDateTime().addMSecs(-QTime::currentTime().msec()));
+        // Whole seconds, as the stores keep them; one reading of the clock, or a second may turn
+        // between two.
+        const QDateTime now = QDateTime::currentDateTime();
+        m_clock = std::make_shared<SettableClock>(now.addMSecs(-now.time().msec()));
         m_center = makeCenter(m_folder->path(), m_clock);
         m_app = std::make_unique<AppFixture>(nullptr, QUrl(), m_center);
         m_app->storeLocalUser();
@@ -140,6 +144,24 @@ private Q_SLOTS:
         // Read again, the task does not ring a second time for a reminder that already rang.
         schedulerOver(m_center).reconcile({*findTask(apps(), task.tasId)}, QList<QUuid> {m_list.talId});
         QVERIFY(reminders().pendingReminders().isEmpty());
+    }
+
+    // Undo brings a list back in one write under the store; its tasks' reminders come back too.
+    void shouldDropAndBringBackRemindersWithAListOnUndo()
+    {
+        const TaskEntity task = created(QStringLiteral("Pay rent"), m_clock->now().addSecs(2 * 3600), 60);
+        QVERIFY(pendingFor(reminders(), task.tasId));
+        UndoHistory& history = m_app->services().undoHistory();
+        const int recorded = history.count();
+        QVERIFY(apps().taskLists.delete_(m_list.talId).result);
+        QTRY_VERIFY(history.count() > recorded && !history.isBusy());
+        QVERIFY(!pendingFor(reminders(), task.tasId));
+
+        QSignalSpy finished(&history, &UndoHistory::finished);
+        history.undo();
+        QVERIFY(!finished.isEmpty() || finished.wait(10000));
+        QCOMPARE(finished.constFirst().at(1).toString(), QString());
+        QCOMPARE(firesAt(pendingFor(reminders(), task.tasId)), m_clock->now().addSecs(3600));
     }
 
     void shouldMarkTheTaskDoneFromItsReminder()
