@@ -34,6 +34,7 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
     , m_weekdayHint(new QLabel(this))
     , m_summary(new QLabel(this))
     , m_error(new QLabel(this))
+    , m_wholeSeriesNote(new QLabel(this))
     , m_save(new QPushButton(this))
     , m_cancel(new QPushButton(this))
 {
@@ -88,6 +89,13 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
     m_error->setStyleSheet(QStringLiteral("color: #D32F2F;"));
     m_error->setWordWrap(true);
 
+    m_wholeSeriesNote->setObjectName(QStringLiteral("createEventWholeSeriesNote"));
+    //% "This event repeats: the change applies to every occurrence."
+    m_wholeSeriesNote->setText(qtTrId("create-event-whole-series-note"));
+    m_wholeSeriesNote->setWordWrap(true);
+    m_wholeSeriesNote->setEnabled(false);
+    m_wholeSeriesNote->hide();
+
     auto* form = new QFormLayout;
     form->addRow(m_title);
     form->addRow(QString(), m_allDay);
@@ -126,6 +134,7 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);
+    layout->addWidget(m_wholeSeriesNote);
     layout->addWidget(m_error);
     layout->addWidget(buttons);
 
@@ -161,6 +170,10 @@ CreateEventView::CreateEventView(const MeetEntity& meet, OnSave onSave, QWidget*
     //% "Edit event"
     setWindowTitle(qtTrId("create-event-sheet-title-edit"));
     fill(meet);
+    // The backend keeps no exceptions to a repetition: whatever occurrence was opened, the event
+    // as a whole changes.
+    m_wholeSeriesNote->setVisible(
+        meet.metSource == MeetSource::backend && meet.metRecurrenceFrequency != MeetRecurrenceFrequency::none);
     if (!meet.metCalendarIdentifier.isEmpty())
         m_calendar->addItem(meet.metCalendarName, meet.metCalendarIdentifier);
     m_calendar->setEnabled(false);

@@ -54,6 +54,8 @@ public:
     QToolButton* weekdayToggle(int weekday) const;
     QPushButton* saveButton() const { return m_save; }
     QPushButton* cancelButton() const { return m_cancel; }
+    // Says that a change made from one occurrence of a repeating event changes them all.
+    QLabel* wholeSeriesNote() const { return m_wholeSeriesNote; }
 
     void save();
     // The edited meet was deleted by another program: says so, keeping what was typed.
@@ -84,6 +86,7 @@ private:
     QLabel* m_weekdayHint;
     QLabel* m_summary;
     QLabel* m_error;
+    QLabel* m_wholeSeriesNote;
     QPushButton* m_save;
     QPushButton* m_cancel;
     QList<QToolButton*> m_weekdayToggles;
