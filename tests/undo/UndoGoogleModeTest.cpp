@@ -274,11 +274,14 @@ private Q_SLOTS:
         QCOMPARE(occurrences(QStringLiteral("Team standup")).constFirst().metDate, draft.start.addSecs(3600));
 
         // Made single from an occurrence, the event is that occurrence alone.
+        const MeetEntity third = occurrences(QStringLiteral("Team standup")).at(2);
         MeetDraft once = later;
+        once.start = third.metDate;
+        once.end = third.endDate();
         once.recurrence = MeetRecurrenceFrequency::none;
         once.weekdays.clear();
         const int recorded = history().stack()->index();
-        schedule.update(occurrences(QStringLiteral("Team standup")).at(2), once);
+        schedule.update(third, once);
         QTRY_COMPARE_WITH_TIMEOUT(history().stack()->index(), recorded + 1, 15000);
         QCOMPARE(server.event(id)->evtSchedule, draft.start.addDays(7).addSecs(3600));
         QCOMPARE(occurrences(QStringLiteral("Team standup")).size(), 1);

@@ -9,6 +9,7 @@
 #include "undo/UndoHistory.h"
 
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
