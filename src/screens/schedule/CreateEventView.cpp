@@ -1,6 +1,7 @@
 #include "screens/schedule/CreateEventView.h"
 
 #include "meetings/entities/MeetEntity.h"
+#include "meetings/repositories/remote/RemoteEventRepositoryImpl.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -151,6 +152,19 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
         refresh();
     });
     connect(m_repeat, &QComboBox::currentIndexChanged, this, &CreateEventView::refresh);
+    connect(m_calendar, &QComboBox::currentIndexChanged, this,
+        [this] { fitToCalendar(m_calendar->currentData().toString()); });
+}
+
+void CreateEventView::fitToCalendar(const QString& calendarIdentifier)
+{
+    // The backend keeps timed events with no place or link: what it cannot keep is not offered.
+    const bool backend = calendarIdentifier == RemoteEventRepositoryImpl::calendarIdentifier;
+    if (backend && m_allDay->isChecked())
+        m_allDay->setChecked(false);
+    m_allDay->setEnabled(!backend);
+    m_location->setEnabled(!backend);
+    m_link->setEnabled(!backend);
 }
 
 CreateEventView::CreateEventView(const QDateTime& start, OnSave onSave, QWidget* parent)
@@ -177,6 +191,7 @@ CreateEventView::CreateEventView(const MeetEntity& meet, OnSave onSave, QWidget*
     if (!meet.metCalendarIdentifier.isEmpty())
         m_calendar->addItem(meet.metCalendarName, meet.metCalendarIdentifier);
     m_calendar->setEnabled(false);
+    fitToCalendar(meet.metCalendarIdentifier);
 }
 
 void CreateEventView::fill(const MeetEntity& meet)
@@ -201,8 +216,16 @@ void CreateEventView::showAllDay(bool allDay)
     const QLocale locale;
     const QString format
         = allDay ? locale.dateFormat(QLocale::ShortFormat) : locale.dateTimeFormat(QLocale::ShortFormat);
+    // A format without a time sets the times to midnight: kept aside, they come back when the
+    // meet is made timed again.
+    if (allDay)
+        m_timedHours = {m_start->time(), m_end->time()};
     m_start->setDisplayFormat(format);
     m_end->setDisplayFormat(format);
+    if (!allDay && m_timedHours) {
+        m_start->setTime(m_timedHours->first);
+        m_end->setTime(m_timedHours->second);
+    }
 }
 
 void CreateEventView::setCalendars(const QList<CalendarStoreCalendar>& calendars, const QString& preselected)
@@ -220,6 +243,7 @@ void CreateEventView::setCalendars(const QList<CalendarStoreCalendar>& calendars
     const int chosen = m_calendar->findData(preselected);
     m_calendar->setCurrentIndex(chosen >= 0 ? chosen : 0);
     m_calendar->setEnabled(m_calendar->count() > 1);
+    fitToCalendar(m_calendar->currentData().toString());
 }
 
 QToolButton* CreateEventView::weekdayToggle(int weekday) const

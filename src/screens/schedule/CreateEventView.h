@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 class QCheckBox;
 class QComboBox;
@@ -65,6 +66,8 @@ private:
     CreateEventView(bool isEditing, OnSave onSave, QWidget* parent);
     void fill(const MeetEntity& meet);
     void showAllDay(bool allDay);
+    // Offers only the fields the chosen calendar keeps.
+    void fitToCalendar(const QString& calendarIdentifier);
     void refresh();
     std::optional<QString> validationError() const;
 
@@ -90,4 +93,6 @@ private:
     QPushButton* m_save;
     QPushButton* m_cancel;
     QList<QToolButton*> m_weekdayToggles;
+    // The start and end times while the meet is shown as all-day.
+    std::optional<std::pair<QTime, QTime>> m_timedHours;
 };

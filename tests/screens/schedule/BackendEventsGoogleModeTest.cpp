@@ -8,6 +8,7 @@
 #include "support/ui/ModalAnswers.h"
 #include "undo/UndoHistory.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QLabel>
@@ -136,15 +137,25 @@ private Q_SLOTS:
         QVERIFY(desktop);
         QCOMPARE(calendars->currentData().toString(), desktop->identifier);
 
+        // The backend keeps no all-day events, places or links: the editor stops offering them.
+        QVERIFY(editor->allDayField()->isEnabled());
+        editor->allDayField()->setChecked(true);
+        calendars->setCurrentIndex(backend);
+        QVERIFY(!editor->allDayField()->isChecked());
+        QVERIFY(!editor->allDayField()->isEnabled());
+        QVERIFY(!editor->locationField()->isEnabled());
+        QVERIFY(!editor->linkField()->isEnabled());
+        calendars->setCurrentIndex(0);
+        QVERIFY(editor->allDayField()->isEnabled() && editor->locationField()->isEnabled());
         calendars->setCurrentIndex(backend);
         QTest::keyClicks(editor->titleField(), QStringLiteral("Standup"));
         editor->repeatField()->setCurrentIndex(editor->repeatField()->findData(int(RepeatOption::week)));
         editor->weekdayToggle(2)->click();
         editor->weekdayToggle(4)->click();
+        QCOMPARE(editor->startField()->dateTime(), QDateTime(monday, QTime(9, 0)));
+        QCOMPARE(editor->endField()->dateTime(), QDateTime(monday, QTime(10, 0)));
         editor->saveButton()->click();
-        QVERIFY(waitForEditorToClose());
-        QVERIFY2(!editor || !editor->errorMessage(),
-            qPrintable(editor ? editor->errorMessage().value_or(QString()) : QString()));
+        QVERIFY2(waitForEditorToClose(), qPrintable(editor->errorMessage().value_or(QString())));
 
         const std::optional<MeetEntity> made = stored(QStringLiteral("Standup"));
         QVERIFY(made);

@@ -77,6 +77,25 @@ QList<std::pair<QDateTime, QString>> repetitions(ICalComponent* calendar, const 
     return found;
 }
 
+// The lines of the event of that summary that start with name, as the file has them.
+QStringList propertyLines(ICalComponent* calendar, const QString& summary, const QString& name)
+{
+    ICalComponent* event = eventNamed(calendar, summary);
+    if (!event)
+        return {};
+    gchar* text = i_cal_component_as_ical_string(event);
+    QStringList lines;
+    // Long lines are folded: a line break and a space go on within the same line.
+    const QString unfolded = QString::fromUtf8(text).remove(QStringLiteral("\r\n "));
+    for (const QString& line : unfolded.split(QStringLiteral("\r\n"))) {
+        if (line.startsWith(name + QLatin1Char(';')) || line.startsWith(name + QLatin1Char(':')))
+            lines.append(line);
+    }
+    g_free(text);
+    g_object_unref(event);
+    return lines;
+}
+
 } // namespace
 
 // A Google account's settings page, over the real server on a throwaway PostgreSQL and the
@@ -173,6 +192,8 @@ private Q_SLOTS:
         make(QStringLiteral("Retro"), monday.addDays(-10), MeetRecurrenceFrequency::weekly, {6});
         make(QStringLiteral("Closing"), monday.addDays(-30), MeetRecurrenceFrequency::monthly, {});
         make(QStringLiteral("Backup"), monday.addDays(-400), MeetRecurrenceFrequency::daily, {});
+        // Wednesdays, from a Tuesday: the start is listed besides the rule.
+        make(QStringLiteral("Planning"), monday.addDays(1), MeetRecurrenceFrequency::weekly, {4});
 
         DataSettingsView page(google.app().services());
         page.findChild<QDateEdit*>(QStringLiteral("meetsFrom"))->setDate(monday.addDays(-1));
@@ -193,6 +214,15 @@ private Q_SLOTS:
             (Read {{standup.metDate, QStringLiteral("FREQ=WEEKLY;BYDAY=MO,WE")}}));
         QCOMPARE(repetitions(calendar, QStringLiteral("Backup")),
             (Read {{QDateTime(monday.addDays(-400), QTime(9, 0)), QStringLiteral("FREQ=DAILY")}}));
+        QCOMPARE(repetitions(calendar, QStringLiteral("Planning")),
+            (Read {{QDateTime(monday.addDays(1), QTime(9, 0)), QStringLiteral("FREQ=WEEKLY;BYDAY=WE")}}));
+        const QStringList extra = propertyLines(calendar, QStringLiteral("Planning"), QStringLiteral("RDATE"));
+        QCOMPARE(extra.size(), 1);
+        QVERIFY2(extra.constFirst().endsWith(QDateTime(monday.addDays(1), QTime(9, 0)).toString(u"yyyyMMdd'T'hhmmss"))
+                || extra.constFirst().endsWith(
+                    QDateTime(monday.addDays(1), QTime(9, 0)).toUTC().toString(u"yyyyMMdd'T'hhmmss'Z'")),
+            qPrintable(extra.constFirst()));
+        QVERIFY(propertyLines(calendar, QStringLiteral("Standup"), QStringLiteral("RDATE")).isEmpty());
         QVERIFY(repetitions(calendar, QStringLiteral("Retro")).isEmpty());
         // The 31st of January repeats on no day of early March.
         QVERIFY(repetitions(calendar, QStringLiteral("Closing")).isEmpty());
