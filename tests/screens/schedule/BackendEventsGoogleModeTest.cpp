@@ -15,7 +15,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
@@ -241,22 +240,6 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!shown(QStringLiteral("Weekly review")), 15000);
         showDay(monday);
         QVERIFY(!shown(QStringLiteral("Weekly review")));
-    }
-
-    // An event that does not repeat is edited as itself, with no word about other occurrences.
-    void shouldSayNothingOfOccurrencesForAnEventThatDoesNotRepeat()
-    {
-        const QDate day = comingMonday().addDays(2);
-        MeetDraft draft {QStringLiteral("Lunch"), {}, QDateTime(day, QTime(13, 0)), QDateTime(day, QTime(14, 0))};
-        draft.calendarIdentifier = RemoteEventRepositoryImpl::calendarIdentifier;
-        const MeetEntity made = DailyEventsController(services(), services().tasksSession().user).create(draft);
-        const auto removeMade = qScopeGuard([&] { server().deleteMeet(made); });
-        showDay(day);
-        QVERIFY(shown(QStringLiteral("Lunch")));
-        view->editMeet(*shown(QStringLiteral("Lunch")));
-        QVERIFY(!waitForEditor()->wholeSeriesNote()->isVisibleTo(view->editor()));
-        view->editor()->cancelButton()->click();
-        QVERIFY(waitForEditorToClose());
     }
 };
 
