@@ -383,6 +383,10 @@
         <source>Give the event a title.</source>
         <translation>Give the event a title.</translation>
     </message>
+    <message id="create-event-whole-series-note">
+        <source>This event repeats: the change applies to every occurrence.</source>
+        <translation>This event repeats: the change applies to every occurrence.</translation>
+    </message>
     <message id="daily-events-all-day-empty-state-text">
         <source>No all-day events</source>
         <translation>No all-day events</translation>
@@ -750,6 +754,10 @@
     <message id="meet-delete-confirmation-title">
         <source>Delete this event?</source>
         <translation>Delete this event?</translation>
+    </message>
+    <message id="meet-delete-whole-series-note">
+        <source>Every occurrence of this repeating event is deleted.</source>
+        <translation>Every occurrence of this repeating event is deleted.</translation>
     </message>
     <message id="meet-detail-delete-button">
         <source>Delete</source>

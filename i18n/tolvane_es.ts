@@ -383,6 +383,10 @@
         <source>Give the event a title.</source>
         <translation>Ponle un título al evento.</translation>
     </message>
+    <message id="create-event-whole-series-note">
+        <source>This event repeats: the change applies to every occurrence.</source>
+        <translation>Este evento se repite: el cambio se aplica a todas sus repeticiones.</translation>
+    </message>
     <message id="daily-events-all-day-empty-state-text">
         <source>No all-day events</source>
         <translation>Sin eventos de todo el día</translation>
@@ -750,6 +754,10 @@
     <message id="meet-delete-confirmation-title">
         <source>Delete this event?</source>
         <translation>¿Eliminar este evento?</translation>
+    </message>
+    <message id="meet-delete-whole-series-note">
+        <source>Every occurrence of this repeating event is deleted.</source>
+        <translation>Se eliminan todas las repeticiones de este evento.</translation>
     </message>
     <message id="meet-detail-delete-button">
         <source>Delete</source>

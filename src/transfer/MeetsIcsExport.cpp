@@ -1,5 +1,7 @@
 #include "transfer/MeetsIcsExport.h"
 
+#include "meetings/domain/MeetRepetition.h"
+
 // The GObject wrapper of libical, as the calendar store uses it.
 #define LIBICAL_GLIB_UNSTABLE_API 1
 #include <libical-glib/libical-glib.h>
@@ -56,6 +58,25 @@ void take(ICalComponent* component, ICalProperty* property)
     i_cal_component_take_property(component, property);
 }
 
+// A repeating backend meet comes whole, at its first start: the backend keeps no exceptions, so
+// its rule says exactly when it happens. A start the rule would not give is listed on its own, as
+// readers differ on whether such a start counts.
+void repeat(ICalComponent* event, const MeetEntity& meet, const QTimeZone& zone, ICalTimezone* icalZone)
+{
+    Owned<ICalRecurrence> rule(i_cal_recurrence_new_from_string(
+        MeetRepetition::rule(meet.metRecurrenceFrequency, meet.metRecurringWeekdays).constData()));
+    take(event, i_cal_property_new_rrule(rule.get()));
+    if (MeetRepetition::ruleProducesStart(meet, zone))
+        return;
+    Owned<ICalTime> start(icalZone ? zonedTime(meet.metDate, zone, icalZone) : utcTime(meet.metDate));
+    Owned<ICalDatetimeperiod> period(i_cal_datetimeperiod_new());
+    i_cal_datetimeperiod_set_time(period.get(), start.get());
+    ICalProperty* extra = i_cal_property_new_rdate(period.get());
+    if (icalZone)
+        i_cal_property_take_parameter(extra, i_cal_parameter_new_tzid(i_cal_timezone_get_tzid(icalZone)));
+    take(event, extra);
+}
+
 } // namespace
 
 namespace MeetsIcsExport {
@@ -110,6 +131,9 @@ QByteArray write(const QList<MeetEntity>& meets, const QTimeZone& zone)
             i_cal_component_set_dtstart(event, start.get());
             i_cal_component_set_dtend(event, end.get());
         }
+        if (meet.metSource == MeetSource::backend && meet.metRecurrenceFrequency != MeetRecurrenceFrequency::none
+            && !meet.metIsAllDay)
+            repeat(event, meet, zone, icalZone);
         i_cal_component_take_component(calendar.get(), event);
     }
     gchar* text = i_cal_component_as_ical_string(calendar.get());

@@ -213,6 +213,93 @@ private Q_SLOTS:
         QVERIFY(!server.event(id));
         QCOMPARE(history().stack()->index(), place);
     }
+
+    // A weekly backend event is on its days of two weeks and no others, each day's occurrence a
+    // meet of its own for the same event. Changed from a later occurrence, the whole event moves
+    // by as much; deleted from one, it goes; each undo brings back the event as it was.
+    void shouldUndoChangesMadeFromAnOccurrenceOfARepeatingBackendEvent()
+    {
+        const std::optional<UserEntity> user = google->app().services().tasksSession().user;
+        const DailyEventsController schedule(google->app().services(), user);
+        RemoteEventRepositoryImpl server(*google->app().services().apiClient());
+        const QDate monday(2026, 3, 9);
+        MeetDraft draft {
+            QStringLiteral("Standup"), {}, QDateTime(monday, QTime(9, 0)), QDateTime(monday, QTime(9, 30))};
+        draft.calendarIdentifier = RemoteEventRepositoryImpl::calendarIdentifier;
+        draft.recurrence = MeetRecurrenceFrequency::weekly;
+        draft.weekdays = {2, 4};
+        const MeetEntity made = schedule.create(draft);
+        const QString id = made.metOriginalIdentifier;
+        QVERIFY(waitForText(history(), QStringLiteral("add event 'Standup'")));
+        const auto created = server.event(id);
+
+        const auto occurrences = [&](const QString& title) {
+            QList<MeetEntity> found;
+            for (const DailyEventsDay& day : schedule.loadDays(monday.addDays(-1), monday.addDays(13))) {
+                for (const MeetEntity& meet : day.meets) {
+                    if (meet.metName == title)
+                        found.append(meet);
+                }
+            }
+            return found;
+        };
+        const QList<MeetEntity> shown = occurrences(QStringLiteral("Standup"));
+        QList<QDateTime> starts;
+        QSet<QUuid> ids;
+        for (const MeetEntity& meet : shown) {
+            starts.append(meet.metDate);
+            ids.insert(meet.metId);
+            QCOMPARE(meet.metOriginalIdentifier, id);
+            QCOMPARE(meet.metDuration, 1800.0);
+        }
+        QCOMPARE(starts,
+            (QList<QDateTime> {draft.start, draft.start.addDays(2), draft.start.addDays(7), draft.start.addDays(9)}));
+        QCOMPARE(ids.size(), 4);
+        QCOMPARE(shown.constFirst().metId, made.metId);
+        // A day read on its own gives the same occurrence.
+        const QList<MeetEntity> secondWednesday = schedule.loadDay(monday.addDays(9)).meets;
+        QVERIFY(secondWednesday.contains(shown.at(3)));
+
+        // An hour later and renamed, from the second Wednesday.
+        MeetDraft later = draft;
+        later.title = QStringLiteral("Team standup");
+        later.start = shown.at(3).metDate.addSecs(3600);
+        later.end = shown.at(3).endDate().addSecs(3600);
+        const MeetEntity changed = schedule.update(shown.at(3), later);
+        QCOMPARE(changed.metDate, later.start);
+        QVERIFY(waitForText(history(), QStringLiteral("edit event 'Team standup'")));
+        QCOMPARE(server.event(id)->evtSchedule, draft.start.addSecs(3600));
+        QCOMPARE(server.event(id)->evtDurationMinutes, 30);
+        QCOMPARE(occurrences(QStringLiteral("Team standup")).size(), 4);
+        QCOMPARE(occurrences(QStringLiteral("Team standup")).constFirst().metDate, draft.start.addSecs(3600));
+
+        // Made single from an occurrence, the event is that occurrence alone.
+        const MeetEntity third = occurrences(QStringLiteral("Team standup")).at(2);
+        MeetDraft once = later;
+        once.start = third.metDate;
+        once.end = third.endDate();
+        once.recurrence = MeetRecurrenceFrequency::none;
+        once.weekdays.clear();
+        const int recorded = history().stack()->index();
+        schedule.update(third, once);
+        QTRY_COMPARE_WITH_TIMEOUT(history().stack()->index(), recorded + 1, 15000);
+        QCOMPARE(server.event(id)->evtSchedule, draft.start.addDays(7).addSecs(3600));
+        QCOMPARE(occurrences(QStringLiteral("Team standup")).size(), 1);
+
+        QCOMPARE(step(history(), true), QString());
+        QCOMPARE(step(history(), true), QString());
+        QCOMPARE(server.event(id), created);
+        QCOMPARE(occurrences(QStringLiteral("Standup")), shown);
+
+        schedule.remove(shown.at(2));
+        QVERIFY(waitForText(history(), QStringLiteral("delete event 'Standup'")));
+        QVERIFY(!server.event(id));
+        QVERIFY(occurrences(QStringLiteral("Standup")).isEmpty());
+        QCOMPARE(step(history(), true), QString());
+        QCOMPARE(server.event(id), created);
+        QCOMPARE(occurrences(QStringLiteral("Standup")), shown);
+        server.deleteMeet(made);
+    }
 };
 
 TOLVANE_GUI_TEST_MAIN(UndoGoogleModeTest)

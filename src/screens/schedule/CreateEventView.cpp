@@ -1,6 +1,7 @@
 #include "screens/schedule/CreateEventView.h"
 
 #include "meetings/entities/MeetEntity.h"
+#include "meetings/repositories/remote/RemoteEventRepositoryImpl.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -34,6 +35,7 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
     , m_weekdayHint(new QLabel(this))
     , m_summary(new QLabel(this))
     , m_error(new QLabel(this))
+    , m_wholeSeriesNote(new QLabel(this))
     , m_save(new QPushButton(this))
     , m_cancel(new QPushButton(this))
 {
@@ -88,6 +90,13 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
     m_error->setStyleSheet(QStringLiteral("color: #D32F2F;"));
     m_error->setWordWrap(true);
 
+    m_wholeSeriesNote->setObjectName(QStringLiteral("createEventWholeSeriesNote"));
+    //% "This event repeats: the change applies to every occurrence."
+    m_wholeSeriesNote->setText(qtTrId("create-event-whole-series-note"));
+    m_wholeSeriesNote->setWordWrap(true);
+    m_wholeSeriesNote->setEnabled(false);
+    m_wholeSeriesNote->hide();
+
     auto* form = new QFormLayout;
     form->addRow(m_title);
     form->addRow(QString(), m_allDay);
@@ -126,6 +135,7 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);
+    layout->addWidget(m_wholeSeriesNote);
     layout->addWidget(m_error);
     layout->addWidget(buttons);
 
@@ -142,6 +152,19 @@ CreateEventView::CreateEventView(bool isEditing, OnSave onSave, QWidget* parent)
         refresh();
     });
     connect(m_repeat, &QComboBox::currentIndexChanged, this, &CreateEventView::refresh);
+    connect(m_calendar, &QComboBox::currentIndexChanged, this,
+        [this] { fitToCalendar(m_calendar->currentData().toString()); });
+}
+
+void CreateEventView::fitToCalendar(const QString& calendarIdentifier)
+{
+    // The backend keeps timed events with no place or link: what it cannot keep is not offered.
+    const bool backend = calendarIdentifier == RemoteEventRepositoryImpl::calendarIdentifier;
+    if (backend && m_allDay->isChecked())
+        m_allDay->setChecked(false);
+    m_allDay->setEnabled(!backend);
+    m_location->setEnabled(!backend);
+    m_link->setEnabled(!backend);
 }
 
 CreateEventView::CreateEventView(const QDateTime& start, OnSave onSave, QWidget* parent)
@@ -161,9 +184,14 @@ CreateEventView::CreateEventView(const MeetEntity& meet, OnSave onSave, QWidget*
     //% "Edit event"
     setWindowTitle(qtTrId("create-event-sheet-title-edit"));
     fill(meet);
+    // The backend keeps no exceptions to a repetition: whatever occurrence was opened, the event
+    // as a whole changes.
+    m_wholeSeriesNote->setVisible(
+        meet.metSource == MeetSource::backend && meet.metRecurrenceFrequency != MeetRecurrenceFrequency::none);
     if (!meet.metCalendarIdentifier.isEmpty())
         m_calendar->addItem(meet.metCalendarName, meet.metCalendarIdentifier);
     m_calendar->setEnabled(false);
+    fitToCalendar(meet.metCalendarIdentifier);
 }
 
 void CreateEventView::fill(const MeetEntity& meet)
@@ -188,8 +216,16 @@ void CreateEventView::showAllDay(bool allDay)
     const QLocale locale;
     const QString format
         = allDay ? locale.dateFormat(QLocale::ShortFormat) : locale.dateTimeFormat(QLocale::ShortFormat);
+    // A format without a time sets the times to midnight: kept aside, they come back when the
+    // meet is made timed again.
+    if (allDay)
+        m_timedHours = {m_start->time(), m_end->time()};
     m_start->setDisplayFormat(format);
     m_end->setDisplayFormat(format);
+    if (!allDay && m_timedHours) {
+        m_start->setTime(m_timedHours->first);
+        m_end->setTime(m_timedHours->second);
+    }
 }
 
 void CreateEventView::setCalendars(const QList<CalendarStoreCalendar>& calendars, const QString& preselected)
@@ -207,6 +243,7 @@ void CreateEventView::setCalendars(const QList<CalendarStoreCalendar>& calendars
     const int chosen = m_calendar->findData(preselected);
     m_calendar->setCurrentIndex(chosen >= 0 ? chosen : 0);
     m_calendar->setEnabled(m_calendar->count() > 1);
+    fitToCalendar(m_calendar->currentData().toString());
 }
 
 QToolButton* CreateEventView::weekdayToggle(int weekday) const

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 class QCheckBox;
 class QComboBox;
@@ -54,6 +55,8 @@ public:
     QToolButton* weekdayToggle(int weekday) const;
     QPushButton* saveButton() const { return m_save; }
     QPushButton* cancelButton() const { return m_cancel; }
+    // Says that a change made from one occurrence of a repeating event changes them all.
+    QLabel* wholeSeriesNote() const { return m_wholeSeriesNote; }
 
     void save();
     // The edited meet was deleted by another program: says so, keeping what was typed.
@@ -63,6 +66,8 @@ private:
     CreateEventView(bool isEditing, OnSave onSave, QWidget* parent);
     void fill(const MeetEntity& meet);
     void showAllDay(bool allDay);
+    // Offers only the fields the chosen calendar keeps.
+    void fitToCalendar(const QString& calendarIdentifier);
     void refresh();
     std::optional<QString> validationError() const;
 
@@ -84,7 +89,10 @@ private:
     QLabel* m_weekdayHint;
     QLabel* m_summary;
     QLabel* m_error;
+    QLabel* m_wholeSeriesNote;
     QPushButton* m_save;
     QPushButton* m_cancel;
     QList<QToolButton*> m_weekdayToggles;
+    // The start and end times while the meet is shown as all-day.
+    std::optional<std::pair<QTime, QTime>> m_timedHours;
 };

@@ -3,6 +3,7 @@
 #include "calendar_providers/stores/HiddenCalendarsStore.h"
 #include "meetings/alarms/MeetAlarmSettingsStores.h"
 #include "meetings/applications/MeetingsApplication.h"
+#include "meetings/domain/MeetRepetition.h"
 #include "meetings/repositories/CompositeMeetRepositoryImpl.h"
 #include "meetings/repositories/eventkit/EventKitMeetRepositoryImpl.h"
 #include "meetings/repositories/eventkit/LiveEventKitStore.h"
@@ -66,8 +67,8 @@ bool DailyEventsController::hasCalendarAccess() const
     return status == CalendarAuthorizationStatus::notDetermined && m_eventStore->requestFullAccessToEvents();
 }
 
-std::shared_ptr<MeetRepository> DailyEventsController::repository(
-    const QDate& day, const std::optional<QString>& newMeetsCalendar, int days, bool everyCalendar) const
+std::shared_ptr<MeetRepository> DailyEventsController::repository(const QDate& day,
+    const std::optional<QString>& newMeetsCalendar, int days, bool everyCalendar, bool wholeBackendEvents) const
 {
     const QString chosen = newMeetsCalendar.value_or(m_defaults.value(defaultCalendarKey).toString());
     std::vector<std::shared_ptr<MeetRepository>> sources {std::make_shared<EventKitMeetRepositoryImpl>(m_eventStore,
@@ -75,7 +76,7 @@ std::shared_ptr<MeetRepository> DailyEventsController::repository(
         chosen.isEmpty() ? std::nullopt : std::optional(chosen),
         std::make_shared<PinnedClock>(QDateTime(day, QTime(12, 0), m_calendar)))};
     if (m_apiClient)
-        sources.push_back(remoteEvents());
+        sources.push_back(wholeBackendEvents ? remoteEvents() : remoteEvents(day, days));
     return std::make_shared<CompositeMeetRepositoryImpl>(std::move(sources));
 }
 
@@ -96,16 +97,21 @@ std::shared_ptr<MeetRepository> DailyEventsController::writer(const QDate& day, 
     return repository(day);
 }
 
-std::shared_ptr<RemoteEventRepositoryImpl> DailyEventsController::remoteEvents() const
+std::shared_ptr<RemoteEventRepositoryImpl> DailyEventsController::remoteEvents(
+    const std::optional<QDate>& day, int days) const
 {
     if (!m_apiClient)
         return nullptr;
     const bool isDark = m_isDark;
     const UserDefaults defaults = m_defaults;
-    return std::make_shared<RemoteEventRepositoryImpl>(
+    auto events = std::make_shared<RemoteEventRepositoryImpl>(
         *m_apiClient, [isDark] { return isDark; },
         [defaults](
             const QUuid& metId) { return ArmedAlarmsStore(defaults).contains(metId.toString(QUuid::WithoutBraces)); });
+    if (day)
+        events->setRange(RemoteEventRepositoryImpl::Range {QDateTime(*day, QTime(0, 0), m_calendar),
+            QDateTime(day->addDays(days), QTime(0, 0), m_calendar), m_calendar});
+    return events;
 }
 
 namespace {
@@ -149,6 +155,17 @@ QList<DailyEventsDay> DailyEventsController::loadDays(const QDate& first, const 
         if (calendar.writable)
             common.calendars.append(calendar);
     }
+    // A Google account's own calendar, after the desktop's: new meets still go to the store's
+    // default calendar unless the user picks this one, as the store comes first among the
+    // sources new meets are written to.
+    if (m_apiClient) {
+        CalendarStoreCalendar backend;
+        backend.identifier = RemoteEventRepositoryImpl::calendarIdentifier;
+        backend.title = QStringLiteral("Tolvane");
+        backend.color = remoteEvents()->color().hexValue;
+        backend.writable = true;
+        common.calendars.append(backend);
+    }
     common.defaultCalendarIdentifier = m_defaults.value(defaultCalendarKey).toString();
     if (common.defaultCalendarIdentifier.isEmpty()) {
         if (const std::optional<CalendarStoreCalendar> fallback = m_eventStore->defaultCalendarForNewEvents())
@@ -180,10 +197,14 @@ QList<MeetEntity> DailyEventsController::meetsBetween(const QDate& first, const 
     // A source that cannot be read (a store without access, a backend down) is left out.
     const qint64 dayCount = first.daysTo(last) + 1;
     QList<MeetEntity> meets
-        = MeetingsApplication(repository(first, std::nullopt, int(dayCount), true), m_calendar).fetchMeets();
+        = MeetingsApplication(repository(first, std::nullopt, int(dayCount), true, true), m_calendar).fetchMeets();
     const QDateTime start(first, QTime(0, 0), m_calendar);
     const QDateTime end(last.addDays(1), QTime(0, 0), m_calendar);
-    meets.removeIf([&](const MeetEntity& meet) { return !touches(meet, start, end); });
+    meets.removeIf([&](const MeetEntity& meet) {
+        if (meet.metSource == MeetSource::backend && meet.metRecurrenceFrequency != MeetRecurrenceFrequency::none)
+            return MeetRepetition::starts(meet, start, end, m_calendar).isEmpty();
+        return !touches(meet, start, end);
+    });
     return meets;
 }
 

@@ -63,7 +63,9 @@ public:
     // Every day from first to last, read from the store at once: far cheaper than day by day.
     QList<DailyEventsDay> loadDays(const QDate& first, const QDate& last) const;
     // Every meet that touches the days from first to last, in every calendar of the store (hidden
-    // ones too) and on the backend, earliest first: what leaves in an export.
+    // ones too) and on the backend, earliest first: what leaves in an export. The backend keeps
+    // a repetition with no exceptions, so a repeating backend event that falls in the days comes
+    // whole, at its first start, to leave as one repeating event.
     QList<MeetEntity> meetsBetween(const QDate& first, const QDate& last) const;
     // Also remembers a meet made in the calendar store as the program's own, so that it may ring
     // whatever its calendar.
@@ -120,13 +122,17 @@ private:
     // Where a new meet, or a change to meet, is written.
     std::shared_ptr<MeetRepository> writer(const QDate& day, const std::optional<QString>& newMeetsCalendar) const;
     std::shared_ptr<MeetRepository> writer(const QDate& day, const MeetEntity& meet) const;
-    // The backend's events, in a Google account.
-    std::shared_ptr<RemoteEventRepositoryImpl> remoteEvents() const;
+    // The backend's events, in a Google account; a repeating one as its occurrences in the days
+    // days from day on, when given a day.
+    std::shared_ptr<RemoteEventRepositoryImpl> remoteEvents(
+        const std::optional<QDate>& day = std::nullopt, int days = 1) const;
     // The meets of days days from day on. New meets go to newMeetsCalendar when given, else to
     // the user's default calendar.
-    // everyCalendar: hidden calendars too.
+    // everyCalendar: hidden calendars too. wholeBackendEvents: a repeating backend event as
+    // itself, at its first start, rather than as its occurrences.
     std::shared_ptr<MeetRepository> repository(const QDate& day,
-        const std::optional<QString>& newMeetsCalendar = std::nullopt, int days = 1, bool everyCalendar = false) const;
+        const std::optional<QString>& newMeetsCalendar = std::nullopt, int days = 1, bool everyCalendar = false,
+        bool wholeBackendEvents = false) const;
 
     std::optional<UserEntity> m_user;
     std::shared_ptr<EventKitStoring> m_eventStore;

@@ -715,7 +715,13 @@ void DailyEventsView::deleteMeet(const MeetEntity& meet)
     //% "Delete this event?"
     QMessageBox box(QMessageBox::Question, qtTrId("meet-delete-confirmation-title"),
         qtTrId("meet-delete-confirmation-title"), QMessageBox::NoButton, this);
-    box.setInformativeText(meet.metName);
+    QString details = meet.metName;
+    // A repeating event goes as a whole, from whichever source; better said before than found out.
+    if (meet.metRecurrenceFrequency != MeetRecurrenceFrequency::none) {
+        //% "Every occurrence of this repeating event is deleted."
+        details += QStringLiteral("\n\n") + qtTrId("meet-delete-whole-series-note");
+    }
+    box.setInformativeText(details);
     box.setObjectName(QStringLiteral("meetDeleteConfirmation"));
     //% "Delete"
     QPushButton* confirm = box.addButton(qtTrId("meet-delete-confirm-button"), QMessageBox::DestructiveRole);

@@ -50,6 +50,52 @@ std::optional<ReadEvent> read(ICalComponent* calendar, const QString& summary)
     return found;
 }
 
+// Every event of that summary, each as its start and its repetition rule (empty without one).
+QList<std::pair<QDateTime, QString>> repetitions(ICalComponent* calendar, const QString& summary)
+{
+    QList<std::pair<QDateTime, QString>> found;
+    for (ICalComponent* event = i_cal_component_get_first_component(calendar, I_CAL_VEVENT_COMPONENT); event;
+         event = i_cal_component_get_next_component(calendar, I_CAL_VEVENT_COMPONENT)) {
+        if (QString::fromUtf8(i_cal_component_get_summary(event)) == summary) {
+            ICalTime* start = i_cal_component_get_dtstart(event);
+            QString rule;
+            if (ICalProperty* property = i_cal_component_get_first_property(event, I_CAL_RRULE_PROPERTY)) {
+                ICalRecurrence* recurrence = i_cal_property_get_rrule(property);
+                gchar* text = i_cal_recurrence_to_string(recurrence);
+                rule = QString::fromUtf8(text);
+                g_free(text);
+                g_object_unref(recurrence);
+                g_object_unref(property);
+            }
+            found.append(
+                {QDateTime::fromSecsSinceEpoch(i_cal_time_as_timet_with_zone(start, i_cal_time_get_timezone(start))),
+                    rule});
+            g_object_unref(start);
+        }
+        g_object_unref(event);
+    }
+    return found;
+}
+
+// The lines of the event of that summary that start with name, as the file has them.
+QStringList propertyLines(ICalComponent* calendar, const QString& summary, const QString& name)
+{
+    ICalComponent* event = eventNamed(calendar, summary);
+    if (!event)
+        return {};
+    gchar* text = i_cal_component_as_ical_string(event);
+    QStringList lines;
+    // Long lines are folded: a line break and a space go on within the same line.
+    const QString unfolded = QString::fromUtf8(text).remove(QStringLiteral("\r\n "));
+    for (const QString& line : unfolded.split(QStringLiteral("\r\n"))) {
+        if (line.startsWith(name + QLatin1Char(';')) || line.startsWith(name + QLatin1Char(':')))
+            lines.append(line);
+    }
+    g_free(text);
+    g_object_unref(event);
+    return lines;
+}
+
 } // namespace
 
 // A Google account's settings page, over the real server on a throwaway PostgreSQL and the
@@ -119,6 +165,67 @@ private Q_SLOTS:
         QCOMPARE(local->end, lunch.end);
         QCOMPARE(local->description, lunch.description);
         QVERIFY(!read(calendar, QStringLiteral("Later")));
+    }
+
+    // A repeating backend event with an occurrence among the chosen days leaves once, as the
+    // whole event from its first start with its rule, however long before the days it began; one
+    // with no occurrence among them stays out.
+    void repeatingBackendEventsLeaveWithTheirRule()
+    {
+        GoogleAccountFixture google;
+        QVERIFY(google.signIn().result);
+        const std::optional<UserEntity> user = google.app().services().tasksSession().user;
+        const DailyEventsController schedule(google.app().services(), user);
+        const QDate monday(2026, 3, 2);
+        const auto make = [&](const QString& title, const QDate& day, MeetRecurrenceFrequency frequency,
+                              const QSet<int>& weekdays) {
+            MeetDraft draft {title, {}, QDateTime(day, QTime(9, 0)), QDateTime(day, QTime(9, 30))};
+            draft.calendarIdentifier = RemoteEventRepositoryImpl::calendarIdentifier;
+            draft.recurrence = frequency;
+            draft.weekdays = weekdays;
+            return schedule.create(draft);
+        };
+        const MeetEntity standup
+            = make(QStringLiteral("Standup"), monday.addDays(-21), MeetRecurrenceFrequency::weekly, {2, 4});
+        QCOMPARE(standup.metSource, MeetSource::backend);
+        // Fridays only: none between the Sunday and the Tuesday.
+        make(QStringLiteral("Retro"), monday.addDays(-10), MeetRecurrenceFrequency::weekly, {6});
+        make(QStringLiteral("Closing"), monday.addDays(-30), MeetRecurrenceFrequency::monthly, {});
+        make(QStringLiteral("Backup"), monday.addDays(-400), MeetRecurrenceFrequency::daily, {});
+        // Wednesdays, from a Tuesday: the start is listed besides the rule.
+        make(QStringLiteral("Planning"), monday.addDays(1), MeetRecurrenceFrequency::weekly, {4});
+
+        DataSettingsView page(google.app().services());
+        page.findChild<QDateEdit*>(QStringLiteral("meetsFrom"))->setDate(monday.addDays(-1));
+        page.findChild<QDateEdit*>(QStringLiteral("meetsTo"))->setDate(monday.addDays(1));
+        QSignalSpy done(&page, &DataSettingsView::workFinished);
+        const QString path = google.app().directory() + QStringLiteral("/repeating.ics");
+        page.exportMeets(path);
+        QVERIFY(!done.isEmpty() || done.wait(60000));
+        QVERIFY2(done.constFirst().at(0).toBool(), qPrintable(done.constFirst().at(1).toString()));
+
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        ICalComponent* calendar = i_cal_component_new_from_string(file.readAll().constData());
+        QVERIFY(calendar);
+        const auto freeCalendar = qScopeGuard([calendar] { g_object_unref(calendar); });
+        using Read = QList<std::pair<QDateTime, QString>>;
+        QCOMPARE(repetitions(calendar, QStringLiteral("Standup")),
+            (Read {{standup.metDate, QStringLiteral("FREQ=WEEKLY;BYDAY=MO,WE")}}));
+        QCOMPARE(repetitions(calendar, QStringLiteral("Backup")),
+            (Read {{QDateTime(monday.addDays(-400), QTime(9, 0)), QStringLiteral("FREQ=DAILY")}}));
+        QCOMPARE(repetitions(calendar, QStringLiteral("Planning")),
+            (Read {{QDateTime(monday.addDays(1), QTime(9, 0)), QStringLiteral("FREQ=WEEKLY;BYDAY=WE")}}));
+        const QStringList extra = propertyLines(calendar, QStringLiteral("Planning"), QStringLiteral("RDATE"));
+        QCOMPARE(extra.size(), 1);
+        QVERIFY2(extra.constFirst().endsWith(QDateTime(monday.addDays(1), QTime(9, 0)).toString(u"yyyyMMdd'T'hhmmss"))
+                || extra.constFirst().endsWith(
+                    QDateTime(monday.addDays(1), QTime(9, 0)).toUTC().toString(u"yyyyMMdd'T'hhmmss'Z'")),
+            qPrintable(extra.constFirst()));
+        QVERIFY(propertyLines(calendar, QStringLiteral("Standup"), QStringLiteral("RDATE")).isEmpty());
+        QVERIFY(repetitions(calendar, QStringLiteral("Retro")).isEmpty());
+        // The 31st of January repeats on no day of early March.
+        QVERIFY(repetitions(calendar, QStringLiteral("Closing")).isEmpty());
     }
 };
 

@@ -1,6 +1,7 @@
 #include "meetings/repositories/remote/RemoteEventRepositoryImpl.h"
 
 #include "meetings/domain/MeetIdentity.h"
+#include "meetings/domain/MeetRepetition.h"
 #include "meetings/repositories/remote/RemoteEventRepositoryError.h"
 #include "networking/APIErrorMessageEnum.h"
 #include "wire/events/EventRequestDTO.h"
@@ -83,6 +84,12 @@ QSet<int> RemoteEventRepositoryImpl::weekdays(const QString& text)
     return days;
 }
 
+MeetColor RemoteEventRepositoryImpl::color() const
+{
+    const bool dark = appearanceIsDark && appearanceIsDark();
+    return {dark ? QStringLiteral("#4FA8AC") : QStringLiteral("#5CC2C6")};
+}
+
 MeetEntity RemoteEventRepositoryImpl::meet(const EventResponseDTO& event) const
 {
     MeetEntity meet;
@@ -91,8 +98,7 @@ MeetEntity RemoteEventRepositoryImpl::meet(const EventResponseDTO& event) const
     meet.metDate = event.evtSchedule;
     meet.metDescription = event.evtDescription;
     meet.metDuration = double(event.evtDurationMinutes) * 60;
-    const bool dark = appearanceIsDark && appearanceIsDark();
-    meet.metColor = {dark ? QStringLiteral("#4FA8AC") : QStringLiteral("#5CC2C6")};
+    meet.metColor = color();
     meet.metIsAllDay = false;
     meet.metCalendarName = QStringLiteral("Tolvane");
     meet.metCalendarIdentifier = calendarIdentifier;
@@ -127,9 +133,26 @@ QList<MeetEntity> RemoteEventRepositoryImpl::fetchMeets()
     const QList<EventResponseDTO> events = endpoint([&] { return client.get<QList<EventResponseDTO>>(eventsPath); });
     QList<MeetEntity> meets;
     meets.reserve(events.size());
-    for (const EventResponseDTO& event : events)
-        meets.append(meet(event));
+    for (const EventResponseDTO& event : events) {
+        const MeetEntity whole = meet(event);
+        if (!m_range || whole.metRecurrenceFrequency == MeetRecurrenceFrequency::none) {
+            meets.append(whole);
+            continue;
+        }
+        for (const QDateTime& start : MeetRepetition::starts(whole, m_range->from, m_range->to, m_range->zone))
+            meets.append(occurrence(whole, start));
+    }
     return meets;
+}
+
+MeetEntity RemoteEventRepositoryImpl::occurrence(const MeetEntity& event, const QDateTime& start)
+{
+    MeetEntity one = event;
+    if (start == event.metDate)
+        return one;
+    one.metDate = start;
+    one.metId = MeetIdentity::forOccurrence(event.metOriginalIdentifier, start);
+    return one;
 }
 
 MeetEntity RemoteEventRepositoryImpl::createMeet(const MeetDraft& draft)
@@ -141,10 +164,21 @@ MeetEntity RemoteEventRepositoryImpl::createMeet(const MeetDraft& draft)
 
 MeetEntity RemoteEventRepositoryImpl::updateMeet(const MeetEntity& existing, const MeetDraft& draft)
 {
-    const auto body = requestBody<EventRequestDTO>(draft, alarmIsArmed && alarmIsArmed(existing.metId));
-    return meet(endpoint([&] {
+    auto body = requestBody<EventRequestDTO>(draft, alarmIsArmed && alarmIsArmed(existing.metId));
+    // From an occurrence of a repetition that goes on repeating, the whole event moves by the
+    // occurrence's shift: editing next Tuesday's instance must not make it the first one. One
+    // that stops repeating becomes the meet the user was looking at.
+    std::optional<qint64> shift;
+    if (existing.metRecurrenceFrequency != MeetRecurrenceFrequency::none
+        && draft.recurrence != MeetRecurrenceFrequency::none) {
+        shift = existing.metDate.msecsTo(draft.start);
+        if (const std::optional<EventResponseDTO> stored = event(existing.metOriginalIdentifier))
+            body.evtSchedule = stored->evtSchedule.addMSecs(*shift);
+    }
+    const MeetEntity saved = meet(endpoint([&] {
         return client.put<EventResponseDTO>(eventsPath + QLatin1Char('/') + existing.metOriginalIdentifier, body);
     }));
+    return shift ? occurrence(saved, draft.start) : saved;
 }
 
 void RemoteEventRepositoryImpl::deleteMeet(const MeetEntity& existing)

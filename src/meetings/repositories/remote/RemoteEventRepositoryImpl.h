@@ -4,6 +4,8 @@
 #include "networking/APIClient.h"
 #include "wire/events/EventResponseDTO.h"
 
+#include <QTimeZone>
+
 #include <functional>
 #include <optional>
 
@@ -22,13 +24,29 @@ public:
     explicit RemoteEventRepositoryImpl(
         APIClient client, AppearanceIsDark appearanceIsDark = {}, AlarmIsArmed alarmIsArmed = {});
 
-    // Every event of the user: the backend takes no range.
+    // The days the meets are read for. A repeating event then reads as its occurrences that
+    // overlap [from, to), on the wall clock of zone; without a range, as itself at its start.
+    struct Range {
+        QDateTime from;
+        QDateTime to;
+        QTimeZone zone;
+    };
+    void setRange(std::optional<Range> range) { m_range = std::move(range); }
+
+    // Every event of the user (the backend takes no range), expanded within the range if set.
     QList<MeetEntity> fetchMeets() override;
     MeetEntity createMeet(const MeetDraft& draft) override;
+    // The backend keeps no exceptions to a repetition: a change made from one occurrence is made
+    // to the whole event, moved by as much as that occurrence was.
     MeetEntity updateMeet(const MeetEntity& meet, const MeetDraft& draft) override;
     void deleteMeet(const MeetEntity& meet) override;
 
     MeetEntity meet(const EventResponseDTO& event) const;
+    // What every backend meet is drawn in, by the appearance.
+    MeetColor color() const;
+    // The occurrence of a repeating event's meet at start. The one at the event's own start keeps
+    // the event's identity; every other has its own, so that each may have its alarm.
+    static MeetEntity occurrence(const MeetEntity& event, const QDateTime& start);
 
     // The event as the backend keeps it now; none when it has no event of that identifier.
     std::optional<EventResponseDTO> event(const QString& evtId);
@@ -47,4 +65,5 @@ private:
     APIClient client;
     AppearanceIsDark appearanceIsDark;
     AlarmIsArmed alarmIsArmed;
+    std::optional<Range> m_range;
 };
