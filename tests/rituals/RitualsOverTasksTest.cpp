@@ -230,7 +230,7 @@ private Q_SLOTS:
         QCOMPARE(taskTitles(errands), QStringList({"buy milk"}));
         QCOMPARE(taskTitles(chores), QStringList());
 
-        const QuickAdd::Outcome preferred = QuickAdd::add(*apps, user, QStringLiteral("send invoice"), work.prjId);
+        const QuickAdd::Outcome preferred = QuickAdd::add(*apps, user, QStringLiteral("send invoice"), {work.prjId});
         QCOMPARE(preferred.notice, QStringLiteral("Added \u201csend invoice\u201d to Work / Inbox."));
         QCOMPARE(taskTitles(inbox), QStringList({"send invoice"}));
     }
@@ -258,7 +258,7 @@ private Q_SLOTS:
 
         // A list names its project; the rule and the reminder go to the store with the task.
         const QuickAdd::Outcome standup = QuickAdd::add(*apps, user,
-            QStringLiteral("Standup every weekday at 9:30 /inbox remind me 10m before"), home.prjId, monday);
+            QStringLiteral("Standup every weekday at 9:30 /inbox remind me 10m before"), {home.prjId}, monday);
         QVERIFY2(standup.added, qPrintable(standup.notice));
         QCOMPARE(standup.notice, QStringLiteral("Added \u201cStandup\u201d to Side Work / Inbox."));
         QCOMPARE(standup.task->talId, inbox.talId);

@@ -53,3 +53,8 @@ LoginResultEntity GoogleAccountFixture::signIn()
 {
     return m_app->services().loginApplication().signInWithGoogle(nullptr);
 }
+
+AppFixture::Tasks GoogleAccountFixture::signedInTasks()
+{
+    return {m_app->signedInTasks().applications, backendUser()};
+}
