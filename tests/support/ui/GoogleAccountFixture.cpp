@@ -53,8 +53,3 @@ LoginResultEntity GoogleAccountFixture::signIn()
 {
     return m_app->services().loginApplication().signInWithGoogle(nullptr);
 }
-
-AppFixture::Tasks GoogleAccountFixture::signedInTasks()
-{
-    return {m_app->signedInTasks().applications, backendUser()};
-}

@@ -31,8 +31,6 @@ public:
 
     // Signs in through the browser and registers the user, as the account chip does.
     LoginResultEntity signIn();
-    // The account's task use cases, with its id on the server.
-    AppFixture::Tasks signedInTasks();
 
 private:
     std::shared_ptr<SettableClock> m_clock;
