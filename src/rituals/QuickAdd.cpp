@@ -85,12 +85,19 @@ Outcome add(const TasksApplicationFactory::Applications& applications, const QUu
         return failed(qtTrId("quick-add-no-project").arg(text));
     }
 
-    // By name the open project wins over another of the same name.
+    // Of several projects of the same name, one that has the list named, and the open one first.
+    const auto hasNamedList = [&known, &fields](const ProjectEntity& candidate) {
+        const QList<TaskListEntity> lists = known.lists.value(candidate.prjId);
+        return fields.list.isEmpty()
+            || std::any_of(lists.cbegin(), lists.cend(),
+                [&fields](const TaskListEntity& list) { return list.talName == fields.list; });
+    };
     ProjectEntity project = known.projects.constFirst();
     bool projectFound = false;
     for (const ProjectEntity& candidate : known.projects) {
         const bool isOpen = candidate.prjId == open.projectId;
-        if (fields.project.isEmpty() ? isOpen : candidate.prjName == fields.project && (!projectFound || isOpen)) {
+        const bool named = candidate.prjName == fields.project && hasNamedList(candidate);
+        if (fields.project.isEmpty() ? isOpen : named && (!projectFound || isOpen)) {
             project = candidate;
             projectFound = true;
             if (isOpen)

@@ -235,6 +235,27 @@ private Q_SLOTS:
         QCOMPARE(taskTitles(inbox), QStringList({"send invoice"}));
     }
 
+    void shouldQuickAddIntoTheRightOneOfProjectsNamedAlike()
+    {
+        const ProjectEntity first = addProject(QStringLiteral("Home"));
+        const TaskListEntity inbox = addList(first, QStringLiteral("Inbox"), true);
+        const ProjectEntity second = addProject(QStringLiteral("Home"));
+        const TaskListEntity chores = addList(second, QStringLiteral("Chores"), true);
+        const TaskListEntity garden = addList(second, QStringLiteral("Garden"), false);
+        const QuickAdd::OpenPlace open {second.prjId, garden.talId};
+
+        QVERIFY(QuickAdd::add(*apps, user, QStringLiteral("rake leaves"), open).added);
+        QVERIFY(QuickAdd::add(*apps, user, QStringLiteral("fix the gate #Home"), open).added);
+        // Only the other Home has an Inbox: the line goes there rather than to a list it did not name.
+        QVERIFY(QuickAdd::add(*apps, user, QStringLiteral("post the letter #Home /inbox"), open).added);
+        QVERIFY(QuickAdd::add(*apps, user, QStringLiteral("read the mail /inbox"), open).added);
+        QCOMPARE(taskTitles(garden), QStringList({"rake leaves"}));
+        QCOMPARE(taskTitles(chores), QStringList({"fix the gate"}));
+        QStringList inInbox = taskTitles(inbox);
+        inInbox.sort();
+        QCOMPARE(inInbox, QStringList({"post the letter", "read the mail"}));
+    }
+
     void shouldQuickAddWhereTheLineSays()
     {
         const ProjectEntity home = addProject(QStringLiteral("Home"));

@@ -28,8 +28,6 @@ public:
     {
     }
 
-    int patience() const { return m_patience; }
-
     // Builds and shows the window over services, unless one is up already.
     MainWindow* show(const AppServices& services) const;
     // The projects workspace in front, read to the end.
