@@ -171,9 +171,10 @@ void MainWindow::showQuickAdd()
                 projects->reload();
         });
     }
-    // A line without a #Project goes to the project open in the workspace, as if typed there.
+    // A line that names no project goes where the workspace stands, as if typed there.
     const auto* projects = qobject_cast<ProjectsView*>(m_contentView->screen(SidebarItemEnum::projects));
-    m_quickAdd->setPreferredProject(projects ? projects->openProjectId() : QUuid());
+    m_quickAdd->setOpenPlace(
+        projects ? QuickAdd::OpenPlace {projects->openProjectId(), projects->openListId()} : QuickAdd::OpenPlace {});
     m_quickAdd->show();
     m_quickAdd->raise();
     m_quickAdd->activateWindow();

@@ -451,7 +451,8 @@ private:
                           }};
     }
 
-    // "/List": among the chosen project's lists, or every project's when none is chosen.
+    // "/List": among the chosen project's lists; with none chosen, among the open project's
+    // lists, then every project's.
     std::optional<Candidate> list(int i)
     {
         const QString first = word(i);
@@ -461,14 +462,24 @@ private:
             return std::nullopt;
         std::optional<std::pair<QString, int>> best;
         QString owner;
-        for (const ProjectNames& project : m_options.projects) {
-            if (!m_fields.project.isEmpty() && project.name != m_fields.project)
-                continue;
-            const std::optional<std::pair<QString, int>> found = longestName(i, QLatin1Char('/'), project.lists);
-            if (found && (!best || found->second > best->second)) {
-                best = found;
-                owner = project.name;
+        const auto lookIn = [&](const QString& only) {
+            for (const ProjectNames& project : m_options.projects) {
+                if (!only.isEmpty() && project.name != only)
+                    continue;
+                const std::optional<std::pair<QString, int>> found = longestName(i, QLatin1Char('/'), project.lists);
+                if (found && (!best || found->second > best->second)) {
+                    best = found;
+                    owner = project.name;
+                }
             }
+        };
+        if (!m_fields.project.isEmpty())
+            lookIn(m_fields.project);
+        else {
+            if (!m_options.openProject.isEmpty())
+                lookIn(m_options.openProject);
+            if (!best)
+                lookIn({});
         }
         if (!best) {
             if (m_fields.unknownList.isEmpty())

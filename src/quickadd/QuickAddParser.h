@@ -52,6 +52,9 @@ struct Options {
     // The reference instant, in the local zone: "today" and "tomorrow" are read from it.
     QDateTime now = QDateTime::currentDateTime();
     QList<ProjectNames> projects;
+    // The project open where the line is typed, by name: a /List without a #Project is looked
+    // for among its lists before the others'.
+    QString openProject;
     // Phrases the user took back: no phrase overlapping one of them is recognised again, so
     // their words stay in the title. Matched by place and text, so a change elsewhere in the
     // line keeps them; one whose text moved no longer applies.

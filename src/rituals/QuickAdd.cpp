@@ -1,5 +1,7 @@
 #include "rituals/QuickAdd.h"
 
+#include <algorithm>
+
 namespace QuickAdd {
 
 namespace {
@@ -28,6 +30,15 @@ QList<QuickAddParser::ProjectNames> Catalogue::names() const
     return names;
 }
 
+QString Catalogue::nameOf(const QUuid& projectId) const
+{
+    for (const ProjectEntity& project : projects) {
+        if (project.prjId == projectId)
+            return project.prjName;
+    }
+    return {};
+}
+
 Catalogue catalogue(const TasksApplicationFactory::Applications& applications, const QUuid& userId)
 {
     Catalogue catalogue;
@@ -49,7 +60,7 @@ Catalogue catalogue(const TasksApplicationFactory::Applications& applications, c
 }
 
 Outcome add(const TasksApplicationFactory::Applications& applications, const QUuid& userId, const QString& text,
-    const QUuid& preferredProjectId, QuickAddParser::Options options)
+    const OpenPlace& open, QuickAddParser::Options options)
 {
     const Catalogue known = catalogue(applications, userId);
     if (!known.failure.isEmpty()) {
@@ -57,6 +68,7 @@ Outcome add(const TasksApplicationFactory::Applications& applications, const QUu
         return failed(qtTrId("quick-add-failed").arg(text, known.failure));
     }
     options.projects = known.names();
+    options.openProject = known.nameOf(open.projectId);
     const QuickAddParser::Fields fields = QuickAddParser::parse(text, options);
     if (fields.title.isEmpty()) {
         // clang-format off
@@ -73,11 +85,23 @@ Outcome add(const TasksApplicationFactory::Applications& applications, const QUu
         return failed(qtTrId("quick-add-no-project").arg(text));
     }
 
+    // Of several projects of the same name, one that has the list named, and the open one first.
+    const auto hasNamedList = [&known, &fields](const ProjectEntity& candidate) {
+        const QList<TaskListEntity> lists = known.lists.value(candidate.prjId);
+        return fields.list.isEmpty()
+            || std::any_of(lists.cbegin(), lists.cend(),
+                [&fields](const TaskListEntity& list) { return list.talName == fields.list; });
+    };
     ProjectEntity project = known.projects.constFirst();
+    bool projectFound = false;
     for (const ProjectEntity& candidate : known.projects) {
-        if (fields.project.isEmpty() ? candidate.prjId == preferredProjectId : candidate.prjName == fields.project) {
+        const bool isOpen = candidate.prjId == open.projectId;
+        const bool named = candidate.prjName == fields.project && hasNamedList(candidate);
+        if (fields.project.isEmpty() ? isOpen : named && (!projectFound || isOpen)) {
             project = candidate;
-            break;
+            projectFound = true;
+            if (isOpen)
+                break;
         }
     }
     if (!fields.unknownList.isEmpty()) {
@@ -89,13 +113,20 @@ Outcome add(const TasksApplicationFactory::Applications& applications, const QUu
         //% "The task “%1” was not added: the project “%2” has no task list."
         return failed(qtTrId("quick-add-no-list").arg(text, project.prjName));
     }
-    TaskListEntity list = lists.constFirst();
-    for (const TaskListEntity& candidate : lists) {
-        if (fields.list.isEmpty() ? candidate.talIsDefault : candidate.talName == fields.list) {
-            list = candidate;
-            break;
-        }
-    }
+    const auto firstList = [&lists](const auto& matches) {
+        const auto found = std::find_if(lists.cbegin(), lists.cend(), matches);
+        return found == lists.cend() ? std::optional<TaskListEntity>() : std::optional<TaskListEntity>(*found);
+    };
+    std::optional<TaskListEntity> chosen;
+    if (!fields.list.isEmpty())
+        chosen = firstList([&fields](const TaskListEntity& list) { return list.talName == fields.list; });
+    // The list open counts only for a line that names no place at all: "#Work" alone means
+    // Work's default list even with another of Work's lists open.
+    if (!chosen && fields.project.isEmpty() && project.prjId == open.projectId && !open.listId.isNull())
+        chosen = firstList([&open](const TaskListEntity& list) { return list.talId == open.listId; });
+    if (!chosen && fields.list.isEmpty())
+        chosen = firstList([](const TaskListEntity& list) { return list.talIsDefault; });
+    const TaskListEntity list = chosen.value_or(lists.constFirst());
 
     TaskEntity task;
     task.prjId = project.prjId;

@@ -21,6 +21,8 @@ struct Catalogue {
     QString failure;
 
     QList<QuickAddParser::ProjectNames> names() const;
+    // Empty for a project the user does not have (or no longer has).
+    QString nameOf(const QUuid& projectId) const;
 };
 
 // Blocking: reads every project's lists.
@@ -34,12 +36,21 @@ struct Outcome {
     std::optional<TaskEntity> task;
 };
 
-// Adds the task that text describes. Without a #Project it goes to preferredProjectId when the
-// user has it, else to the user's first project; without a /List, to the project's default list
-// (or, with none marked, its first). A #Project or /List that the user does not have, or a line
-// with nothing left for a title, adds nothing and says why. options.projects is filled in here;
-// its reference time and taken-back phrases are used as given.
+// What the user has open where the line is typed: a project, and maybe one of its lists.
+struct OpenPlace {
+    QUuid projectId;
+    QUuid listId;
+};
+
+// Adds the task that text describes. A line that names neither project nor list goes to the list
+// open, else to the open project's default list, else to the first project's. A /List alone is
+// one of the open project's lists when it has one of that name, else the list of that name in
+// another project; a #Project goes to that project's default list unless a /List follows. A
+// project's default list is the one marked so, or with none marked its first. A #Project or /List
+// that the user does not have, or a line with nothing left for a title, adds nothing and says
+// why. options.projects and options.openProject are filled in here; its reference time and
+// taken-back phrases are used as given.
 Outcome add(const TasksApplicationFactory::Applications& applications, const QUuid& userId, const QString& text,
-    const QUuid& preferredProjectId = {}, QuickAddParser::Options options = {});
+    const OpenPlace& open = {}, QuickAddParser::Options options = {});
 
 } // namespace QuickAdd

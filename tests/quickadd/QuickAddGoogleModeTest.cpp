@@ -1,7 +1,9 @@
 #include "MainWindow.h"
+#include "screens/projects/ProjectsView.h"
 #include "screens/quickadd/QuickAddView.h"
 #include "support/TestMain.h"
 #include "support/ui/GoogleAccountFixture.h"
+#include "support/ui/WindowSteps.h"
 
 #include <QLineEdit>
 #include <QWidget>
@@ -15,6 +17,17 @@ class QuickAddGoogleModeTest : public QObject {
 
     std::unique_ptr<GoogleAccountFixture> google;
     std::unique_ptr<MainWindow> window;
+    WindowSteps steps {window, 15000};
+
+    QuickAddView* pressCtrlN()
+    {
+        steps.activate();
+        QTest::keyClick(window.get(), Qt::Key_N, Qt::ControlModifier);
+        QuickAddView* view = nullptr;
+        if (!QTest::qWaitFor([&] { return (view = window->findChild<QuickAddView*>()) && view->isReady(); }, 15000))
+            throw std::runtime_error("the quick add never read the projects");
+        return view;
+    }
 
 private Q_SLOTS:
     void init() { google = std::make_unique<GoogleAccountFixture>(); }
@@ -29,25 +42,18 @@ private Q_SLOTS:
     {
         const LoginResultEntity signedIn = google->signIn();
         QVERIFY2(signedIn.result, qPrintable(signedIn.firstMessage().value_or(QString())));
-        const auto apps
-            = *google->app().services().tasksApplications(true).dataAs<TasksApplicationFactory::Applications>();
-        const TaskResultEntity garden
-            = apps.projects.create({.prjUserId = google->backendUser(), .prjName = QStringLiteral("Huerto")});
-        QVERIFY(garden.result);
-        const QUuid gardenId = garden.dataAs<ProjectEntity>()->prjId;
+        const auto apps = google->app().signedInTasks().applications;
+        const QUuid user = google->backendUser();
+        const QUuid gardenId
+            = stored<ProjectEntity>(apps.projects.create({.prjUserId = user, .prjName = QStringLiteral("Huerto")}))
+                  .prjId;
         QVERIFY(apps.taskLists.create({.prjId = gardenId, .talName = QStringLiteral("Riego"), .talIsDefault = true})
                     .result);
-        const TaskResultEntity seeds
-            = apps.taskLists.create({.prjId = gardenId, .talName = QStringLiteral("Semillas"), .talIsDefault = false});
-        QVERIFY(seeds.result);
+        const auto seeds = stored<TaskListEntity>(
+            apps.taskLists.create({.prjId = gardenId, .talName = QStringLiteral("Semillas"), .talIsDefault = false}));
 
-        window = std::make_unique<MainWindow>(google->app().services());
-        window->show();
-        window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(window.get()));
-        QTest::keyClick(window.get(), Qt::Key_N, Qt::ControlModifier);
-        QuickAddView* view = nullptr;
-        QTRY_VERIFY_WITH_TIMEOUT((view = window->findChild<QuickAddView*>()) && view->isReady(), 15000);
+        steps.show(google->app().services());
+        QuickAddView* view = pressCtrlN();
         auto* field = view->findChild<QLineEdit*>(QStringLiteral("quickAddField"));
         const QDate before = QDate::currentDate();
         QTest::keyClicks(field, QStringLiteral("Sembrar tomates pasado manana #huerto /semillas !2"));
@@ -57,13 +63,26 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(window->findChild<QuickAddView*>() == nullptr, 15000);
         const QDate after = QDate::currentDate();
 
-        const TaskResultEntity listed = apps.tasks.list(seeds.dataAs<TaskListEntity>()->talId);
-        QVERIFY(listed.result);
-        const QList<TaskEntity> stored = *listed.dataAs<QList<TaskEntity>>();
+        const QList<TaskEntity> stored = ::stored<QList<TaskEntity>>(apps.tasks.list(seeds.talId));
         QCOMPARE(stored.size(), 1);
         QCOMPARE(stored.constFirst().tasTitle, QStringLiteral("Sembrar tomates"));
         QVERIFY(stored.constFirst().dueDay() == before.addDays(2) || stored.constFirst().dueDay() == after.addDays(2));
         QCOMPARE(stored.constFirst().tasEisenhowerTag, EisenhowerTagEnum::planning);
+
+        // With the list open in the workspace, a line that names no place goes there.
+        ProjectsView* projects = steps.openProjects(google->app().services());
+        steps.openList(QStringLiteral("Semillas"));
+        QCOMPARE(projects->openListId(), seeds.talId);
+        view = pressCtrlN();
+        QTest::keyClicks(view->findChild<QLineEdit*>(QStringLiteral("quickAddField")), QStringLiteral("Comprar abono"));
+        QTest::keyClick(view->findChild<QLineEdit*>(QStringLiteral("quickAddField")), Qt::Key_Return);
+        QTRY_VERIFY_WITH_TIMEOUT(window->findChild<QuickAddView*>() == nullptr, 15000);
+        QStringList titles;
+        for (const TaskEntity& task : ::stored<QList<TaskEntity>>(apps.tasks.list(seeds.talId)))
+            titles.append(task.tasTitle);
+        titles.sort();
+        QCOMPARE(titles, QStringList({"Comprar abono", "Sembrar tomates"}));
+        steps.waitFor(QStringLiteral("task:Comprar abono"));
     }
 };
 

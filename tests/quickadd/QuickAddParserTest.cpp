@@ -328,6 +328,25 @@ private Q_SLOTS:
         QCOMPARE(fields.unknownProject + fields.unknownList, unknown);
     }
 
+    void shouldLookForAListInTheOpenProjectFirst()
+    {
+        Options shared = options();
+        shared.projects = {{QStringLiteral("Home"), {QStringLiteral("Inbox"), QStringLiteral("Errands")}},
+            {QStringLiteral("Work"), {QStringLiteral("Calls"), QStringLiteral("Inbox")}}};
+        const auto placeOf = [&shared](const QString& text) {
+            const Fields fields = parse(text, shared);
+            return fields.project + QLatin1Char('/') + fields.list;
+        };
+
+        QCOMPARE(placeOf(QStringLiteral("Sort mail /inbox")), QStringLiteral("Home/Inbox"));
+        shared.openProject = QStringLiteral("Work");
+        QCOMPARE(placeOf(QStringLiteral("Sort mail /inbox")), QStringLiteral("Work/Inbox"));
+        // A list the open project lacks is still found elsewhere, and a #Project still decides.
+        QCOMPARE(placeOf(QStringLiteral("Buy soap /errands")), QStringLiteral("Home/Errands"));
+        QCOMPARE(placeOf(QStringLiteral("Sort mail /inbox #Home")), QStringLiteral("Home/Inbox"));
+        QCOMPARE(placeOf(QStringLiteral("Sort mail")), QStringLiteral("/"));
+    }
+
     void shouldPlaceEachPhraseInTheTypedText()
     {
         const QString text = QStringLiteral("Llamar  mañana a las 9 #Home");

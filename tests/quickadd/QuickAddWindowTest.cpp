@@ -1,15 +1,14 @@
 #include "ContentView.h"
 #include "MainWindow.h"
-#include "screens/common/InlineAddRowView.h"
 #include "screens/projects/ProjectsView.h"
 #include "screens/quickadd/QuickAddView.h"
 #include "support/TestMain.h"
 #include "support/ui/AppFixture.h"
+#include "support/ui/WindowSteps.h"
 
 #include <QAbstractItemView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QStatusBar>
 #include <QToolButton>
 #include <QTranslator>
@@ -23,51 +22,45 @@ class QuickAddWindowTest : public QObject {
 
     std::unique_ptr<AppFixture> app;
     std::unique_ptr<MainWindow> window;
-    std::optional<TasksApplicationFactory::Applications> apps;
+    WindowSteps steps {window, 10000};
+    std::optional<AppFixture::Tasks> tasks;
     QTranslator english;
-    QUuid userId;
 
     ProjectEntity addProject(const QString& name)
     {
-        const TaskResultEntity created = apps->projects.create({.prjUserId = userId, .prjName = name});
-        if (!created.result)
-            throw std::runtime_error("project not created");
-        return *created.dataAs<ProjectEntity>();
+        return stored<ProjectEntity>(
+            tasks->applications.projects.create({.prjUserId = tasks->userId, .prjName = name}));
     }
 
     TaskListEntity addList(const ProjectEntity& project, const QString& name, bool isDefault)
     {
-        const TaskResultEntity created
-            = apps->taskLists.create({.prjId = project.prjId, .talName = name, .talIsDefault = isDefault});
-        if (!created.result)
-            throw std::runtime_error("list not created");
-        return *created.dataAs<TaskListEntity>();
+        return stored<TaskListEntity>(
+            tasks->applications.taskLists.create({.prjId = project.prjId, .talName = name, .talIsDefault = isDefault}));
     }
 
     QList<TaskEntity> tasksOf(const TaskListEntity& list) const
     {
-        return *apps->tasks.list(list.talId).dataAs<QList<TaskEntity>>();
-    }
-
-    template <typename T = QWidget> T* waitFor(QObject* parent, const QString& objectName)
-    {
-        T* found = nullptr;
-        if (!QTest::qWaitFor([&] { return (found = parent->findChild<T*>(objectName)) != nullptr; }, 10000))
-            throw std::runtime_error("nothing named " + objectName.toStdString() + " showed up");
-        return found;
+        return stored<QList<TaskEntity>>(tasks->applications.tasks.list(list.talId));
     }
 
     // Ctrl+N as the keyboard sends it, to the active window.
     QuickAddView* pressCtrlN()
     {
-        window->activateWindow();
-        if (!QTest::qWaitForWindowActive(window.get()))
-            throw std::runtime_error("the window never became active");
+        steps.activate();
         QTest::keyClick(window.get(), Qt::Key_N, Qt::ControlModifier);
-        auto* view = waitFor<QuickAddView>(window.get(), QStringLiteral("quickAddView"));
+        auto* view = steps.waitFor<QuickAddView>(QStringLiteral("quickAddView"));
         if (!QTest::qWaitFor([view] { return view->isReady() && view->isVisible(); }, 10000))
             throw std::runtime_error("the quick add never read the projects");
         return view;
+    }
+
+    // A line typed into Ctrl+N's window and saved with Enter.
+    void quickAdd(const QString& line)
+    {
+        QuickAddView* view = pressCtrlN();
+        QTest::keyClicks(fieldOf(view), line);
+        QTest::keyClick(fieldOf(view), Qt::Key_Return);
+        QTRY_VERIFY_WITH_TIMEOUT(window->findChild<QuickAddView*>() == nullptr, 10000);
     }
 
     static QLineEdit* fieldOf(QuickAddView* view)
@@ -108,16 +101,14 @@ private Q_SLOTS:
     {
         app = std::make_unique<AppFixture>();
         app->storeLocalUser();
-        apps = *app->services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
-        userId = QUuid::fromString(app->services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrId);
-        window = std::make_unique<MainWindow>(app->services());
-        window->show();
+        tasks = app->signedInTasks();
+        steps.show(app->services());
     }
 
     void cleanup()
     {
         window.reset();
-        apps.reset();
+        tasks.reset();
         app.reset();
     }
 
@@ -162,11 +153,8 @@ private Q_SLOTS:
         addList(work, QStringLiteral("Inbox"), true);
 
         // The list is open in the workspace: the task shows up there once saved.
-        window->contentView()->select(SidebarItemEnum::projects);
-        auto* projects = waitFor<ProjectsView>(window.get(), QStringLiteral("projectsView"));
-        QTRY_VERIFY_WITH_TIMEOUT(!projects->isLoading(), 10000);
-        QTest::mouseClick(waitFor(window.get(), QStringLiteral("list:Chores")), Qt::LeftButton);
-        QTRY_COMPARE(waitFor<QLabel>(window.get(), QStringLiteral("detailTitle"))->text(), QStringLiteral("Chores"));
+        steps.openProjects(app->services());
+        steps.openList(QStringLiteral("Chores"));
 
         const QDate before = QDate::currentDate();
         QuickAddView* view = pressCtrlN();
@@ -189,53 +177,71 @@ private Q_SLOTS:
         QCOMPARE(stored.constFirst().tasEisenhowerTag, EisenhowerTagEnum::doIt);
         QCOMPARE(tasksOf(errands).size(), 0);
         QCOMPARE(window->statusBar()->currentMessage(), QStringLiteral("Added \u201cPay rent\u201d to Home / Chores."));
-        waitFor(window.get(), QStringLiteral("task:Pay rent"));
+        steps.waitFor(QStringLiteral("task:Pay rent"));
     }
 
-    void shouldFileALineWithoutAProjectInTheOneOpen()
+    void shouldFileALineWithoutAPlaceWhereTheWorkspaceStands()
     {
         const ProjectEntity home = addProject(QStringLiteral("Home"));
         const TaskListEntity errands = addList(home, QStringLiteral("Errands"), true);
+        const TaskListEntity homeCalls = addList(home, QStringLiteral("Calls"), false);
         const ProjectEntity work = addProject(QStringLiteral("Work"));
         const TaskListEntity calls = addList(work, QStringLiteral("Calls"), false);
         const TaskListEntity inbox = addList(work, QStringLiteral("Inbox"), true);
-        const auto add = [this](const QString& line) {
-            QuickAddView* view = pressCtrlN();
-            QTest::keyClicks(fieldOf(view), line);
-            QTest::keyClick(fieldOf(view), Qt::Key_Return);
-            QTRY_VERIFY_WITH_TIMEOUT(window->findChild<QuickAddView*>() == nullptr, 10000);
+        const auto titlesOf = [this](const TaskListEntity& list) {
+            QStringList titles;
+            for (const TaskEntity& task : tasksOf(list))
+                titles.append(task.tasTitle);
+            titles.sort();
+            return titles;
         };
 
-        // Nothing open yet: the first project.
-        add(QStringLiteral("Water the ferns"));
-        QCOMPARE(tasksOf(errands).size(), 1);
+        // Nothing open yet: the first project's default list.
+        quickAdd(QStringLiteral("Water the ferns"));
+        QCOMPARE(titlesOf(errands), QStringList({"Water the ferns"}));
 
-        window->contentView()->select(SidebarItemEnum::projects);
-        auto* projects = waitFor<ProjectsView>(window.get(), QStringLiteral("projectsView"));
-        QTRY_VERIFY_WITH_TIMEOUT(!projects->isLoading(), 10000);
-        QTest::mouseClick(waitFor(window.get(), QStringLiteral("list:Calls")), Qt::LeftButton);
-        QTRY_COMPARE(waitFor<QLabel>(window.get(), QStringLiteral("detailTitle"))->text(), QStringLiteral("Calls"));
-        add(QStringLiteral("Ring Bea tomorrow"));
-        // The open project's default list, as a #Work would have filed it.
-        QCOMPARE(tasksOf(inbox).size(), 1);
-        QCOMPARE(tasksOf(inbox).constFirst().tasTitle, QStringLiteral("Ring Bea"));
-        QCOMPARE(window->statusBar()->currentMessage(), QStringLiteral("Added \u201cRing Bea\u201d to Work / Inbox."));
-        // A #Project typed still wins over the one open.
-        add(QStringLiteral("Buy stamps #Home"));
-        QCOMPARE(tasksOf(errands).size(), 2);
+        // A /List alone is the open project's, though the first project has one of that name too.
+        ProjectsView* projects = steps.openProjects(app->services());
+        steps.openList(QStringLiteral("Inbox"));
+        quickAdd(QStringLiteral("Ring the bank /calls"));
+        QCOMPARE(titlesOf(calls), QStringList({"Ring the bank"}));
+        QCOMPARE(titlesOf(homeCalls), QStringList());
+        QCOMPARE(
+            window->statusBar()->currentMessage(), QStringLiteral("Added \u201cRing the bank\u201d to Work / Calls."));
 
-        // With another workspace in front, the project left open there still counts.
+        // Neither #Project nor /List: the list open, and the task shows there.
+        steps.openList(QStringLiteral("Calls"), steps.waitFor(QStringLiteral("project:Work")));
+        QCOMPARE(projects->openListId(), calls.talId);
+        quickAdd(QStringLiteral("Ring Bea tomorrow"));
+        QCOMPARE(titlesOf(calls), QStringList({"Ring Bea", "Ring the bank"}));
+        QCOMPARE(window->statusBar()->currentMessage(), QStringLiteral("Added \u201cRing Bea\u201d to Work / Calls."));
+        steps.waitFor(QStringLiteral("task:Ring Bea"));
+        // A #Project alone is that project's default list, even the open project's.
+        quickAdd(QStringLiteral("Book a room #Work"));
+        QCOMPARE(titlesOf(inbox), QStringList({"Book a room"}));
+        quickAdd(QStringLiteral("Buy stamps #Home"));
+        QCOMPARE(titlesOf(errands), QStringList({"Buy stamps", "Water the ferns"}));
+
+        // With another workspace in front, the list left open there still counts.
         window->contentView()->select(SidebarItemEnum::bitacora);
-        add(QStringLiteral("Send the invoice"));
-        QCOMPARE(tasksOf(inbox).size(), 2);
+        quickAdd(QStringLiteral("Send the invoice"));
+        QCOMPARE(titlesOf(calls), QStringList({"Ring Bea", "Ring the bank", "Send the invoice"}));
+
+        // A project's overview open: its default list.
+        window->contentView()->select(SidebarItemEnum::projects);
+        QTest::mouseClick(
+            steps.waitFor(QStringLiteral("project:Work"))->findChild<QWidget*>(QStringLiteral("projectHeader")),
+            Qt::LeftButton);
+        QTRY_VERIFY(projects->openListId().isNull() && projects->openProjectId() == work.prjId);
+        quickAdd(QStringLiteral("Order toner"));
+        QCOMPARE(titlesOf(inbox), QStringList({"Book a room", "Order toner"}));
 
         // "Today" open: no project is, so the first one again.
-        window->contentView()->select(SidebarItemEnum::projects);
-        QTest::mouseClick(waitFor(window.get(), QStringLiteral("dayView:today")), Qt::LeftButton);
+        QTest::mouseClick(steps.waitFor(QStringLiteral("dayView:today")), Qt::LeftButton);
         QTRY_VERIFY(projects->openProjectId().isNull());
-        add(QStringLiteral("Fix the tap"));
-        QCOMPARE(tasksOf(errands).size(), 3);
-        QCOMPARE(tasksOf(calls).size(), 0);
+        quickAdd(QStringLiteral("Fix the tap"));
+        QCOMPARE(titlesOf(errands), QStringList({"Buy stamps", "Fix the tap", "Water the ferns"}));
+        QCOMPARE(titlesOf(homeCalls), QStringList());
     }
 
     void shouldKeepTheLineWhenTheTaskCannotBeAdded()
@@ -281,19 +287,12 @@ private Q_SLOTS:
     {
         const ProjectEntity home = addProject(QStringLiteral("Home"));
         const TaskListEntity errands = addList(home, QStringLiteral("Errands"), true);
-        window->contentView()->select(SidebarItemEnum::projects);
-        auto* projects = waitFor<ProjectsView>(window.get(), QStringLiteral("projectsView"));
-        QTRY_VERIFY_WITH_TIMEOUT(!projects->isLoading(), 10000);
-        QTest::mouseClick(waitFor(window.get(), QStringLiteral("list:Errands")), Qt::LeftButton);
-        QTRY_COMPARE(waitFor<QLabel>(window.get(), QStringLiteral("detailTitle"))->text(), QStringLiteral("Errands"));
+        steps.openProjects(app->services());
+        steps.openList(QStringLiteral("Errands"));
 
         const QDate before = QDate::currentDate();
-        auto* row = waitFor<InlineAddRowView>(window.get(), QStringLiteral("inlineAdd:tasks-add-button"));
-        row->findChild<QPushButton*>()->click();
-        QLineEdit* field = row->findChild<QLineEdit*>();
-        QTest::keyClicks(field, QStringLiteral("Pay rent tomorrow !1"));
-        QTest::keyClick(field, Qt::Key_Return);
-        waitFor(window.get(), QStringLiteral("task:Pay rent"));
+        steps.addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Pay rent tomorrow !1"));
+        steps.waitFor(QStringLiteral("task:Pay rent"));
         const QDate after = QDate::currentDate();
 
         const QList<TaskEntity> stored = tasksOf(errands);

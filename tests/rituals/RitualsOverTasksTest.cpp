@@ -230,9 +230,30 @@ private Q_SLOTS:
         QCOMPARE(taskTitles(errands), QStringList({"buy milk"}));
         QCOMPARE(taskTitles(chores), QStringList());
 
-        const QuickAdd::Outcome preferred = QuickAdd::add(*apps, user, QStringLiteral("send invoice"), work.prjId);
+        const QuickAdd::Outcome preferred = QuickAdd::add(*apps, user, QStringLiteral("send invoice"), {work.prjId});
         QCOMPARE(preferred.notice, QStringLiteral("Added \u201csend invoice\u201d to Work / Inbox."));
         QCOMPARE(taskTitles(inbox), QStringList({"send invoice"}));
+    }
+
+    void shouldQuickAddIntoTheRightOneOfProjectsNamedAlike()
+    {
+        const ProjectEntity first = addProject(QStringLiteral("Home"));
+        const TaskListEntity inbox = addList(first, QStringLiteral("Inbox"), true);
+        const ProjectEntity second = addProject(QStringLiteral("Home"));
+        const TaskListEntity chores = addList(second, QStringLiteral("Chores"), true);
+        const TaskListEntity garden = addList(second, QStringLiteral("Garden"), false);
+        const QuickAdd::OpenPlace open {second.prjId, garden.talId};
+
+        QVERIFY(QuickAdd::add(*apps, user, QStringLiteral("rake leaves"), open).added);
+        QVERIFY(QuickAdd::add(*apps, user, QStringLiteral("fix the gate #Home"), open).added);
+        // Only the other Home has an Inbox: the line goes there rather than to a list it did not name.
+        QVERIFY(QuickAdd::add(*apps, user, QStringLiteral("post the letter #Home /inbox"), open).added);
+        QVERIFY(QuickAdd::add(*apps, user, QStringLiteral("read the mail /inbox"), open).added);
+        QCOMPARE(taskTitles(garden), QStringList({"rake leaves"}));
+        QCOMPARE(taskTitles(chores), QStringList({"fix the gate"}));
+        QStringList inInbox = taskTitles(inbox);
+        inInbox.sort();
+        QCOMPARE(inInbox, QStringList({"post the letter", "read the mail"}));
     }
 
     void shouldQuickAddWhereTheLineSays()
@@ -258,7 +279,7 @@ private Q_SLOTS:
 
         // A list names its project; the rule and the reminder go to the store with the task.
         const QuickAdd::Outcome standup = QuickAdd::add(*apps, user,
-            QStringLiteral("Standup every weekday at 9:30 /inbox remind me 10m before"), home.prjId, monday);
+            QStringLiteral("Standup every weekday at 9:30 /inbox remind me 10m before"), {home.prjId}, monday);
         QVERIFY2(standup.added, qPrintable(standup.notice));
         QCOMPARE(standup.notice, QStringLiteral("Added \u201cStandup\u201d to Side Work / Inbox."));
         QCOMPARE(standup.task->talId, inbox.talId);

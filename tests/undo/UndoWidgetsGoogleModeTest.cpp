@@ -2,9 +2,7 @@
 #include "MainWindow.h"
 #include "UndoTestSupport.h"
 #include "meetings/repositories/remote/RemoteEventRepositoryImpl.h"
-#include "screens/common/InlineAddRowView.h"
 #include "screens/common/LazyMenuButton.h"
-#include "screens/projects/ProjectsView.h"
 #include "screens/projects/TaskRowView.h"
 #include "screens/schedule/DailyEventCardView.h"
 #include "screens/schedule/DailyEventsController.h"
@@ -13,13 +11,13 @@
 #include "support/TestMain.h"
 #include "support/ui/GoogleAccountFixture.h"
 #include "support/ui/ModalAnswers.h"
+#include "support/ui/WindowSteps.h"
 #include "undo/UndoControls.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -27,7 +25,6 @@
 #include <QTranslator>
 
 #include <algorithm>
-#include <stdexcept>
 
 using ModalAnswers::clickButtonNamed;
 using ModalAnswers::whenModalAppears;
@@ -51,59 +48,11 @@ class UndoWidgetsGoogleModeTest : public QObject {
 
     std::unique_ptr<GoogleAccountFixture> google;
     std::unique_ptr<MainWindow> window;
+    WindowSteps steps {window, 15000};
     QTranslator english;
 
     AppServices& services() { return google->app().services(); }
     UndoHistory& history() { return services().undoHistory(); }
-
-    void openWorkspace(SidebarItemEnum item)
-    {
-        if (!window) {
-            window = std::make_unique<MainWindow>(services());
-            window->show();
-        }
-        window->contentView()->select(item);
-    }
-
-    ProjectsView* openProjects()
-    {
-        openWorkspace(SidebarItemEnum::projects);
-        auto* view = waitFor<ProjectsView>(QStringLiteral("projectsView"));
-        if (!QTest::qWaitFor([view] { return !view->isLoading(); }, 15000))
-            throw std::runtime_error("the projects workspace never finished loading");
-        return view;
-    }
-
-    template <typename T = QWidget> T* waitFor(const QString& objectName)
-    {
-        T* found = nullptr;
-        if (!QTest::qWaitFor([&] { return (found = window->findChild<T*>(objectName)) != nullptr; }, 15000))
-            throw std::runtime_error("nothing named " + objectName.toStdString() + " showed up");
-        return found;
-    }
-
-    bool shows(const QString& objectName) { return window->findChild<QWidget*>(objectName) != nullptr; }
-
-    void addInline(const QString& rowName, const QString& text)
-    {
-        auto* row = waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:") + rowName);
-        if (!row->isEditing())
-            row->findChild<QPushButton*>()->click();
-        auto* field = row->findChild<QLineEdit*>();
-        QVERIFY(QTest::qWaitFor([field] { return field->isEnabled(); }, 15000));
-        QTest::keyClicks(field, text);
-        QTest::keyClick(field, Qt::Key_Return);
-        QVERIFY(QTest::qWaitFor([row] { return !row->isAdding() && row->waitingCount() == 0; }, 15000));
-    }
-
-    void openListOf(const QString& project, const QString& list)
-    {
-        addInline(QStringLiteral("projects-add-button"), project);
-        waitFor(QStringLiteral("project:") + project);
-        addInline(QStringLiteral("task-lists-add-button"), list);
-        QTest::mouseClick(waitFor(QStringLiteral("list:") + list), Qt::LeftButton);
-        QTRY_COMPARE_WITH_TIMEOUT(waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), list, 15000);
-    }
 
     // Another client of the same account: what it reads is what the server keeps, and what it
     // does is nobody's to undo here.
@@ -125,14 +74,7 @@ class UndoWidgetsGoogleModeTest : public QObject {
 
     std::optional<TaskListEntity> storedList(const QString& name)
     {
-        const auto apps = elsewhere();
-        for (const ProjectEntity& project : listed<ProjectEntity>(apps.projects.list(google->backendUser()))) {
-            for (const TaskListEntity& list : listed<TaskListEntity>(apps.taskLists.list(project.prjId))) {
-                if (list.talName == name)
-                    return list;
-            }
-        }
-        return std::nullopt;
+        return storedListNamed(elsewhere(), google->backendUser(), name);
     }
 
     QList<TaskEntity> storedTasks(const QUuid& listId)
@@ -184,10 +126,10 @@ private Q_SLOTS:
 
     void shouldBringBackADeletedTaskFromTheNoticeTheKeysAndTheMenu()
     {
-        openProjects();
-        openListOf(QStringLiteral("Home"), QStringLiteral("Bills"));
-        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Pay rent"));
-        waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
+        steps.openProjects(services());
+        steps.openListOf(QStringLiteral("Home"), QStringLiteral("Bills"));
+        steps.addAndWait(QStringLiteral("tasks-add-button"), QStringLiteral("Pay rent"));
+        steps.waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
             ->findChild<QCheckBox*>(QStringLiteral("taskDone"))
             ->click();
         waitForUndo(QStringLiteral("Undo complete task 'Pay rent'"));
@@ -196,22 +138,22 @@ private Q_SLOTS:
         QCOMPARE(kept.size(), 1);
         QVERIFY(kept.constFirst().tasIsDone);
 
-        waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
+        steps.waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
             ->findChild<QToolButton*>(QStringLiteral("taskDelete"))
             ->click();
-        QTRY_VERIFY_WITH_TIMEOUT(!shows(QStringLiteral("task:Pay rent")), 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(!steps.shows(QStringLiteral("task:Pay rent")), 15000);
         waitForUndo(QStringLiteral("Undo delete task 'Pay rent'"));
         QVERIFY(storedTasks(bills.talId).isEmpty());
-        auto* notice = waitFor<UndoNoticeView>(QStringLiteral("undoNotice"));
+        auto* notice = steps.waitFor<UndoNoticeView>(QStringLiteral("undoNotice"));
         QTRY_VERIFY(notice->isVisible());
         QCOMPARE(notice->label()->text(), u"Deleted task 'Pay rent'");
         QCOMPARE(outcomeOf([notice] { notice->undoButton()->click(); }), QString());
         QCOMPARE(storedTasks(bills.talId), kept);
-        waitFor(QStringLiteral("task:Pay rent"));
+        steps.waitFor(QStringLiteral("task:Pay rent"));
 
         QCOMPARE(outcomeOf([this] { press(Qt::CTRL | Qt::SHIFT | Qt::Key_Z); }), QString());
         QVERIFY(storedTasks(bills.talId).isEmpty());
-        QTRY_VERIFY_WITH_TIMEOUT(!shows(QStringLiteral("task:Pay rent")), 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(!steps.shows(QStringLiteral("task:Pay rent")), 15000);
         QCOMPARE(outcomeOf([this] { press(Qt::CTRL | Qt::Key_Z); }), QString());
         QCOMPARE(storedTasks(bills.talId), kept);
         QCOMPARE(editAction(QStringLiteral("redoAction"))->text(), u"Redo delete task 'Pay rent'");
@@ -219,7 +161,7 @@ private Q_SLOTS:
         QVERIFY(storedTasks(bills.talId).isEmpty());
         QCOMPARE(outcomeOf([this] { editAction(QStringLiteral("undoAction"))->trigger(); }), QString());
         QCOMPARE(storedTasks(bills.talId), kept);
-        QTRY_VERIFY_WITH_TIMEOUT(waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
+        QTRY_VERIFY_WITH_TIMEOUT(steps.waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
                                      ->findChild<QCheckBox*>(QStringLiteral("taskDone"))
                                      ->isChecked(),
             15000);
@@ -227,41 +169,42 @@ private Q_SLOTS:
 
     void shouldBringBackADeletedListWithItsTasks()
     {
-        openProjects();
-        openListOf(QStringLiteral("Trip"), QStringLiteral("Packing"));
+        steps.openProjects(services());
+        steps.openListOf(QStringLiteral("Trip"), QStringLiteral("Packing"));
         for (const QString& title : {QStringLiteral("Passport"), QStringLiteral("Tickets"), QStringLiteral("Charger")})
-            addInline(QStringLiteral("tasks-add-button"), title);
+            steps.addAndWait(QStringLiteral("tasks-add-button"), title);
         waitForUndo(QStringLiteral("Undo add task 'Charger'"));
         const TaskListEntity packing = *storedList(QStringLiteral("Packing"));
         const QList<TaskEntity> tasks = storedTasks(packing.talId);
         QCOMPARE(tasks.size(), 3);
 
         whenModalAppears([](QWidget* box) { clickButtonNamed(box, QStringLiteral("Delete")); });
-        waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
-        QTRY_VERIFY_WITH_TIMEOUT(!shows(QStringLiteral("list:Packing")), 15000);
+        steps.waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
+        QTRY_VERIFY_WITH_TIMEOUT(!steps.shows(QStringLiteral("list:Packing")), 15000);
         waitForUndo(QStringLiteral("Undo delete list 'Packing'"));
-        QTRY_COMPARE(waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(), u"Deleted list 'Packing'");
+        QTRY_COMPARE(
+            steps.waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(), u"Deleted list 'Packing'");
         QVERIFY(!storedList(QStringLiteral("Packing")));
 
         QCOMPARE(outcomeOf([this] { press(Qt::CTRL | Qt::Key_Z); }), QString());
         QCOMPARE(storedList(QStringLiteral("Packing")), packing);
         QCOMPARE(storedTasks(packing.talId), tasks);
-        waitFor(QStringLiteral("list:Packing"));
+        steps.waitFor(QStringLiteral("list:Packing"));
 
         QCOMPARE(outcomeOf([this] { editAction(QStringLiteral("redoAction"))->trigger(); }), QString());
         QVERIFY(!storedList(QStringLiteral("Packing")));
         QVERIFY(storedTasks(packing.talId).isEmpty());
-        QTRY_VERIFY_WITH_TIMEOUT(!shows(QStringLiteral("list:Packing")), 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(!steps.shows(QStringLiteral("list:Packing")), 15000);
         QCOMPARE(outcomeOf([this] { editAction(QStringLiteral("undoAction"))->trigger(); }), QString());
         QCOMPARE(storedTasks(packing.talId), tasks);
-        waitFor(QStringLiteral("list:Packing"));
+        steps.waitFor(QStringLiteral("list:Packing"));
     }
 
     void shouldBringBackADeletedProject()
     {
-        openProjects();
-        openListOf(QStringLiteral("Work"), QStringLiteral("Launch"));
-        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Ship it"));
+        steps.openProjects(services());
+        steps.openListOf(QStringLiteral("Work"), QStringLiteral("Launch"));
+        steps.addAndWait(QStringLiteral("tasks-add-button"), QStringLiteral("Ship it"));
         waitForUndo(QStringLiteral("Undo add task 'Ship it'"));
         const ProjectEntity work = *storedProject(QStringLiteral("Work"));
         const TaskListEntity launch = *storedList(QStringLiteral("Launch"));
@@ -269,9 +212,9 @@ private Q_SLOTS:
 
         // A project goes once its lists are gone.
         whenModalAppears([](QWidget* box) { clickButtonNamed(box, QStringLiteral("Delete")); });
-        waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
+        steps.waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
         waitForUndo(QStringLiteral("Undo delete list 'Launch'"));
-        QMenu* menu = waitFor(QStringLiteral("project:Work"))
+        QMenu* menu = steps.waitFor(QStringLiteral("project:Work"))
                           ->findChild<LazyMenuButton*>(QStringLiteral("projectMenu"))
                           ->builtMenu();
         QAction* remove = nullptr;
@@ -282,26 +225,27 @@ private Q_SLOTS:
         QVERIFY(remove);
         whenModalAppears([](QWidget* box) { clickButtonNamed(box, QStringLiteral("Delete")); });
         remove->trigger();
-        QTRY_VERIFY_WITH_TIMEOUT(!shows(QStringLiteral("project:Work")), 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(!steps.shows(QStringLiteral("project:Work")), 15000);
         waitForUndo(QStringLiteral("Undo delete project 'Work'"));
-        QTRY_COMPARE(waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(), u"Deleted project 'Work'");
+        QTRY_COMPARE(
+            steps.waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(), u"Deleted project 'Work'");
         QVERIFY(!storedProject(QStringLiteral("Work")));
 
         // The menu's Undo brings the project back, Ctrl+Z its list with the task.
         QCOMPARE(outcomeOf([this] { editAction(QStringLiteral("undoAction"))->trigger(); }), QString());
         QCOMPARE(storedProject(QStringLiteral("Work")), work);
-        waitFor(QStringLiteral("project:Work"));
+        steps.waitFor(QStringLiteral("project:Work"));
         QCOMPARE(outcomeOf([this] { press(Qt::CTRL | Qt::Key_Z); }), QString());
         QCOMPARE(storedList(QStringLiteral("Launch")), launch);
         QCOMPARE(storedTasks(launch.talId), tasks);
-        waitFor(QStringLiteral("list:Launch"));
+        steps.waitFor(QStringLiteral("list:Launch"));
 
         // Forward again: the list, then the project, go.
         QCOMPARE(outcomeOf([this] { press(Qt::CTRL | Qt::SHIFT | Qt::Key_Z); }), QString());
         QVERIFY(!storedList(QStringLiteral("Launch")));
         QCOMPARE(outcomeOf([this] { press(Qt::CTRL | Qt::SHIFT | Qt::Key_Z); }), QString());
         QVERIFY(!storedProject(QStringLiteral("Work")));
-        QTRY_VERIFY_WITH_TIMEOUT(!shows(QStringLiteral("project:Work")), 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(!steps.shows(QStringLiteral("project:Work")), 15000);
     }
 
     // A backend event moved on the schedule, then deleted: each notice's Undo puts it back as it
@@ -321,8 +265,8 @@ private Q_SLOTS:
         const auto before = server.event(made.metOriginalIdentifier);
         QVERIFY(before);
 
-        openWorkspace(SidebarItemEnum::schedule);
-        auto* view = waitFor<DailyEventsView>(QStringLiteral("dailyEventsView"));
+        steps.show(services())->contentView()->select(SidebarItemEnum::schedule);
+        auto* view = steps.waitFor<DailyEventsView>(QStringLiteral("dailyEventsView"));
         QTRY_VERIFY_WITH_TIMEOUT(!view->isLoading(), 45000);
         view->setSelectedDate(day);
         const auto review = [view] {

@@ -1,12 +1,10 @@
-#include "ContentView.h"
 #include "MainWindow.h"
-#include "screens/common/InlineAddRowView.h"
 #include "screens/common/LazyMenuButton.h"
-#include "screens/projects/ProjectsView.h"
 #include "screens/projects/TaskRowView.h"
 #include "support/TestMain.h"
 #include "support/ui/AppFixture.h"
 #include "support/ui/ModalAnswers.h"
+#include "support/ui/WindowSteps.h"
 #include "undo/UndoControls.h"
 #include "undo/UndoHistory.h"
 
@@ -25,7 +23,6 @@
 #include <QUndoStack>
 
 #include <algorithm>
-#include <stdexcept>
 
 using ModalAnswers::clickButtonNamed;
 using ModalAnswers::whenModalAppears;
@@ -59,49 +56,8 @@ class UndoWidgetsTest : public QObject {
 
     std::unique_ptr<AppFixture> app;
     std::unique_ptr<MainWindow> window;
+    WindowSteps steps {window, 10000};
     QTranslator english;
-
-    ProjectsView* openProjects()
-    {
-        window = std::make_unique<MainWindow>(app->services());
-        window->show();
-        window->contentView()->select(SidebarItemEnum::projects);
-        auto* view = waitFor<ProjectsView>(QStringLiteral("projectsView"));
-        if (!QTest::qWaitFor([view] { return !view->isLoading(); }, 10000))
-            throw std::runtime_error("the projects workspace never finished loading");
-        return view;
-    }
-
-    template <typename T = QWidget> T* waitFor(const QString& objectName)
-    {
-        T* found = nullptr;
-        if (!QTest::qWaitFor([&] { return (found = window->findChild<T*>(objectName)) != nullptr; }, 10000))
-            throw std::runtime_error("nothing named " + objectName.toStdString() + " showed up");
-        return found;
-    }
-
-    bool shows(const QString& objectName) { return window->findChild<QWidget*>(objectName) != nullptr; }
-
-    void addInline(const QString& rowName, const QString& text)
-    {
-        auto* row = waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:") + rowName);
-        if (!row->isEditing())
-            row->findChild<QPushButton*>()->click();
-        auto* field = row->findChild<QLineEdit*>();
-        QVERIFY(QTest::qWaitFor([field] { return field->isEnabled(); }, 10000));
-        QTest::keyClicks(field, text);
-        QTest::keyClick(field, Qt::Key_Return);
-        QVERIFY(QTest::qWaitFor([row] { return !row->isAdding() && row->waitingCount() == 0; }, 10000));
-    }
-
-    void openListOf(const QString& project, const QString& list)
-    {
-        addInline(QStringLiteral("projects-add-button"), project);
-        waitFor(QStringLiteral("project:") + project);
-        addInline(QStringLiteral("task-lists-add-button"), list);
-        QTest::mouseClick(waitFor(QStringLiteral("list:") + list), Qt::LeftButton);
-        QTRY_COMPARE(waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), list);
-    }
 
     UndoHistory& history() { return app->services().undoHistory(); }
 
@@ -116,15 +72,8 @@ class UndoWidgetsTest : public QObject {
 
     std::optional<TaskListEntity> storedList(const QString& name)
     {
-        const auto apps = elsewhere();
         const UserEntity user = *app->services().loginApplication().getCurrentUser().dataAs<UserEntity>();
-        for (const ProjectEntity& project : listed<ProjectEntity>(apps.projects.list(QUuid::fromString(user.usrId)))) {
-            for (const TaskListEntity& list : listed<TaskListEntity>(apps.taskLists.list(project.prjId))) {
-                if (list.talName == name)
-                    return list;
-            }
-        }
-        return std::nullopt;
+        return storedListNamed(elsewhere(), QUuid::fromString(user.usrId), name);
     }
 
     QList<TaskEntity> storedTasks(const QUuid& listId)
@@ -170,20 +119,20 @@ private Q_SLOTS:
     void shouldUndoAndRedoEachChangeToATaskFromTheKeyboardAndTheMenu()
     {
         app->storeLocalUser();
-        openProjects();
-        openListOf(QStringLiteral("Home"), QStringLiteral("Bills"));
-        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Pay rent"));
-        waitFor(QStringLiteral("task:Pay rent"));
+        steps.openProjects(app->services());
+        steps.openListOf(QStringLiteral("Home"), QStringLiteral("Bills"));
+        steps.addAndWait(QStringLiteral("tasks-add-button"), QStringLiteral("Pay rent"));
+        steps.waitFor(QStringLiteral("task:Pay rent"));
         waitForUndo(QStringLiteral("Undo add task 'Pay rent'"));
         const TaskListEntity bills = *storedList(QStringLiteral("Bills"));
         const TaskEntity added = storedTasks(bills.talId).constFirst();
 
         // Done, then the quadrant.
-        waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
+        steps.waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
             ->findChild<QCheckBox*>(QStringLiteral("taskDone"))
             ->click();
         waitForUndo(QStringLiteral("Undo complete task 'Pay rent'"));
-        QMenu* tags = waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
+        QMenu* tags = steps.waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
                           ->findChild<LazyMenuButton*>(QStringLiteral("taskTag"))
                           ->builtMenu();
         for (QAction* action : tags->actions()) {
@@ -202,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(editAction(QStringLiteral("redoAction"))->text(), u"Redo change quadrant of task 'Pay rent'");
         press(Qt::CTRL | Qt::Key_Z);
         QTRY_COMPARE_WITH_TIMEOUT(storedTasks(bills.talId).constFirst(), added, 10000);
-        QTRY_VERIFY(!waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
+        QTRY_VERIFY(!steps.waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
                          ->findChild<QCheckBox*>(QStringLiteral("taskDone"))
                          ->isChecked());
 
@@ -217,35 +166,35 @@ private Q_SLOTS:
         QCOMPARE(editAction(QStringLiteral("redoAction"))->text(), u"Redo");
 
         // A delete says so, with an Undo that brings back the whole task under its id.
-        waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
+        steps.waitFor<TaskRowView>(QStringLiteral("task:Pay rent"))
             ->findChild<QToolButton*>(QStringLiteral("taskDelete"))
             ->click();
-        QTRY_VERIFY_WITH_TIMEOUT(!shows(QStringLiteral("task:Pay rent")), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(!steps.shows(QStringLiteral("task:Pay rent")), 10000);
         waitForUndo(QStringLiteral("Undo delete task 'Pay rent'"));
         QVERIFY(storedTasks(bills.talId).isEmpty());
-        auto* notice = waitFor<UndoNoticeView>(QStringLiteral("undoNotice"));
+        auto* notice = steps.waitFor<UndoNoticeView>(QStringLiteral("undoNotice"));
         QTRY_VERIFY(notice->isVisible());
         QCOMPARE(notice->label()->text(), u"Deleted task 'Pay rent'");
         notice->undoButton()->click();
         QTRY_COMPARE_WITH_TIMEOUT(storedTasks(bills.talId), QList<TaskEntity> {tagged}, 10000);
-        waitFor<TaskRowView>(QStringLiteral("task:Pay rent"));
+        steps.waitFor<TaskRowView>(QStringLiteral("task:Pay rent"));
         QVERIFY(!notice->isVisible());
 
         // The menu's Redo deletes it again.
         QTRY_VERIFY(editAction(QStringLiteral("redoAction"))->isEnabled());
         editAction(QStringLiteral("redoAction"))->trigger();
         QTRY_VERIFY_WITH_TIMEOUT(storedTasks(bills.talId).isEmpty(), 10000);
-        QTRY_VERIFY_WITH_TIMEOUT(!shows(QStringLiteral("task:Pay rent")), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(!steps.shows(QStringLiteral("task:Pay rent")), 10000);
     }
 
     void shouldBringBackADeletedListWithAllItsTasksUnderTheirIds()
     {
         app->storeLocalUser();
-        openProjects();
-        openListOf(QStringLiteral("Trip"), QStringLiteral("Packing"));
+        steps.openProjects(app->services());
+        steps.openListOf(QStringLiteral("Trip"), QStringLiteral("Packing"));
         for (const QString& title : {QStringLiteral("Passport"), QStringLiteral("Tickets"), QStringLiteral("Charger")})
-            addInline(QStringLiteral("tasks-add-button"), title);
-        waitFor<TaskRowView>(QStringLiteral("task:Tickets"))
+            steps.addAndWait(QStringLiteral("tasks-add-button"), title);
+        steps.waitFor<TaskRowView>(QStringLiteral("task:Tickets"))
             ->findChild<QCheckBox*>(QStringLiteral("taskDone"))
             ->click();
         waitForUndo(QStringLiteral("Undo complete task 'Tickets'"));
@@ -254,33 +203,34 @@ private Q_SLOTS:
         QCOMPARE(tasks.size(), 3);
 
         whenModalAppears([](QWidget* box) { clickButtonNamed(box, QStringLiteral("Delete")); });
-        waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
-        QTRY_VERIFY_WITH_TIMEOUT(!shows(QStringLiteral("list:Packing")), 10000);
+        steps.waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
+        QTRY_VERIFY_WITH_TIMEOUT(!steps.shows(QStringLiteral("list:Packing")), 10000);
         waitForUndo(QStringLiteral("Undo delete list 'Packing'"));
-        QCOMPARE(waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(), u"Deleted list 'Packing'");
+        QCOMPARE(
+            steps.waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(), u"Deleted list 'Packing'");
         QVERIFY(!storedList(QStringLiteral("Packing")));
         QVERIFY(storedTasks(packing.talId).isEmpty());
 
         press(Qt::CTRL | Qt::Key_Z);
         QTRY_COMPARE_WITH_TIMEOUT(storedList(QStringLiteral("Packing")), packing, 10000);
         QCOMPARE(storedTasks(packing.talId), tasks);
-        waitFor(QStringLiteral("list:Packing"));
+        steps.waitFor(QStringLiteral("list:Packing"));
 
         press(Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
         QTRY_VERIFY_WITH_TIMEOUT(!storedList(QStringLiteral("Packing")), 10000);
         QVERIFY(storedTasks(packing.talId).isEmpty());
-        QTRY_VERIFY_WITH_TIMEOUT(!shows(QStringLiteral("list:Packing")), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(!steps.shows(QStringLiteral("list:Packing")), 10000);
     }
 
     void shouldBringBackDeletedCompletedTasks()
     {
         app->storeLocalUser();
-        openProjects();
-        openListOf(QStringLiteral("Garden"), QStringLiteral("Spring"));
+        steps.openProjects(app->services());
+        steps.openListOf(QStringLiteral("Garden"), QStringLiteral("Spring"));
         for (const QString& title : {QStringLiteral("Seed"), QStringLiteral("Water"), QStringLiteral("Weed")})
-            addInline(QStringLiteral("tasks-add-button"), title);
+            steps.addAndWait(QStringLiteral("tasks-add-button"), title);
         for (const QString& task : {QStringLiteral("Seed"), QStringLiteral("Water")}) {
-            waitFor<TaskRowView>(QStringLiteral("task:") + task)
+            steps.waitFor<TaskRowView>(QStringLiteral("task:") + task)
                 ->findChild<QCheckBox*>(QStringLiteral("taskDone"))
                 ->click();
             waitForUndo(QStringLiteral("Undo complete task '%1'").arg(task));
@@ -289,24 +239,25 @@ private Q_SLOTS:
         const QList<TaskEntity> tasks = storedTasks(spring.talId);
 
         whenModalAppears([](QWidget* box) { clickButtonNamed(box, QStringLiteral("Delete")); });
-        waitFor<QToolButton>(QStringLiteral("deleteCompleted"))->click();
+        steps.waitFor<QToolButton>(QStringLiteral("deleteCompleted"))->click();
         QTRY_COMPARE_WITH_TIMEOUT(storedTasks(spring.talId).size(), 1, 10000);
-        QTRY_COMPARE_WITH_TIMEOUT(waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(),
+        QTRY_COMPARE_WITH_TIMEOUT(steps.waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(),
             u"Deleted completed tasks (2)", 10000);
         QTRY_COMPARE(editAction(QStringLiteral("undoAction"))->text(), u"Undo delete completed tasks (2)");
 
         editAction(QStringLiteral("undoAction"))->trigger();
         QTRY_COMPARE_WITH_TIMEOUT(storedTasks(spring.talId), tasks, 10000);
-        QTRY_VERIFY_WITH_TIMEOUT(shows(QStringLiteral("task:Seed")) && shows(QStringLiteral("task:Water")), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            steps.shows(QStringLiteral("task:Seed")) && steps.shows(QStringLiteral("task:Water")), 10000);
     }
 
     void shouldUndoProjectsAndListsAndTheDefaultList()
     {
         app->storeLocalUser();
-        openProjects();
-        openListOf(QStringLiteral("Work"), QStringLiteral("Launch"));
-        addInline(QStringLiteral("task-lists-add-button"), QStringLiteral("Later"));
-        waitFor(QStringLiteral("list:Later"));
+        steps.openProjects(app->services());
+        steps.openListOf(QStringLiteral("Work"), QStringLiteral("Launch"));
+        steps.addAndWait(QStringLiteral("task-lists-add-button"), QStringLiteral("Later"));
+        steps.waitFor(QStringLiteral("list:Later"));
         waitForUndo(QStringLiteral("Undo add list 'Later'"));
         const TaskListEntity launch = *storedList(QStringLiteral("Launch"));
         const TaskListEntity later = *storedList(QStringLiteral("Later"));
@@ -330,7 +281,8 @@ private Q_SLOTS:
         QVERIFY(apps.projects.delete_(work.prjId, work.prjUserId).result);
         QTRY_COMPARE_WITH_TIMEOUT(
             editAction(QStringLiteral("undoAction"))->text(), u"Undo delete project 'Work'", 10000);
-        QTRY_COMPARE(waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(), u"Deleted project 'Work'");
+        QTRY_COMPARE(
+            steps.waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(), u"Deleted project 'Work'");
         QTRY_VERIFY(!history().isBusy());
         QSignalSpy finished(&history(), &UndoHistory::finished);
         press(Qt::CTRL | Qt::Key_Z);
@@ -338,29 +290,30 @@ private Q_SLOTS:
         QCOMPARE(finished.constFirst().at(1).toString(), QString());
         QTRY_COMPARE_WITH_TIMEOUT(
             foundEntity<ProjectEntity>(elsewhere().projects.projectRepository->find(work.prjId)), work, 10000);
-        waitFor(QStringLiteral("project:Work"));
+        steps.waitFor(QStringLiteral("project:Work"));
         QTRY_VERIFY(!history().isBusy());
         press(Qt::CTRL | Qt::Key_Z);
         QTRY_COMPARE_WITH_TIMEOUT(storedList(QStringLiteral("Later")), later, 10000);
         QTRY_VERIFY(!history().isBusy());
         press(Qt::CTRL | Qt::Key_Z);
         QTRY_COMPARE_WITH_TIMEOUT(storedList(QStringLiteral("Launch")), launch, 10000);
-        QTRY_VERIFY_WITH_TIMEOUT(shows(QStringLiteral("list:Launch")) && shows(QStringLiteral("list:Later")), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            steps.shows(QStringLiteral("list:Launch")) && steps.shows(QStringLiteral("list:Later")), 10000);
     }
 
     void shouldRefuseAnUndoWhoseItemChangedElsewhere()
     {
         app->storeLocalUser();
-        openProjects();
-        openListOf(QStringLiteral("Plants"), QStringLiteral("Care"));
-        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Water"));
-        auto* row = waitFor<TaskRowView>(QStringLiteral("task:Water"));
+        steps.openProjects(app->services());
+        steps.openListOf(QStringLiteral("Plants"), QStringLiteral("Care"));
+        steps.addAndWait(QStringLiteral("tasks-add-button"), QStringLiteral("Water"));
+        auto* row = steps.waitFor<TaskRowView>(QStringLiteral("task:Water"));
         QTest::keyClick(row, Qt::Key_F2);
         auto* field = row->findChild<QLineEdit*>();
         field->clear();
         QTest::keyClicks(field, QStringLiteral("Water the ferns"));
         QTest::keyClick(field, Qt::Key_Return);
-        waitFor(QStringLiteral("task:Water the ferns"));
+        steps.waitFor(QStringLiteral("task:Water the ferns"));
         waitForUndo(QStringLiteral("Undo edit task 'Water the ferns'"));
         const int place = history().stack()->index();
 
@@ -375,7 +328,7 @@ private Q_SLOTS:
         QVERIFY(!finished.isEmpty() || finished.wait(10000));
         QCOMPARE(finished.constFirst().at(1).toString(),
             u"Can't undo edit task 'Water the ferns': it was changed elsewhere since. Nothing was changed.");
-        auto* notice = waitFor<UndoNoticeView>(QStringLiteral("undoNotice"));
+        auto* notice = steps.waitFor<UndoNoticeView>(QStringLiteral("undoNotice"));
         QVERIFY(notice->isVisible());
         QVERIFY(!notice->undoButton()->isVisible());
         QCOMPARE(notice->label()->text(), finished.constFirst().at(1).toString());
@@ -412,7 +365,7 @@ private Q_SLOTS:
         QVERIFY(apps.tasks.delete_(rent.tasId).result);
         waitForUndo(QStringLiteral("Deshacer eliminar tarea 'Pagar el alquiler'"));
         QCOMPARE(UndoText::redoAction({}), u"Rehacer");
-        QCOMPARE(waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(),
+        QCOMPARE(steps.waitFor<UndoNoticeView>(QStringLiteral("undoNotice"))->label()->text(),
             u"Eliminado: tarea 'Pagar el alquiler'");
     }
 };

@@ -510,6 +510,11 @@ QUuid ProjectsView::openProjectId() const
     return m_selectedProject ? m_selectedProject->prjId : QUuid();
 }
 
+QUuid ProjectsView::openListId() const
+{
+    return m_selectedTaskList ? m_selectedTaskList->talId : QUuid();
+}
+
 void ProjectsView::reveal(const QUuid& projectId, const QUuid& taskListId, const QUuid& taskId)
 {
     m_revealing = Revealing {projectId, taskListId, taskId};

@@ -38,6 +38,8 @@ public:
     // The project whose overview or one of whose lists is open; null with none, or with "Today"
     // or "Upcoming" open.
     QUuid openProjectId() const;
+    // The list open; null with a project's overview, "Today", "Upcoming" or nothing open.
+    QUuid openListId() const;
 
 Q_SIGNALS:
     // After every load, for tests and for the start-up benchmark.

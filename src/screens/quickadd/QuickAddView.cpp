@@ -99,22 +99,29 @@ QuickAddView::QuickAddView(const AppServices& services, QWidget* parent)
         [source] {
             const AppServices::TasksSession session = source->tasksSession();
             if (!session.user || !session.applications.result)
-                return QList<ProjectNames>();
+                return QuickAdd::Catalogue();
             return QuickAdd::catalogue(*session.applications.dataAs<TasksApplicationFactory::Applications>(),
-                QUuid::fromString(session.user->usrId))
-                .names();
+                QUuid::fromString(session.user->usrId));
         },
-        [this](const QList<ProjectNames>& names) {
-            m_names = names;
+        [this](const QuickAdd::Catalogue& catalogue) {
+            m_catalogue = catalogue;
+            m_names = catalogue.names();
             m_ready = true;
             reparse();
         });
+}
+
+void QuickAddView::setOpenPlace(const QuickAdd::OpenPlace& open)
+{
+    m_open = open;
+    reparse();
 }
 
 void QuickAddView::reparse()
 {
     Options options;
     options.projects = m_names;
+    options.openProject = m_catalogue.nameOf(m_open.projectId);
     // A phrase taken back and then edited away is forgotten: it would never match again.
     const QString text = m_field->text();
     m_dismissed.removeIf(
@@ -191,10 +198,10 @@ void QuickAddView::save()
     Options options;
     options.dismissed = m_dismissed;
     const AppServices* source = &m_services;
-    const QUuid preferredProjectId = m_preferredProjectId;
+    const QuickAdd::OpenPlace open = m_open;
     runAsync(
         this,
-        [source, text, options, preferredProjectId] {
+        [source, text, options, open] {
             const AppServices::TasksSession session = source->tasksSession();
             if (!session.user)
                 return QuickAdd::Outcome {false, qtTrId("quick-add-no-account").arg(text), std::nullopt};
@@ -203,7 +210,7 @@ void QuickAddView::save()
                     qtTrId("quick-add-failed").arg(text, session.applications.firstMessage().value_or(QString())),
                     std::nullopt};
             return QuickAdd::add(*session.applications.dataAs<TasksApplicationFactory::Applications>(),
-                QUuid::fromString(session.user->usrId), text, preferredProjectId, options);
+                QUuid::fromString(session.user->usrId), text, open, options);
         },
         [this](const QuickAdd::Outcome& outcome) {
             m_saving = false;
@@ -246,12 +253,20 @@ void QuickAddView::offerCompletion()
     }
     const QString text = m_field->text();
     const bool isProject = text.at(start) == QLatin1Char('#');
+    // A /List alone is looked for in the open project first: its lists come first.
+    const QString openProject = m_catalogue.nameOf(m_open.projectId);
     QStringList candidates;
     for (const ProjectNames& project : std::as_const(m_names)) {
         if (isProject)
             candidates.append(project.name);
-        else if (m_fields.project.isEmpty() || project.name == m_fields.project)
+        else if (!m_fields.project.isEmpty() ? project.name == m_fields.project : project.name == openProject)
             candidates.append(project.lists);
+    }
+    if (!isProject && m_fields.project.isEmpty()) {
+        for (const ProjectNames& project : std::as_const(m_names)) {
+            if (project.name != openProject)
+                candidates.append(project.lists);
+        }
     }
     candidates.removeDuplicates();
     const QString typed = text.mid(start + 1, m_field->cursorPosition() - start - 1);

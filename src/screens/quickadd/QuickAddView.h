@@ -1,6 +1,7 @@
 #pragma once
 
 #include "quickadd/QuickAddParser.h"
+#include "rituals/QuickAdd.h"
 
 #include <QDialog>
 #include <QUuid>
@@ -25,9 +26,9 @@ class QuickAddView final : public QDialog {
 public:
     explicit QuickAddView(const AppServices& services, QWidget* parent = nullptr);
 
-    // Where a line without a #Project goes: the project open in the workspace; null for the
-    // user's first project.
-    void setPreferredProject(const QUuid& projectId) { m_preferredProjectId = projectId; }
+    // What the workspace has open, where a line that names no project or list goes (see
+    // QuickAdd::add); nulls for the user's first project.
+    void setOpenPlace(const QuickAdd::OpenPlace& open);
     // The user's projects and lists were read (for chips and completion).
     bool isReady() const { return m_ready; }
     bool isSaving() const { return m_saving; }
@@ -59,10 +60,11 @@ private:
     QLabel* m_message;
     QCompleter* m_completer;
     QStringListModel* m_completions;
+    QuickAdd::Catalogue m_catalogue;
     QList<QuickAddParser::ProjectNames> m_names;
     QList<QuickAddParser::Phrase> m_dismissed;
     QuickAddParser::Fields m_fields;
-    QUuid m_preferredProjectId;
+    QuickAdd::OpenPlace m_open;
     bool m_ready = false;
     bool m_saving = false;
 };

@@ -1,18 +1,13 @@
 #include "ContentView.h"
 #include "MainWindow.h"
-#include "screens/common/InlineAddRowView.h"
-#include "screens/projects/ProjectsView.h"
 #include "screens/settings/UserProfileChipView.h"
 #include "support/TestMain.h"
 #include "support/ui/GoogleAccountFixture.h"
+#include "support/ui/WindowSteps.h"
 #include "wire/tasks/ProjectResponseDTO.h"
 #include "wire/tasks/TaskListResponseDTO.h"
 
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-
-#include <stdexcept>
 
 // A new user signs in with Google (the local identity provider and the real server on loopback)
 // and works in the projects workspace, whose data then lives on the server.
@@ -21,25 +16,7 @@ class ProjectsGoogleModeTest : public QObject {
 
     std::unique_ptr<GoogleAccountFixture> google;
     std::unique_ptr<MainWindow> window;
-
-    template <typename T = QWidget> T* waitFor(const QString& objectName)
-    {
-        T* found = nullptr;
-        if (!QTest::qWaitFor([&] { return (found = window->findChild<T*>(objectName)) != nullptr; }, 15000))
-            throw std::runtime_error("nothing named " + objectName.toStdString() + " showed up");
-        return found;
-    }
-
-    void addInline(const QString& rowName, const QString& text)
-    {
-        auto* row = waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:") + rowName);
-        if (!row->isEditing())
-            row->findChild<QPushButton*>()->click();
-        auto* field = row->findChild<QLineEdit*>();
-        QTest::qWaitFor([field] { return field->isEnabled(); }, 15000);
-        QTest::keyClicks(field, text);
-        QTest::keyClick(field, Qt::Key_Return);
-    }
+    WindowSteps steps {window, 15000};
 
 private Q_SLOTS:
     void init() { google = std::make_unique<GoogleAccountFixture>(); }
@@ -52,22 +29,20 @@ private Q_SLOTS:
 
     void shouldSignInWithGoogleAndKeepProjectsOnTheBackend()
     {
-        window = std::make_unique<MainWindow>(google->app().services());
-        window->show();
-        window->contentView()->select(SidebarItemEnum::projects);
+        steps.show(google->app().services())->contentView()->select(SidebarItemEnum::projects);
         QTRY_COMPARE_WITH_TIMEOUT(
-            waitFor<QLabel>(QStringLiteral("sidebarState"))->text(), u"schedule-login-required-state", 15000);
+            steps.waitFor<QLabel>(QStringLiteral("sidebarState"))->text(), u"schedule-login-required-state", 15000);
 
-        waitFor<UserProfileChipView>(QStringLiteral("profileChip"))->signInWithGoogle();
+        steps.waitFor<UserProfileChipView>(QStringLiteral("profileChip"))->signInWithGoogle();
         QTRY_VERIFY_WITH_TIMEOUT(google->app().services().loginApplication().getCurrentUser().result, 15000);
         QVERIFY(google->app().services().loginApplication().getCurrentUser().dataAs<UserEntity>()->usrIsGoogleAccount);
         QTRY_COMPARE_WITH_TIMEOUT(
-            waitFor<QLabel>(QStringLiteral("sidebarState"))->text(), u"projects-empty-state", 15000);
+            steps.waitFor<QLabel>(QStringLiteral("sidebarState"))->text(), u"projects-empty-state", 15000);
 
-        addInline(QStringLiteral("projects-add-button"), QStringLiteral("Remote garden"));
-        waitFor(QStringLiteral("project:Remote garden"));
-        addInline(QStringLiteral("task-lists-add-button"), QStringLiteral("Seeds"));
-        waitFor(QStringLiteral("list:Seeds"));
+        steps.addInline(QStringLiteral("projects-add-button"), QStringLiteral("Remote garden"));
+        steps.waitFor(QStringLiteral("project:Remote garden"));
+        steps.addInline(QStringLiteral("task-lists-add-button"), QStringLiteral("Seeds"));
+        steps.waitFor(QStringLiteral("list:Seeds"));
 
         // What the server holds for the signed-in user, read back as that user.
         const QUuid user = google->backendUser();

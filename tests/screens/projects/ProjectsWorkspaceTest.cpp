@@ -10,6 +10,7 @@
 #include "support/TestMain.h"
 #include "support/ui/AppFixture.h"
 #include "support/ui/ModalAnswers.h"
+#include "support/ui/WindowSteps.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
@@ -28,8 +29,6 @@
 #include <QTimer>
 #include <QToolButton>
 #include <QTranslator>
-
-#include <stdexcept>
 
 using ModalAnswers::clickButtonNamed;
 using ModalAnswers::whenModalAppears;
@@ -50,41 +49,11 @@ class ProjectsWorkspaceTest : public QObject {
 
     std::unique_ptr<AppFixture> app;
     std::unique_ptr<MainWindow> window;
-
-    ProjectsView* openProjects()
-    {
-        window = std::make_unique<MainWindow>(app->services());
-        window->show();
-        window->contentView()->select(SidebarItemEnum::projects);
-        auto* view = waitFor<ProjectsView>(QStringLiteral("projectsView"));
-        if (!QTest::qWaitFor([view] { return !view->isLoading(); }, 10000))
-            throw std::runtime_error("the projects workspace never finished loading");
-        return view;
-    }
-
-    template <typename T = QWidget> T* waitFor(const QString& objectName)
-    {
-        // Thrown, so that QtTest fails the test function that waited.
-        T* found = nullptr;
-        if (!QTest::qWaitFor([&] { return (found = window->findChild<T*>(objectName)) != nullptr; }, 10000))
-            throw std::runtime_error("nothing named " + objectName.toStdString() + " showed up");
-        return found;
-    }
+    WindowSteps steps {window, 10000};
 
     void waitGone(const QString& objectName)
     {
         QTRY_VERIFY_WITH_TIMEOUT(window->findChild<QWidget*>(objectName) == nullptr, 10000);
-    }
-
-    void addInline(const QString& rowName, const QString& text)
-    {
-        auto* row = waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:") + rowName);
-        if (!row->isEditing())
-            row->findChild<QPushButton*>()->click();
-        auto* field = row->findChild<QLineEdit*>();
-        QTest::qWaitFor([field] { return field->isEnabled(); }, 10000);
-        QTest::keyClicks(field, text);
-        QTest::keyClick(field, Qt::Key_Return);
     }
 
     // Keys as a keyboard sends them: to whatever has the focus at that moment.
@@ -96,8 +65,7 @@ class ProjectsWorkspaceTest : public QObject {
 
     void openAndFocus(InlineAddRowView* row)
     {
-        window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        steps.activate();
         row->findChild<QPushButton*>()->click();
         QTRY_VERIFY(row->isAncestorOf(QApplication::focusWidget()));
     }
@@ -114,28 +82,14 @@ class ProjectsWorkspaceTest : public QObject {
         return widget->isVisible() && scroll->viewport()->rect().contains(area);
     }
 
-    QString sidebarState() { return waitFor<QLabel>(QStringLiteral("sidebarState"))->text(); }
-
-    // A project with one list, opened in the detail pane.
-    void openListOf(const QString& project, const QString& list)
-    {
-        addInline(QStringLiteral("projects-add-button"), project);
-        waitFor(QStringLiteral("project:") + project);
-        addInline(QStringLiteral("task-lists-add-button"), list);
-        QTest::mouseClick(waitFor(QStringLiteral("list:") + list), Qt::LeftButton);
-        QTRY_COMPARE(waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), list);
-    }
+    QString sidebarState() { return steps.waitFor<QLabel>(QStringLiteral("sidebarState"))->text(); }
 
     TaskResultEntity storedTasksOf(const QString& listName)
     {
         const auto apps = *app->services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
         const UserEntity user = *app->services().loginApplication().getCurrentUser().dataAs<UserEntity>();
-        for (const ProjectEntity& project : listed<ProjectEntity>(apps.projects.list(QUuid::fromString(user.usrId)))) {
-            for (const TaskListEntity& list : listed<TaskListEntity>(apps.taskLists.list(project.prjId))) {
-                if (list.talName == listName)
-                    return apps.tasks.list(list.talId);
-            }
-        }
+        if (const auto list = storedListNamed(apps, QUuid::fromString(user.usrId), listName))
+            return apps.tasks.list(list->talId);
         return TaskResultEntity::applicationFailure(QStringLiteral("no list ") + listName);
     }
 
@@ -150,20 +104,19 @@ private Q_SLOTS:
 
     void shouldShowTheLogoUntilAWorkspaceIsChosen()
     {
-        window = std::make_unique<MainWindow>(app->services());
-        window->show();
+        steps.show(app->services());
         // Tabbing into the sidebar makes a row current but chooses nothing.
-        QListWidget* sidebar = waitFor<QListWidget>(QStringLiteral("sidebar"));
+        QListWidget* sidebar = steps.waitFor<QListWidget>(QStringLiteral("sidebar"));
         sidebar->setFocus();
         QApplication::processEvents();
         QCOMPARE(window->contentView()->selectedSidebarItem(), std::nullopt);
-        QVERIFY(waitFor<QLabel>(QStringLiteral("QuorvelLogo"))->isVisible());
-        QCOMPARE(waitFor<QLabel>(QStringLiteral("detailSelectOptionText"))->text(), u"detail-select-option-text");
+        QVERIFY(steps.waitFor<QLabel>(QStringLiteral("QuorvelLogo"))->isVisible());
+        QCOMPARE(steps.waitFor<QLabel>(QStringLiteral("detailSelectOptionText"))->text(), u"detail-select-option-text");
     }
 
     void shouldLetANewUserStartWithALocalAccount()
     {
-        openProjects();
+        steps.openProjects(app->services());
         QCOMPARE(sidebarState(), u"schedule-login-required-state");
 
         QSize dialogSize;
@@ -183,11 +136,11 @@ private Q_SLOTS:
             clickButtonNamed(dialog, QStringLiteral("user-settings-save-button"));
         });
         // The chip's "Set up your account" is a real button that starts it.
-        waitFor<QPushButton>(QStringLiteral("setUpAccount"))->click();
+        steps.waitFor<QPushButton>(QStringLiteral("setUpAccount"))->click();
         QVERIFY(dialogSize.width() >= 400);
 
-        QTRY_COMPARE_WITH_TIMEOUT(waitFor<QLabel>(QStringLiteral("profileName"))->text(), u"Ada Lovelace", 10000);
-        QVERIFY(!waitFor<QPushButton>(QStringLiteral("setUpAccount"))->isVisible());
+        QTRY_COMPARE_WITH_TIMEOUT(steps.waitFor<QLabel>(QStringLiteral("profileName"))->text(), u"Ada Lovelace", 10000);
+        QVERIFY(!steps.waitFor<QPushButton>(QStringLiteral("setUpAccount"))->isVisible());
         QTRY_COMPARE_WITH_TIMEOUT(sidebarState(), u"projects-empty-state", 10000);
         const UserEntity user = *app->services().loginApplication().getCurrentUser().dataAs<UserEntity>();
         QVERIFY(!user.usrIsGoogleAccount);
@@ -197,26 +150,26 @@ private Q_SLOTS:
     void shouldAddRenameAndTickTasksInPlace()
     {
         app->storeLocalUser();
-        openProjects();
-        openListOf(QStringLiteral("Home"), QStringLiteral("Chores"));
-        QVERIFY(waitFor(QStringLiteral("list:Chores"))->findChild<QLabel*>(QStringLiteral("defaultBadge")));
+        steps.openProjects(app->services());
+        steps.openListOf(QStringLiteral("Home"), QStringLiteral("Chores"));
+        QVERIFY(steps.waitFor(QStringLiteral("list:Chores"))->findChild<QLabel*>(QStringLiteral("defaultBadge")));
 
-        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Laundry"));
-        waitFor(QStringLiteral("task:Laundry"));
-        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Dishes"));
-        auto* dishes = waitFor<TaskRowView>(QStringLiteral("task:Dishes"));
+        steps.addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Laundry"));
+        steps.waitFor(QStringLiteral("task:Laundry"));
+        steps.addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Dishes"));
+        auto* dishes = steps.waitFor<TaskRowView>(QStringLiteral("task:Dishes"));
 
         QTest::keyClick(dishes, Qt::Key_F2);
         auto* field = dishes->findChild<QLineEdit*>();
         field->clear();
         QTest::keyClicks(field, QStringLiteral("Washing up"));
         QTest::keyClick(field, Qt::Key_Return);
-        waitFor(QStringLiteral("task:Washing up"));
+        steps.waitFor(QStringLiteral("task:Washing up"));
 
-        waitFor<TaskRowView>(QStringLiteral("task:Laundry"))
+        steps.waitFor<TaskRowView>(QStringLiteral("task:Laundry"))
             ->findChild<QCheckBox*>(QStringLiteral("taskDone"))
             ->click();
-        QTRY_VERIFY(waitFor<QToolButton>(QStringLiteral("completedHeader"))->text().contains(u"(1)"));
+        QTRY_VERIFY(steps.waitFor<QToolButton>(QStringLiteral("completedHeader"))->text().contains(u"(1)"));
 
         QStringList stored;
         for (const TaskEntity& task : listed<TaskEntity>(storedTasksOf(QStringLiteral("Chores"))))
@@ -227,10 +180,10 @@ private Q_SLOTS:
     void shouldStoreEveryTaskTypedQuicklyInOrderAndKeepTheRowInView()
     {
         app->storeLocalUser();
-        openProjects();
+        steps.openProjects(app->services());
         window->resize(800, 600);
-        openListOf(QStringLiteral("Errands"), QStringLiteral("Week"));
-        auto* row = waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:tasks-add-button"));
+        steps.openListOf(QStringLiteral("Errands"), QStringLiteral("Week"));
+        auto* row = steps.waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:tasks-add-button"));
         openAndFocus(row);
 
         // Typed without waiting for the store: every task goes in, in order, none ticked.
@@ -247,8 +200,8 @@ private Q_SLOTS:
         QCOMPARE(stored, typed);
 
         // The list grew under the row: the row and the last task stay in view, the focus in the row.
-        auto* scroll = waitFor<QScrollArea>(QStringLiteral("taskListScroll"));
-        auto* last = waitFor<TaskRowView>(QStringLiteral("task:Task 200"));
+        auto* scroll = steps.waitFor<QScrollArea>(QStringLiteral("taskListScroll"));
+        auto* last = steps.waitFor<TaskRowView>(QStringLiteral("task:Task 200"));
         QTRY_VERIFY_WITH_TIMEOUT(
             scroll->verticalScrollBar()->value() > 0 && inView(row, scroll) && inView(last, scroll), 30000);
         QVERIFY(row->isAncestorOf(QApplication::focusWidget()));
@@ -263,17 +216,17 @@ private Q_SLOTS:
     void shouldKeepEveryAddRowOpenForTheNextEntry()
     {
         app->storeLocalUser();
-        openProjects();
-        auto* addProject = waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:projects-add-button"));
+        steps.openProjects(app->services());
+        auto* addProject = steps.waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:projects-add-button"));
         openAndFocus(addProject);
         typeIntoFocus(QStringLiteral("Home"));
         typeIntoFocus(QStringLiteral("Work"));
         waitIdle(addProject);
-        waitFor(QStringLiteral("project:Work"));
+        steps.waitFor(QStringLiteral("project:Work"));
         QVERIFY(addProject->isEditing());
 
         // A new project opens with its add-list row.
-        auto* home = waitFor(QStringLiteral("project:Home"));
+        auto* home = steps.waitFor(QStringLiteral("project:Home"));
         auto* addList = home->findChild<InlineAddRowView*>(QStringLiteral("inlineAdd:task-lists-add-button"));
         QTRY_VERIFY(addList->isVisible());
         openAndFocus(addList);
@@ -281,7 +234,7 @@ private Q_SLOTS:
         typeIntoFocus(QStringLiteral("Garden"));
         typeIntoFocus(QStringLiteral("Repairs"));
         waitIdle(addList);
-        waitFor(QStringLiteral("list:Repairs"));
+        steps.waitFor(QStringLiteral("list:Repairs"));
         // The same row, still open, still holding the focus, under the three lists.
         QCOMPARE(home->findChild<InlineAddRowView*>(QStringLiteral("inlineAdd:task-lists-add-button")), addList);
         QVERIFY(addList->isEditing());
@@ -297,12 +250,12 @@ private Q_SLOTS:
     void shouldShowAnAmpersandInANameAsTyped()
     {
         app->storeLocalUser();
-        openProjects();
-        openListOf(QStringLiteral("Home & Garden"), QStringLiteral("Bills &Taxes"));
-        QTest::mouseClick(
-            waitFor(QStringLiteral("project:Home & Garden"))->findChild<QWidget*>(QStringLiteral("projectHeader")),
+        steps.openProjects(app->services());
+        steps.openListOf(QStringLiteral("Home & Garden"), QStringLiteral("Bills &Taxes"));
+        QTest::mouseClick(steps.waitFor(QStringLiteral("project:Home & Garden"))
+                              ->findChild<QWidget*>(QStringLiteral("projectHeader")),
             Qt::LeftButton);
-        auto* title = waitFor<QPushButton>(QStringLiteral("overviewListTitle"));
+        auto* title = steps.waitFor<QPushButton>(QStringLiteral("overviewListTitle"));
         // A button reads "&T" as an accelerator; the name must not become one.
         QVERIFY(title->text().startsWith(u"Bills &&Taxes"));
         QCOMPARE(QKeySequence::mnemonic(title->text()), QKeySequence());
@@ -312,22 +265,22 @@ private Q_SLOTS:
     void shouldTagFromTheMenuAndByDroppingOnAQuadrant()
     {
         app->storeLocalUser();
-        openProjects();
-        openListOf(QStringLiteral("Work"), QStringLiteral("Launch"));
-        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Fix the crash"));
-        auto* row = waitFor<TaskRowView>(QStringLiteral("task:Fix the crash"));
+        steps.openProjects(app->services());
+        steps.openListOf(QStringLiteral("Work"), QStringLiteral("Launch"));
+        steps.addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Fix the crash"));
+        auto* row = steps.waitFor<TaskRowView>(QStringLiteral("task:Fix the crash"));
         QMenu* menu = row->findChild<LazyMenuButton*>(QStringLiteral("taskTag"))->builtMenu();
         for (QAction* action : menu->actions()) {
             if (action->text() == u"eisenhower-tag-do")
                 action->trigger();
         }
 
-        waitFor<QToolButton>(QStringLiteral("viewModeMatrix"))->click();
-        QTRY_VERIFY(
-            waitFor(QStringLiteral("quadrant-do"))->findChild<TaskRowView*>(QStringLiteral("task:Fix the crash")));
+        steps.waitFor<QToolButton>(QStringLiteral("viewModeMatrix"))->click();
+        QTRY_VERIFY(steps.waitFor(QStringLiteral("quadrant-do"))
+                        ->findChild<TaskRowView*>(QStringLiteral("task:Fix the crash")));
 
-        const TaskEntity task = waitFor<TaskRowView>(QStringLiteral("task:Fix the crash"))->task();
-        QWidget* planning = waitFor(QStringLiteral("quadrant-planning"));
+        const TaskEntity task = steps.waitFor<TaskRowView>(QStringLiteral("task:Fix the crash"))->task();
+        QWidget* planning = steps.waitFor(QStringLiteral("quadrant-planning"));
         QMimeData mime;
         mime.setData(TaskRowView::dragMimeType, task.tasId.toByteArray());
         QDragEnterEvent enter(QPoint(10, 10), Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
@@ -336,8 +289,8 @@ private Q_SLOTS:
         QDropEvent drop(QPointF(10, 10), Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(planning, &drop);
 
-        QTRY_VERIFY_WITH_TIMEOUT(
-            waitFor(QStringLiteral("quadrant-planning"))->findChild<TaskRowView*>(QStringLiteral("task:Fix the crash")),
+        QTRY_VERIFY_WITH_TIMEOUT(steps.waitFor(QStringLiteral("quadrant-planning"))
+                                     ->findChild<TaskRowView*>(QStringLiteral("task:Fix the crash")),
             10000);
         QCOMPARE(listed<TaskEntity>(storedTasksOf(QStringLiteral("Launch"))).constFirst().tasEisenhowerTag,
             EisenhowerTagEnum::planning);
@@ -346,26 +299,26 @@ private Q_SLOTS:
     void shouldDeleteAListOnlyOnceConfirmed()
     {
         app->storeLocalUser();
-        openProjects();
-        openListOf(QStringLiteral("Trip"), QStringLiteral("Packing"));
+        steps.openProjects(app->services());
+        steps.openListOf(QStringLiteral("Trip"), QStringLiteral("Packing"));
 
         whenModalAppears(
             [](QWidget* box) { clickButtonNamed(box, QStringLiteral("task-lists-delete-cancel-button")); });
-        waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
+        steps.waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
         QVERIFY(window->findChild<QWidget*>(QStringLiteral("list:Packing")));
 
         whenModalAppears(
             [](QWidget* box) { clickButtonNamed(box, QStringLiteral("task-lists-delete-confirm-button")); });
-        waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
+        steps.waitFor<QToolButton>(QStringLiteral("deleteList"))->click();
         waitGone(QStringLiteral("list:Packing"));
         // The project the list belonged to stays open, now without lists.
-        QTRY_COMPARE(waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), u"Trip");
-        waitFor(QStringLiteral("overviewEmptyState"));
+        QTRY_COMPARE(steps.waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), u"Trip");
+        steps.waitFor(QStringLiteral("overviewEmptyState"));
     }
 
     void triggerProjectMenu(const QString& project, const QString& actionText)
     {
-        QMenu* menu = waitFor(QStringLiteral("project:") + project)
+        QMenu* menu = steps.waitFor(QStringLiteral("project:") + project)
                           ->findChild<LazyMenuButton*>(QStringLiteral("projectMenu"))
                           ->builtMenu();
         for (QAction* action : menu->actions()) {
@@ -378,9 +331,9 @@ private Q_SLOTS:
     {
         app->userDefaults().setValue(ErrorConsoleStore::isEnabledKey, true);
         app->storeLocalUser();
-        openProjects();
-        addInline(QStringLiteral("projects-add-button"), QStringLiteral("Garden"));
-        waitFor(QStringLiteral("project:Garden"));
+        steps.openProjects(app->services());
+        steps.addInline(QStringLiteral("projects-add-button"), QStringLiteral("Garden"));
+        steps.waitFor(QStringLiteral("project:Garden"));
         // Another window gives the project a list this one has not seen yet: the store refuses.
         const auto apps = *app->services().tasksApplications(false).dataAs<TasksApplicationFactory::Applications>();
         const UserEntity user = *app->services().loginApplication().getCurrentUser().dataAs<UserEntity>();
@@ -419,8 +372,8 @@ private Q_SLOTS:
         QCoreApplication::installTranslator(&english);
         const auto restore = qScopeGuard([&english] { QCoreApplication::removeTranslator(&english); });
         app->storeLocalUser();
-        openProjects();
-        openListOf(QStringLiteral("Garden"), QStringLiteral("Spring"));
+        steps.openProjects(app->services());
+        steps.openListOf(QStringLiteral("Garden"), QStringLiteral("Spring"));
 
         // A project that still has lists cannot be deleted: explained at once, nothing asked.
         QString shown;
@@ -433,40 +386,40 @@ private Q_SLOTS:
         QVERIFY(window->findChild<QWidget*>(QStringLiteral("project:Garden")));
 
         // Deleting completed tasks says how many.
-        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Seed"));
-        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Water"));
+        steps.addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Seed"));
+        steps.addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Water"));
         for (const QString& task : {QStringLiteral("task:Seed"), QStringLiteral("task:Water")})
-            waitFor<TaskRowView>(task)->findChild<QCheckBox*>(QStringLiteral("taskDone"))->click();
-        QTRY_VERIFY(waitFor<QToolButton>(QStringLiteral("completedHeader"))->text().contains(u"(2)"));
+            steps.waitFor<TaskRowView>(task)->findChild<QCheckBox*>(QStringLiteral("taskDone"))->click();
+        QTRY_VERIFY(steps.waitFor<QToolButton>(QStringLiteral("completedHeader"))->text().contains(u"(2)"));
         QString question;
         whenModalAppears([&question](QWidget* box) {
             question = static_cast<QMessageBox*>(box)->text();
             clickButtonNamed(box, QStringLiteral("Cancel"));
         });
-        waitFor<QToolButton>(QStringLiteral("deleteCompleted"))->click();
+        steps.waitFor<QToolButton>(QStringLiteral("deleteCompleted"))->click();
         QCOMPARE(question, u"Delete 2 completed tasks?");
     }
 
     void shouldGiveTheMatrixColumnsEqualWidths()
     {
         app->storeLocalUser();
-        openProjects();
+        steps.openProjects(app->services());
         window->resize(1000, 700);
-        openListOf(QStringLiteral("Work"), QStringLiteral("Launch"));
+        steps.openListOf(QStringLiteral("Work"), QStringLiteral("Launch"));
         const QString longTitle = QStringLiteral("Write the release notes for every platform, with screenshots");
-        addInline(QStringLiteral("tasks-add-button"), longTitle);
-        QMenu* menu = waitFor<TaskRowView>(QStringLiteral("task:") + longTitle)
+        steps.addInline(QStringLiteral("tasks-add-button"), longTitle);
+        QMenu* menu = steps.waitFor<TaskRowView>(QStringLiteral("task:") + longTitle)
                           ->findChild<LazyMenuButton*>(QStringLiteral("taskTag"))
                           ->builtMenu();
         for (QAction* action : menu->actions()) {
             if (action->text() == u"eisenhower-tag-do")
                 action->trigger();
         }
-        waitFor<QToolButton>(QStringLiteral("viewModeMatrix"))->click();
-        QTRY_VERIFY(waitFor(QStringLiteral("quadrant-do"))->findChild<TaskRowView*>());
+        steps.waitFor<QToolButton>(QStringLiteral("viewModeMatrix"))->click();
+        QTRY_VERIFY(steps.waitFor(QStringLiteral("quadrant-do"))->findChild<TaskRowView*>());
         // Its neighbour is empty; the two still split the width.
-        QWidget* doIt = waitFor(QStringLiteral("quadrant-do"));
-        QWidget* planning = waitFor(QStringLiteral("quadrant-planning"));
+        QWidget* doIt = steps.waitFor(QStringLiteral("quadrant-do"));
+        QWidget* planning = steps.waitFor(QStringLiteral("quadrant-planning"));
         QTRY_VERIFY(doIt->isVisible() && planning->isVisible());
         QVERIFY(qAbs(doIt->width() - planning->width()) <= 1);
     }
@@ -474,17 +427,17 @@ private Q_SLOTS:
     void shouldFitASmallWindow()
     {
         app->storeLocalUser();
-        openProjects();
+        steps.openProjects(app->services());
         window->resize(800, 600);
         QTRY_COMPARE(window->size(), QSize(800, 600));
         const QString longName = QStringLiteral("Renovation of the summer house by the lake, second floor");
-        openListOf(longName, QStringLiteral("Electrical work and lighting for every single room"));
-        addInline(QStringLiteral("tasks-add-button"),
+        steps.openListOf(longName, QStringLiteral("Electrical work and lighting for every single room"));
+        steps.addInline(QStringLiteral("tasks-add-button"),
             QStringLiteral("Ask the electrician whether the old wiring in the attic can stay as it is"));
-        waitFor(QStringLiteral("task:Ask the electrician whether the old wiring in the attic can stay as it is"));
+        steps.waitFor(QStringLiteral("task:Ask the electrician whether the old wiring in the attic can stay as it is"));
 
         // A name too long for the sidebar is cut short, and shows in full on hover.
-        auto* name = waitFor(QStringLiteral("project:") + longName)
+        auto* name = steps.waitFor(QStringLiteral("project:") + longName)
                          ->findChild<QWidget*>(QStringLiteral("projectHeader"))
                          ->findChild<QLabel*>(QStringLiteral("editableText"));
         QTRY_VERIFY(name->text().endsWith(QChar(0x2026)));
@@ -495,15 +448,15 @@ private Q_SLOTS:
             if (scroll->isVisible())
                 QVERIFY2(!scroll->horizontalScrollBar()->isVisible(), qPrintable(scroll->objectName()));
         }
-        auto* content = waitFor(QStringLiteral("taskListScroll"));
-        auto* row = waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:tasks-add-button"));
+        auto* content = steps.waitFor(QStringLiteral("taskListScroll"));
+        auto* row = steps.waitFor<InlineAddRowView>(QStringLiteral("inlineAdd:tasks-add-button"));
         QVERIFY(content->rect().contains(QRect(row->mapTo(content, QPoint(0, 0)), row->size())));
     }
 
     void shouldOpenTheScheduleWhenAnAlarmIsOpened()
     {
         app->storeLocalUser();
-        openProjects();
+        steps.openProjects(app->services());
         const QDateTime start(QDate(2026, 11, 24), QTime(10, 30));
         app->notificationCenter().post(NotificationName::openMeetFromAlarm,
             QVariant::fromValue(MeetAlarmNavigationPayload {QStringLiteral("Standup"), start}));
@@ -521,18 +474,18 @@ private Q_SLOTS:
     void shouldKeepEverythingAcrossARestart()
     {
         app->storeLocalUser();
-        openProjects();
-        openListOf(QStringLiteral("Thesis"), QStringLiteral("Writing"));
-        addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Introduction"));
-        waitFor(QStringLiteral("task:Introduction"));
+        steps.openProjects(app->services());
+        steps.openListOf(QStringLiteral("Thesis"), QStringLiteral("Writing"));
+        steps.addInline(QStringLiteral("tasks-add-button"), QStringLiteral("Introduction"));
+        steps.waitFor(QStringLiteral("task:Introduction"));
 
         window.reset();
-        openProjects();
+        steps.openProjects(app->services());
         QTest::mouseClick(
-            waitFor(QStringLiteral("project:Thesis"))->findChild<QToolButton*>(QStringLiteral("projectFold")),
+            steps.waitFor(QStringLiteral("project:Thesis"))->findChild<QToolButton*>(QStringLiteral("projectFold")),
             Qt::LeftButton);
-        QTest::mouseClick(waitFor(QStringLiteral("list:Writing")), Qt::LeftButton);
-        waitFor(QStringLiteral("task:Introduction"));
+        QTest::mouseClick(steps.waitFor(QStringLiteral("list:Writing")), Qt::LeftButton);
+        steps.waitFor(QStringLiteral("task:Introduction"));
     }
 };
 

@@ -1,15 +1,12 @@
-#include "ContentView.h"
 #include "MainWindow.h"
-#include "screens/projects/ProjectsView.h"
 #include "screens/projects/TaskDayViewSidebarRowView.h"
 #include "screens/projects/TaskRowView.h"
 #include "support/TestMain.h"
 #include "support/ui/GoogleAccountFixture.h"
+#include "support/ui/WindowSteps.h"
 
 #include <QCheckBox>
 #include <QLabel>
-
-#include <stdexcept>
 
 // "Today" and "Upcoming" for a Google account: the tasks live on the real server (over a
 // throwaway PostgreSQL), which answers by list, so the views gather them list by list; day-only
@@ -19,20 +16,13 @@ class TaskDayViewsGoogleModeTest : public QObject {
 
     std::unique_ptr<GoogleAccountFixture> google;
     std::unique_ptr<MainWindow> window;
+    WindowSteps steps {window, 15000};
     std::optional<TasksApplicationFactory::Applications> apps;
     QDate today;
 
-    template <typename T = QWidget> T* waitFor(const QString& objectName)
-    {
-        T* found = nullptr;
-        if (!QTest::qWaitFor([&] { return (found = window->findChild<T*>(objectName)) != nullptr; }, 15000))
-            throw std::runtime_error("nothing named " + objectName.toStdString() + " showed up");
-        return found;
-    }
-
     TaskDayViewSidebarRowView* dayView(const QString& name)
     {
-        return waitFor<TaskDayViewSidebarRowView>(QStringLiteral("dayView:") + name);
+        return steps.waitFor<TaskDayViewSidebarRowView>(QStringLiteral("dayView:") + name);
     }
 
     QLabel* countLabel(const QString& name)
@@ -44,7 +34,7 @@ class TaskDayViewsGoogleModeTest : public QObject {
     QStringList shownRows()
     {
         QStringList shown;
-        QWidget* body = waitFor(QStringLiteral("taskDays"));
+        QWidget* body = steps.waitFor(QStringLiteral("taskDays"));
         for (QObject* child : body->children()) {
             if (auto* row = qobject_cast<TaskRowView*>(child))
                 shown.append(row->task().tasTitle);
@@ -52,13 +42,6 @@ class TaskDayViewsGoogleModeTest : public QObject {
                 shown.append(QStringLiteral("# ") + static_cast<QLabel*>(child)->text());
         }
         return shown;
-    }
-
-    template <typename Entity> Entity made(const ResultEntity& result)
-    {
-        if (!result.result || !result.dataAs<Entity>())
-            throw std::runtime_error("not stored: " + result.firstMessage().value_or(QString()).toStdString());
-        return *result.dataAs<Entity>();
     }
 
     // A day-only task on that day, or, with a time, a timed one at that local time of that day.
@@ -72,7 +55,7 @@ class TaskDayViewsGoogleModeTest : public QObject {
         } else if (due) {
             task.tasDueDate = TaskEntity::dueOnDay(*due);
         }
-        return made<TaskEntity>(apps->tasks.create(task));
+        return stored<TaskEntity>(apps->tasks.create(task));
     }
 
 private Q_SLOTS:
@@ -96,11 +79,12 @@ private Q_SLOTS:
     {
         today = QDate::currentDate();
         const QUuid user = google->backendUser();
-        const auto home = made<ProjectEntity>(apps->projects.create({.prjUserId = user, .prjName = "Home"}));
-        const auto work = made<ProjectEntity>(apps->projects.create({.prjUserId = user, .prjName = "Work"}));
-        const auto chores = made<TaskListEntity>(apps->taskLists.create({.prjId = home.prjId, .talName = "Chores"}));
-        const auto office = made<TaskListEntity>(apps->taskLists.create({.prjId = work.prjId, .talName = "Office"}));
-        const auto errands = made<TaskListEntity>(apps->taskLists.create({.prjId = work.prjId, .talName = "Errands"}));
+        const auto home = stored<ProjectEntity>(apps->projects.create({.prjUserId = user, .prjName = "Home"}));
+        const auto work = stored<ProjectEntity>(apps->projects.create({.prjUserId = user, .prjName = "Work"}));
+        const auto chores = stored<TaskListEntity>(apps->taskLists.create({.prjId = home.prjId, .talName = "Chores"}));
+        const auto office = stored<TaskListEntity>(apps->taskLists.create({.prjId = work.prjId, .talName = "Office"}));
+        const auto errands
+            = stored<TaskListEntity>(apps->taskLists.create({.prjId = work.prjId, .talName = "Errands"}));
         // Noon and the small hours: times of the day itself, whatever the hour the test runs.
         addTask(chores, QStringLiteral("buy bread"), today);
         addTask(office, QStringLiteral("standup"), today, QTime(12, 0));
@@ -113,17 +97,14 @@ private Q_SLOTS:
         const TaskEntity done = addTask(chores, QStringLiteral("already done"), today);
         QVERIFY(apps->tasks.markDone(done.tasId).result);
 
-        window = std::make_unique<MainWindow>(google->app().services());
-        window->resize(1100, 750);
-        window->show();
-        window->contentView()->select(SidebarItemEnum::projects);
-        waitFor<ProjectsView>(QStringLiteral("projectsView"));
+        steps.show(google->app().services())->resize(1100, 750);
+        steps.openProjects(google->app().services());
         QTRY_COMPARE_WITH_TIMEOUT(countOf(QStringLiteral("today")), QStringLiteral("4"), 20000);
         QCOMPARE(countOf(QStringLiteral("upcoming")), QStringLiteral("2"));
         QVERIFY(countLabel(QStringLiteral("today"))->property("overdue").toBool());
 
         QTest::mouseClick(dayView(QStringLiteral("today")), Qt::LeftButton);
-        QTRY_COMPARE(waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), u"tasks-day-view-today");
+        QTRY_COMPARE(steps.waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), u"tasks-day-view-today");
         // Overdue first, oldest first; then today's, the day-only one before the timed one.
         QTRY_COMPARE_WITH_TIMEOUT(shownRows(),
             (QStringList {"# tasks-due-overdue", "pay rent", "return parcel",
@@ -131,7 +112,7 @@ private Q_SLOTS:
             20000);
 
         // Ticked in the view: the server keeps it, and both the rows and the count follow.
-        TaskRowView* rent = waitFor<TaskRowView>(QStringLiteral("task:pay rent"));
+        TaskRowView* rent = steps.waitFor<TaskRowView>(QStringLiteral("task:pay rent"));
         rent->findChild<QCheckBox*>(QStringLiteral("taskDone"))->click();
         QTRY_COMPARE_WITH_TIMEOUT(shownRows(),
             (QStringList {"# tasks-due-overdue", "return parcel", "# " + QLocale().toString(today, QLocale::LongFormat),
@@ -139,29 +120,29 @@ private Q_SLOTS:
             20000);
         QTRY_COMPARE_WITH_TIMEOUT(countOf(QStringLiteral("today")), QStringLiteral("3"), 20000);
         QVERIFY(countLabel(QStringLiteral("today"))->property("overdue").toBool());
-        for (const TaskEntity& task : made<QList<TaskEntity>>(apps->tasks.list(office.talId)))
+        for (const TaskEntity& task : stored<QList<TaskEntity>>(apps->tasks.list(office.talId)))
             QCOMPARE(task.tasIsDone, task.tasTitle == u"pay rent");
 
         // The one overdue left, ticked too: nothing is late any more.
-        waitFor<TaskRowView>(QStringLiteral("task:return parcel"))
+        steps.waitFor<TaskRowView>(QStringLiteral("task:return parcel"))
             ->findChild<QCheckBox*>(QStringLiteral("taskDone"))
             ->click();
         QTRY_COMPARE_WITH_TIMEOUT(countOf(QStringLiteral("today")), QStringLiteral("2"), 20000);
         QTRY_VERIFY(!countLabel(QStringLiteral("today"))->property("overdue").toBool());
 
         QTest::mouseClick(dayView(QStringLiteral("upcoming")), Qt::LeftButton);
-        QTRY_COMPARE(waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), u"tasks-day-view-upcoming");
+        QTRY_COMPARE(steps.waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), u"tasks-day-view-upcoming");
         QTRY_COMPARE_WITH_TIMEOUT(shownRows(),
             (QStringList {"# tasks-day-view-tomorrow · " + QLocale().toString(today.addDays(1), QLocale::LongFormat),
                 "call Ana", "# " + QLocale().toString(today.addDays(7), QLocale::LongFormat), "plan trip"}),
             20000);
-        waitFor<TaskRowView>(QStringLiteral("task:call Ana"))
+        steps.waitFor<TaskRowView>(QStringLiteral("task:call Ana"))
             ->findChild<QCheckBox*>(QStringLiteral("taskDone"))
             ->click();
         QTRY_COMPARE_WITH_TIMEOUT(countOf(QStringLiteral("upcoming")), QStringLiteral("1"), 20000);
         QTRY_COMPARE_WITH_TIMEOUT(shownRows(),
             (QStringList {"# " + QLocale().toString(today.addDays(7), QLocale::LongFormat), "plan trip"}), 20000);
-        QVERIFY(made<TaskEntity>(apps->tasks.find(call.tasId)).tasIsDone);
+        QVERIFY(stored<TaskEntity>(apps->tasks.find(call.tasId)).tasIsDone);
         QCOMPARE(countOf(QStringLiteral("today")), QStringLiteral("2"));
     }
 };

@@ -1,19 +1,16 @@
-#include "ContentView.h"
 #include "MainWindow.h"
-#include "screens/projects/ProjectsView.h"
 #include "screens/projects/TaskDayViewSidebarRowView.h"
 #include "screens/projects/TaskRowView.h"
 #include "screens/projects/TaskScheduleEditor.h"
 #include "support/TestMain.h"
 #include "support/ui/AppFixture.h"
+#include "support/ui/WindowSteps.h"
 
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
-
-#include <stdexcept>
 
 // "Today" and "Upcoming" in the projects workspace, driven through the real widgets over real
 // encrypted stores: their counts, their rows (ticked and rescheduled as anywhere else), and the
@@ -23,21 +20,14 @@ class TaskDayViewsTest : public QObject {
 
     std::unique_ptr<AppFixture> app;
     std::unique_ptr<MainWindow> window;
+    WindowSteps steps {window, 10000};
     std::optional<TasksApplicationFactory::Applications> apps;
     QUuid user;
     QDate today;
 
-    template <typename T = QWidget> T* waitFor(const QString& objectName)
-    {
-        T* found = nullptr;
-        if (!QTest::qWaitFor([&] { return (found = window->findChild<T*>(objectName)) != nullptr; }, 10000))
-            throw std::runtime_error("nothing named " + objectName.toStdString() + " showed up");
-        return found;
-    }
-
     TaskDayViewSidebarRowView* dayView(const QString& name)
     {
-        return waitFor<TaskDayViewSidebarRowView>(QStringLiteral("dayView:") + name);
+        return steps.waitFor<TaskDayViewSidebarRowView>(QStringLiteral("dayView:") + name);
     }
 
     QString countOf(const QString& name)
@@ -49,7 +39,7 @@ class TaskDayViewsTest : public QObject {
     QStringList shownRows()
     {
         QStringList shown;
-        QWidget* body = waitFor(QStringLiteral("taskDays"));
+        QWidget* body = steps.waitFor(QStringLiteral("taskDays"));
         for (QObject* child : body->children()) {
             if (auto* row = qobject_cast<TaskRowView*>(child))
                 shown.append(row->task().tasTitle);
@@ -72,10 +62,9 @@ private Q_SLOTS:
     {
         app = std::make_unique<AppFixture>();
         app->storeLocalUser();
-        const AppServices::TasksSession session = app->services().tasksSession();
-        QVERIFY(session.user && session.applications.result);
-        user = QUuid::fromString(session.user->usrId);
-        apps = *session.applications.dataAs<TasksApplicationFactory::Applications>();
+        const AppFixture::Tasks tasks = app->signedInTasks();
+        apps = tasks.applications;
+        user = tasks.userId;
         today = QDate::currentDate();
     }
 
@@ -87,16 +76,10 @@ private Q_SLOTS:
 
     void shouldCountAndListWhatIsDueAndFollowEveryChange()
     {
-        const ProjectEntity home
-            = *apps->projects.create({.prjUserId = user, .prjName = QStringLiteral("Home")}).dataAs<ProjectEntity>();
-        const ProjectEntity work
-            = *apps->projects.create({.prjUserId = user, .prjName = QStringLiteral("Work")}).dataAs<ProjectEntity>();
-        const TaskListEntity chores
-            = *apps->taskLists.create({.prjId = home.prjId, .talName = QStringLiteral("Chores")})
-                   .dataAs<TaskListEntity>();
-        const TaskListEntity office
-            = *apps->taskLists.create({.prjId = work.prjId, .talName = QStringLiteral("Office")})
-                   .dataAs<TaskListEntity>();
+        const auto home = stored<ProjectEntity>(apps->projects.create({.prjUserId = user, .prjName = "Home"}));
+        const auto work = stored<ProjectEntity>(apps->projects.create({.prjUserId = user, .prjName = "Work"}));
+        const auto chores = stored<TaskListEntity>(apps->taskLists.create({.prjId = home.prjId, .talName = "Chores"}));
+        const auto office = stored<TaskListEntity>(apps->taskLists.create({.prjId = work.prjId, .talName = "Office"}));
         addTask(chores, QStringLiteral("buy bread"), today);
         addTask(office, QStringLiteral("pay rent"), today.addDays(-2));
         addTask(chores, QStringLiteral("call Ana"), today.addDays(1));
@@ -104,10 +87,7 @@ private Q_SLOTS:
         addTask(office, QStringLiteral("far away"), today.addDays(8));
         addTask(chores, QStringLiteral("no date"), std::nullopt);
 
-        window = std::make_unique<MainWindow>(app->services());
-        window->show();
-        window->contentView()->select(SidebarItemEnum::projects);
-        waitFor<ProjectsView>(QStringLiteral("projectsView"));
+        steps.openProjects(app->services());
         QTRY_COMPARE_WITH_TIMEOUT(countOf(QStringLiteral("today")), QStringLiteral("2"), 10000);
         QCOMPARE(countOf(QStringLiteral("upcoming")), QStringLiteral("2"));
         // One of today's is late, which the count says.
@@ -117,18 +97,19 @@ private Q_SLOTS:
                     .toBool());
 
         QTest::mouseClick(dayView(QStringLiteral("today")), Qt::LeftButton);
-        QTRY_COMPARE(waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), u"tasks-day-view-today");
+        QTRY_COMPARE(steps.waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), u"tasks-day-view-today");
         QTRY_COMPARE(shownRows(),
             (QStringList {"# tasks-due-overdue", "pay rent", "# " + QLocale().toString(today, QLocale::LongFormat),
                 "buy bread"}));
         // Each row says where the task lives.
         QStringList places;
-        for (QLabel* place : waitFor(QStringLiteral("taskDays"))->findChildren<QLabel*>(QStringLiteral("taskPlace")))
+        for (QLabel* place :
+            steps.waitFor(QStringLiteral("taskDays"))->findChildren<QLabel*>(QStringLiteral("taskPlace")))
             places.append(place->text());
         QCOMPARE(places, (QStringList {"Work \u203a Office", "Home \u203a Chores"}));
 
         // Ticked in the view, as in a list: gone from it and from the count.
-        TaskRowView* bread = waitFor<TaskRowView>(QStringLiteral("task:buy bread"));
+        TaskRowView* bread = steps.waitFor<TaskRowView>(QStringLiteral("task:buy bread"));
         bread->findChild<QCheckBox*>(QStringLiteral("taskDone"))->click();
         QTRY_COMPARE_WITH_TIMEOUT(shownRows(), (QStringList {"# tasks-due-overdue", "pay rent"}), 10000);
         QCOMPARE(countOf(QStringLiteral("today")), QStringLiteral("1"));
@@ -138,13 +119,13 @@ private Q_SLOTS:
         // Upcoming by keyboard: one group per day that has tasks.
         dayView(QStringLiteral("upcoming"))->setFocus();
         QTest::keyClick(dayView(QStringLiteral("upcoming")), Qt::Key_Return);
-        QTRY_COMPARE(waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), u"tasks-day-view-upcoming");
+        QTRY_COMPARE(steps.waitFor<QLabel>(QStringLiteral("detailTitle"))->text(), u"tasks-day-view-upcoming");
         QTRY_COMPARE(shownRows(),
             (QStringList {"# tasks-day-view-tomorrow · " + QLocale().toString(today.addDays(1), QLocale::LongFormat),
                 "call Ana", "# " + QLocale().toString(today.addDays(7), QLocale::LongFormat), "plan trip"}));
 
         // Moved to today through the row's schedule popover: both counts follow.
-        TaskRowView* call = waitFor<TaskRowView>(QStringLiteral("task:call Ana"));
+        TaskRowView* call = steps.waitFor<TaskRowView>(QStringLiteral("task:call Ana"));
         call->findChild<QToolButton*>(QStringLiteral("taskSchedule"))->click();
         auto* editor = call->findChild<TaskScheduleEditor*>(QStringLiteral("taskScheduleEditor"));
         QVERIFY(editor);

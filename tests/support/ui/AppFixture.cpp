@@ -7,6 +7,8 @@
 
 #include <QUuid>
 
+#include <stdexcept>
+
 AppFixture::AppFixture(
     GIDSignIn* signIn, QUrl backendBaseURL, std::shared_ptr<UserNotificationCenter> userNotificationCenter)
     : m_path(m_scratch.path())
@@ -61,4 +63,13 @@ void AppFixture::storeLocalUser(const QString& firstName, const QString& lastNam
     const LoginResultEntity saved = m_services->loginApplication().saveUser(user);
     if (!saved.result)
         qFatal("could not store the user: %s", qPrintable(saved.firstMessage().value_or(QString())));
+}
+
+AppFixture::Tasks AppFixture::signedInTasks() const
+{
+    const AppServices::TasksSession session = m_services->tasksSession();
+    if (!session.user || !session.applications.result)
+        throw std::runtime_error("no account is signed in with its tasks");
+    return {
+        *session.applications.dataAs<TasksApplicationFactory::Applications>(), QUuid::fromString(session.user->usrId)};
 }

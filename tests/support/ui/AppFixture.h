@@ -3,6 +3,7 @@
 #include "platform/NotificationCenter.h"
 #include "screens/common/AppServices.h"
 #include "screens/common/ErrorConsoleStore.h"
+#include "tasks/TasksApplicationFactory.h"
 
 #include <QTemporaryDir>
 #include <QUrl>
@@ -32,6 +33,14 @@ public:
     // Stores a local account, as the chip's set-up does.
     void storeLocalUser(
         const QString& firstName = QStringLiteral("Ada"), const QString& lastName = QStringLiteral("Lovelace"));
+
+    // The task use cases of the account signed in and its id there, for setting up what a test
+    // shows; throws without one.
+    struct Tasks {
+        TasksApplicationFactory::Applications applications;
+        QUuid userId;
+    };
+    Tasks signedInTasks() const;
 
 private:
     void compose(GIDSignIn* signIn, QUrl backendBaseURL,
