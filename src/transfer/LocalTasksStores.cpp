@@ -49,8 +49,8 @@ QHash<QUuid, QList<Entity>> byParent(const RealmConfiguration& store, QUuid Enti
     return grouped;
 }
 
-// Adds the records whose primary key the store lacks, one transaction per batch. A record whose
-// key is there already is left as it is ("OR IGNORE") and counted as skipped.
+// Adds the records whose primary key the store lacks, one transaction per batch, on one handle.
+// A record whose key is there already is left as it is ("OR IGNORE") and counted as skipped.
 template <typename Model, typename Entity>
 void addMissing(const RealmConfiguration& store, const QList<Entity>& records, LocalTasksStores::Written& written,
     TransferControl& control, qint64& done, qint64 total, const QString& cancelledMessage)
@@ -63,33 +63,41 @@ void addMissing(const RealmConfiguration& store, const QList<Entity>& records, L
     const qsizetype rowsPerStatement = 999 / columns;
     const QString row
         = QStringLiteral("(") + QStringList(columns, QStringLiteral("?")).join(QLatin1Char(',')) + QStringLiteral(")");
-    for (qsizetype first = 0; first < records.size(); first += LocalTasksStores::batchSize) {
-        if (control.isCancelled())
-            throw Stop {ResultEntity::applicationFailure(cancelledMessage)};
-        const qsizetype end = std::min(records.size(), first + LocalTasksStores::batchSize);
-        const ResultEntity result = LocalStore::write(store, [&](RealmDatabase& database) {
-            // Records arrive in random key order; with the default small page cache a batch
-            // spills into the journal again and again.
-            database.execute(QStringLiteral("PRAGMA cache_size = -65536"));
-            for (qsizetype from = first; from < end; from += rowsPerStatement) {
-                const qsizetype count = std::min(rowsPerStatement, end - from);
-                QVariantList values;
-                values.reserve(count * columns);
-                for (qsizetype i = from; i < from + count; ++i)
-                    values.append(Model::fromEntity(records.at(i)).toRow());
-                database.execute(QStringLiteral("INSERT OR IGNORE INTO \"%1\" VALUES %2")
-                                     .arg(type.name, QStringList(count, row).join(QLatin1Char(','))),
-                    values);
-                written.created += database.changes();
-                written.skipped += count - database.changes();
-            }
-            return ResultEntity::success();
-        });
-        if (!result.result)
-            throw Stop {result};
-        done = done + (end - first);
-        control.report(done, total);
-    }
+    // A store found damaged on the way is set aside and the work runs again on a new one.
+    const LocalTasksStores::Written writtenBefore = written;
+    const qint64 doneBefore = done;
+    const ResultEntity result = LocalStore::perform(store, [&](RealmDatabase& database) {
+        written = writtenBefore;
+        done = doneBefore;
+        // Records arrive in random key order; with the default small page cache a batch spills
+        // into the journal again and again.
+        database.execute(QStringLiteral("PRAGMA cache_size = -65536"));
+        for (qsizetype first = 0; first < records.size(); first += LocalTasksStores::batchSize) {
+            const qsizetype end = std::min(records.size(), first + LocalTasksStores::batchSize);
+            // A cancel rolls back what the batch has written so far; earlier batches stay.
+            database.write([&] {
+                for (qsizetype from = first; from < end; from += rowsPerStatement) {
+                    if (control.isCancelled())
+                        throw Stop {ResultEntity::applicationFailure(cancelledMessage)};
+                    const qsizetype count = std::min(rowsPerStatement, end - from);
+                    QVariantList values;
+                    values.reserve(count * columns);
+                    for (qsizetype i = from; i < from + count; ++i)
+                        values.append(Model::fromEntity(records.at(i)).toRow());
+                    database.execute(QStringLiteral("INSERT OR IGNORE INTO \"%1\" VALUES %2")
+                                         .arg(type.name, QStringList(count, row).join(QLatin1Char(','))),
+                        values);
+                    written.created += database.changes();
+                    written.skipped += count - database.changes();
+                    control.report(done + (from + count - first), total);
+                }
+            });
+            done = done + (end - first);
+        }
+        return TaskResultEntity::success();
+    });
+    if (!result.result)
+        throw Stop {result};
 }
 
 } // namespace
