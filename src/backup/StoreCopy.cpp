@@ -23,7 +23,11 @@ qint64 countOf(const QString& file, const QByteArray& key)
 {
     const auto database = RealmDatabase::openKeyed(fileWithKey(file, key, true));
     return database->read([&] {
-        const QList<RealmRow> check = database->query(QStringLiteral("PRAGMA integrity_check"));
+        // Walks every page of every table and index, each page checked against its
+        // authentication code as it is read; unlike integrity_check it does not match each
+        // index against its table again, which on a page-for-page copy finds nothing more and
+        // took most of a backup's time.
+        const QList<RealmRow> check = database->query(QStringLiteral("PRAGMA quick_check"));
         if (check.isEmpty() || check.constFirst().constFirst().toString() != QStringLiteral("ok"))
             throw RealmError(QStringLiteral("it failed its integrity check"), RealmError::Kind::damaged);
         qint64 count = 0;
